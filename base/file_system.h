@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "base/byte_array.h"
+#include "base/result.h"
+
+namespace merivane {
+
+enum class FileKind { none, file, folder, other };
+
+/// A file open for reading, from its start on. Closes itself.
+class InputFile {
+ public:
+  virtual ~InputFile() = default;
+
+  /// Reads up to `wanted` bytes on from the last read; fewer only at the end of the file. Answers 0 or
+  /// the error.
+  virtual SystemError read(char* bytes, uint32_t wanted, uint32_t& got) = 0;
+
+  /// The size the file had when it was opened; 0 where there is no telling, as for a pipe.
+  virtual uint64_t size() const = 0;
+};
+
+/// All access to files, small enough to have a real, an in-memory and a failing version. Paths are bytes
+/// in the platform's own form. Safe to use from any thread, one call at a time.
+class FileSystem {
+ public:
+  virtual ~FileSystem() = default;
+
+  /// What a path names; symbolic links are followed.
+  virtual FileKind kind(const std::string& path) = 0;
+
+  /// Whether an existing file may be opened for writing.
+  virtual bool isWritable(const std::string& path) = 0;
+
+  /// Opens a file for reading; a folder is an error. Answers 0 or the error.
+  virtual SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) = 0;
+
+  /// Makes `contents` the whole contents of the file at `path`, creating it if need be. The new contents
+  /// appear whole or not at all: on an error the file is as it was. Answers 0 or the error.
+  virtual SystemError replace(const std::string& path, std::string_view contents) = 0;
+};
+
+/// The computer's own files.
+FileSystem& systemFiles();
+
+/// True only for a path, not empty, that a file-status query reports to be a regular file.
+bool IsFile(const std::string& path);
+
+/// True only for a path that names an existing folder.
+bool IsFolder(const std::string& path);
+
+/// The error that stands for a failed allocation.
+SystemError notEnoughStorage();
+
+/// The system's text for an error, without a line end.
+std::string systemErrorText(SystemError error);
+
+/// Reads on to the end of the file behind the `contents.size()` bytes already there. A file that does not
+/// fit into 32-bit positions or into memory answers notEnoughStorage().
+SystemError readToEnd(InputFile& file, ByteArray& contents);
+
+}  // namespace merivane

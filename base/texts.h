@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+
+namespace merivane {
+
+/// The texts of resources/texts.inc, by name; the value is the string number in the resources.
+enum class TextId : uint16_t {
+#define TEXT(name, number, text) name = number,
+#include "resources/texts.inc"
+#undef TEXT
+};
+
+/// The text with its placeholders; an empty string for a number that has none. Never null.
+const char* text(TextId id);
+
+}  // namespace merivane

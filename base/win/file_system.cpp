@@ -1,0 +1,159 @@
+#include "base/file_system.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace merivane {
+namespace {
+
+class Handle {
+ public:
+  explicit Handle(HANDLE handle) : handle_(handle) {}
+  ~Handle() { close(); }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+
+  HANDLE get() const { return handle_; }
+  bool valid() const { return handle_ != INVALID_HANDLE_VALUE; }
+  bool close() {
+    const HANDLE handle = handle_;
+    handle_ = INVALID_HANDLE_VALUE;
+    return handle == INVALID_HANDLE_VALUE || CloseHandle(handle) != 0;
+  }
+
+ private:
+  HANDLE handle_;
+};
+
+class WindowsInputFile final : public InputFile {
+ public:
+  WindowsInputFile(HANDLE handle, uint64_t size) : handle_(handle), size_(size) {}
+
+  SystemError read(char* bytes, uint32_t wanted, uint32_t& got) override {
+    // Larger single reads fail on some network drives.
+    constexpr uint32_t atOnce = 1u << 24;
+    got = 0;
+    while (got < wanted) {
+      DWORD count = 0;
+      if (!ReadFile(handle_.get(), bytes + got, std::min(wanted - got, atOnce), &count, nullptr)) {
+        const DWORD error = GetLastError();
+        if (error == ERROR_BROKEN_PIPE || error == ERROR_HANDLE_EOF) break;
+        return error;
+      }
+      if (count == 0) break;
+      got += count;
+    }
+    return 0;
+  }
+
+  uint64_t size() const override { return size_; }
+
+ private:
+  Handle handle_;
+  uint64_t size_;
+};
+
+SystemError writeAll(HANDLE handle, std::string_view contents) {
+  while (!contents.empty()) {
+    DWORD written = 0;
+    const DWORD wanted = static_cast<DWORD>(std::min<size_t>(contents.size(), 1u << 24));
+    if (!WriteFile(handle, contents.data(), wanted, &written, nullptr)) return GetLastError();
+    if (written == 0) return ERROR_DISK_FULL;
+    contents.remove_prefix(written);
+  }
+  return 0;
+}
+
+class WindowsFileSystem final : public FileSystem {
+ public:
+  FileKind kind(const std::string& path) override {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) return FileKind::none;
+    if (attributes & FILE_ATTRIBUTE_DIRECTORY) return FileKind::folder;
+    return attributes & FILE_ATTRIBUTE_DEVICE ? FileKind::other : FileKind::file;
+  }
+
+  bool isWritable(const std::string& path) override {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY)) return false;
+    const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    Handle file(CreateFileA(path.c_str(), GENERIC_WRITE, share, nullptr, OPEN_EXISTING, 0, nullptr));
+    // In use by somebody else just now is no lack of rights.
+    return file.valid() || GetLastError() == ERROR_SHARING_VIOLATION;
+  }
+
+  SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
+    const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE handle = CreateFileA(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING,
+                                      FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) return GetLastError();
+    LARGE_INTEGER size = {};
+    if (GetFileType(handle) == FILE_TYPE_DISK && !GetFileSizeEx(handle, &size)) {
+      const SystemError error = GetLastError();
+      CloseHandle(handle);
+      return error;
+    }
+    file = std::make_unique<WindowsInputFile>(handle, static_cast<uint64_t>(size.QuadPart));
+    return 0;
+  }
+
+  SystemError replace(const std::string& path, std::string_view contents) override {
+    const FileKind before = kind(path);
+    if (before == FileKind::folder) return ERROR_ACCESS_DENIED;
+    if (before == FileKind::file && !isWritable(path)) return ERROR_ACCESS_DENIED;
+    std::string beside;
+    Handle file(createBeside(path, beside));
+    if (!file.valid()) return GetLastError();
+    SystemError error = writeAll(file.get(), contents);
+    if (error == 0 && !FlushFileBuffers(file.get())) error = GetLastError();
+    if (!file.close() && error == 0) error = GetLastError();
+    if (error == 0 && before == FileKind::file) {
+      // Keeps the attributes, times of creation and access rights of the file that is replaced.
+      if (!ReplaceFileA(path.c_str(), beside.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
+                        nullptr)) {
+        error = GetLastError();
+      }
+    } else if (error == 0 && !MoveFileExA(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) {
+      error = GetLastError();
+    }
+    if (error != 0) DeleteFileA(beside.c_str());
+    return error;
+  }
+
+ private:
+  static HANDLE createBeside(const std::string& path, std::string& beside) {
+    DWORD number = GetTickCount() ^ GetCurrentProcessId() << 8;
+    for (int tries = 0; tries < 1000; ++tries, ++number) {
+      char suffix[16];
+      std::snprintf(suffix, sizeof suffix, ".%06lx.tmp", static_cast<unsigned long>(number & 0xFFFFFF));
+      beside = path + suffix;
+      const HANDLE handle =
+          CreateFileA(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+      if (handle != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_EXISTS) return handle;
+    }
+    return INVALID_HANDLE_VALUE;
+  }
+};
+
+}  // namespace
+
+FileSystem& systemFiles() {
+  static WindowsFileSystem files;
+  return files;
+}
+
+SystemError notEnoughStorage() { return ERROR_OUTOFMEMORY; }
+
+std::string systemErrorText(SystemError error) {
+  char buffer[1024];
+  DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,
+                                buffer, sizeof buffer, nullptr);
+  while (length > 0 && (buffer[length - 1] == '\n' || buffer[length - 1] == '\r')) --length;
+  if (length > 0) return std::string(buffer, length);
+  std::snprintf(buffer, sizeof buffer, "Error %lu", static_cast<unsigned long>(error));
+  return buffer;
+}
+
+}  // namespace merivane

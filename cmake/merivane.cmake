@@ -1,0 +1,44 @@
+# How every part of the program is compiled, and the shape of a folder.
+
+add_library(merivane_flags INTERFACE)
+target_compile_options(merivane_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wcast-qual -Wnon-virtual-dtor -Woverloaded-virtual -Wvla -Werror
+  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)  # cries wolf over std::string in GCC 12
+target_include_directories(merivane_flags INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_definitions(merivane_flags INTERFACE MERIVANE_VERSION="${PROJECT_VERSION}")
+if(MERIVANE_SANITIZE)
+  target_compile_options(merivane_flags INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(merivane_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(MERIVANE_FUZZ)
+  target_compile_options(merivane_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+if(WIN32)
+  target_compile_definitions(merivane_flags INTERFACE
+    WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601 _WIN32_IE=0x0600)
+  target_link_options(merivane_flags INTERFACE -static -Wl,--nxcompat -Wl,--dynamicbase)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    # The compiler's own floor is older than any machine that runs the program.
+    target_compile_options(merivane_flags INTERFACE -msse2 -mfpmath=sse -mstackrealign)
+    target_link_options(merivane_flags INTERFACE -Wl,--large-address-aware)
+  else()
+    target_link_options(merivane_flags INTERFACE -Wl,--high-entropy-va)
+  endif()
+endif()
+
+# merivane_library(NAME DEPENDENCY...): the library of the folder this stands in. Files directly in the
+# folder are portable; posix/ or win/ hold the platform's side of the same library.
+function(merivane_library name)
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+  if(WIN32)
+    file(GLOB platform CONFIGURE_DEPENDS win/*.cpp win/*.h)
+  else()
+    file(GLOB platform CONFIGURE_DEPENDS posix/*.cpp posix/*.h)
+  endif()
+  add_library(merivane_${name} STATIC ${sources} ${platform})
+  target_link_libraries(merivane_${name} PUBLIC merivane_flags)
+  foreach(dependency ${ARGN})
+    target_link_libraries(merivane_${name} PUBLIC merivane_${dependency})
+  endforeach()
+endfunction()

@@ -1,0 +1,55 @@
+#include "engine/comparison.h"
+
+#include <new>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include "engine/edit_script.h"
+#include "engine/line_keys.h"
+#include "engine/row_builder.h"
+
+namespace merivane {
+
+Result compareTexts(std::string_view left, std::string_view right, const CompareOptions& options,
+                    const AbortFlag* abort, DiffModel& model) {
+  try {
+    const std::string_view texts[2] = {left, right};
+    std::vector<uint32_t> starts[2];
+    EditScript script;
+    {
+      // The keys are gone before the rows come, which need their room.
+      LineTable tables[2];
+      for (const int side : {0, 1}) tables[side] = tableLines(texts[side], options);
+      const std::span<const uint32_t> keys[2] = {tables[0].keys, tables[1].keys};
+      if (!findEditScript(keys[0], keys[1], abort, script)) return Result::cancelled;
+      for (const int side : {0, 1}) starts[side] = std::move(tables[side].starts);
+    }
+    DiffModel compared;
+    if (!buildRows(texts, starts, script, options, abort, compared)) return Result::cancelled;
+    model = std::move(compared);
+    return Result::success;
+  } catch (const std::bad_alloc&) {
+    return Result::outOfMemory;
+  } catch (const std::length_error&) {
+    return Result::outOfMemory;
+  }
+}
+
+Outcome compareFiles(FileSystem& files, const std::string (&paths)[2], const CompareOptions& options,
+                     const AbortFlag* abort, FileComparison& comparison) {
+  comparison = {};
+  Outcome outcome = loadDocuments(files, paths, comparison.documents);
+  if (outcome.succeeded()) {
+    outcome.result = compareTexts(comparison.documents[0].text.view(), comparison.documents[1].text.view(),
+                                  options, abort, comparison.model);
+  }
+  if (!outcome.succeeded()) {
+    comparison = {};
+    comparison.model.addRow(RowStatus::same, 0, 0);
+    comparison.model.numberLines();
+  }
+  return outcome;
+}
+
+}  // namespace merivane

@@ -1,0 +1,98 @@
+#include "engine/row_builder.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace merivane {
+namespace {
+
+class RowBuilder {
+ public:
+  RowBuilder(const std::string_view (&texts)[2], const std::vector<uint32_t> (&starts)[2],
+             const CompareOptions& options, const AbortFlag* abort, DiffModel& model)
+      : texts_{texts[0], texts[1]}, starts_(starts), test_(options, abort), abort_(abort), model_(model) {}
+
+  bool build(const EditScript& script) {
+    const uint8_t* const changed[2] = {script.changed[0].data(), script.changed[1].data()};
+    const uint32_t count[2] = {lineCount(0), lineCount(1)};
+    reserve(changed[0], count);
+    uint32_t x = 0, y = 0;
+    while (x < count[0] || y < count[1]) {
+      if (!changed[0][x] && !changed[1][y]) {
+        add(RowStatus::same, x++, y++);
+        continue;
+      }
+      const uint32_t x0 = x, y0 = y;
+      while (changed[0][x]) ++x;
+      while (changed[1][y]) ++y;
+      if (!addHunk(x0, x, y0, y)) return false;
+    }
+    if (model_.rowCount() == 0) model_.addRow(RowStatus::same, 0, 0);
+    model_.numberLines();
+    model_.countDifferences();
+    return true;
+  }
+
+ private:
+  uint32_t lineCount(int side) const { return static_cast<uint32_t>(starts_[side].size() - 1); }
+
+  /// Room for every equal pair and every flagged line, at most what pairing up leaves.
+  void reserve(const uint8_t* changedLeft, const uint32_t (&count)[2]) {
+    const auto deleted = std::count(changedLeft, changedLeft + count[0], uint8_t{1});
+    model_.reserve(size_t{model_.rowCount()} + count[1] + static_cast<size_t>(deleted));
+  }
+
+  std::string_view line(int side, uint32_t number) const {
+    const uint32_t start = starts_[side][number];
+    return texts_[side].substr(start, starts_[side][number + 1] - start);
+  }
+
+  void add(RowStatus status, uint32_t x, uint32_t y, RowMarks marks = {}) {
+    model_.addRow(status, starts_[0][x], starts_[1][y], std::move(marks));
+  }
+
+  void addLeft(uint32_t x0, uint32_t x1, uint32_t y) {
+    for (uint32_t x = x0; x < x1; ++x) add(RowStatus::leftOnly, x, y);
+  }
+
+  void addRight(uint32_t x, uint32_t y0, uint32_t y1) {
+    for (uint32_t y = y0; y < y1; ++y) add(RowStatus::rightOnly, x, y);
+  }
+
+  bool addHunk(uint32_t x0, uint32_t x1, uint32_t y0, uint32_t y1) {
+    if (x1 - x0 == y1 - y0) {
+      // Paired from the top for as long as the pairs are alike.
+      RowMarks marks;
+      while (x0 < x1 && test_.compare(line(0, x0), line(1, y0), marks)) {
+        if (abort_ != nullptr && abort_->isRaised()) return false;
+        add(RowStatus::changed, x0++, y0++, std::move(marks));
+      }
+      if (abort_ != nullptr && abort_->isRaised()) return false;
+    }
+    // The order follows the longer side.
+    if (y1 - y0 > x1 - x0) {
+      addRight(x0, y0, y1);
+      addLeft(x0, x1, y1);
+    } else {
+      addLeft(x0, x1, y0);
+      addRight(x1, y0, y1);
+    }
+    return true;
+  }
+
+  const std::string_view texts_[2];
+  const std::vector<uint32_t> (&starts_)[2];
+  ChangedLineTest test_;
+  const AbortFlag* const abort_;
+  DiffModel& model_;
+};
+
+}  // namespace
+
+bool buildRows(const std::string_view (&texts)[2], const std::vector<uint32_t> (&starts)[2],
+               const EditScript& script, const CompareOptions& options, const AbortFlag* abort,
+               DiffModel& model) {
+  return RowBuilder(texts, starts, options, abort, model).build(script);
+}
+
+}  // namespace merivane

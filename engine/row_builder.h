@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "engine/abort_flag.h"
+#include "engine/changed_lines.h"
+#include "engine/compare_options.h"
+#include "engine/diff_model.h"
+#include "engine/edit_script.h"
+
+namespace merivane {
+
+/// Turns an edit script of two texts' lines into aligned rows: equal pairs side by side, and in every hunk
+/// the lines that pair up as changed, the deleted and the inserted ones.
+///
+/// `starts` are the line starts as in LineTable. An empty model is left with one empty row, so that there is
+/// always a row to stand on. Appends to `model`, which gets line numbers and counts. Throws std::bad_alloc.
+/// False when the abort flag was raised; the rows so far then mean nothing.
+bool buildRows(const std::string_view (&texts)[2], const std::vector<uint32_t> (&starts)[2],
+               const EditScript& script, const CompareOptions& options, const AbortFlag* abort,
+               DiffModel& model);
+
+}  // namespace merivane

@@ -1,0 +1,179 @@
+#include "engine/text_document.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <utility>
+
+#include "base/message_format.h"
+#include "base/paths.h"
+
+namespace merivane {
+
+const char* lineEndKindName(LineEndKind kind) {
+  switch (kind) {
+    case LineEndKind::lf:
+      return "UNIX";
+    case LineEndKind::crLf:
+      return "DOS";
+    case LineEndKind::cr:
+      return "MAC";
+  }
+  return "???";
+}
+
+bool isBinary(std::string_view sample) {
+  sample = sample.substr(0, kBinarySampleSize);
+  const auto notText = [](char c) {
+    return static_cast<signed char>(c) < 32 && c != '\r' && c != '\n' && c != '\t';
+  };
+  const auto count = std::count_if(sample.begin(), sample.end(), notText);
+  return sample.size() < 10 * static_cast<size_t>(count);
+}
+
+LineEndKind detectLineEndKind(std::string_view sample) {
+  constexpr int enough = 20;
+  int lf = 0, crLf = 0, cr = 0;
+  int seen = 0;
+  bool afterCr = false;
+  for (const char c : sample.substr(0, kLineEndSampleSize)) {
+    if (c == '\n') {
+      ++(afterCr ? crLf : lf);
+      ++seen;
+    } else if (afterCr) {
+      ++cr;
+      ++seen;
+    }
+    if (seen > enough) break;
+    afterCr = c == '\r';
+  }
+  if (lf > crLf && lf >= cr) return LineEndKind::lf;
+  if (cr > crLf && cr > lf) return LineEndKind::cr;
+  return LineEndKind::crLf;
+}
+
+void convertFromFile(ByteArray& bytes, LineEndKind kind) {
+  char* const begin = bytes.data();
+  char* const end = begin + bytes.size();
+  if (kind == LineEndKind::cr) std::replace(begin, end, '\r', '\n');
+  if (kind != LineEndKind::crLf || begin == end) return;
+  const auto findCr = [end](char* from) {
+    void* found = from < end ? std::memchr(from, '\r', static_cast<size_t>(end - from)) : nullptr;
+    return found ? static_cast<char*>(found) : end;
+  };
+  char* from = findCr(begin);
+  char* to = from;
+  while (from < end) {
+    // `from` stands on a CR: it goes when an LF follows, and all up to the next CR moves down.
+    if (from + 1 < end && from[1] == '\n') {
+      ++from;
+    } else {
+      *to++ = *from++;
+    }
+    char* const next = findCr(from);
+    const size_t length = static_cast<size_t>(next - from);
+    std::memmove(to, from, length);
+    to += length;
+    from = next;
+  }
+  bytes.truncate(static_cast<uint32_t>(to - begin));
+}
+
+bool convertToFile(std::string_view text, LineEndKind kind, bool nulToSpace, ByteArray& bytes) {
+  const uint64_t lineEnds =
+      kind == LineEndKind::crLf ? static_cast<uint64_t>(std::count(text.begin(), text.end(), '\n')) : 0;
+  ByteArray converted;
+  if (!converted.allocate(text.size() + lineEnds)) return false;
+  char* to = converted.data();
+  for (const char c : text) {
+    if (c == '\n' && kind != LineEndKind::lf) {
+      *to++ = '\r';
+      if (kind == LineEndKind::cr) continue;
+    }
+    *to++ = c == '\0' && nulToSpace ? ' ' : c;
+  }
+  bytes = std::move(converted);
+  return true;
+}
+
+std::string outcomeMessage(const Outcome& outcome) {
+  switch (outcome.result) {
+    case Result::success:
+      return {};
+    case Result::outOfMemory:
+      return text(TextId::outOfMemory);
+    case Result::cancelled:
+      return text(TextId::operationAborted);
+    case Result::leftPathInvalid:
+      return text(TextId::leftFileNameInvalid);
+    case Result::rightPathInvalid:
+      return text(TextId::rightFileNameInvalid);
+    case Result::leftBinary:
+      return text(TextId::leftFileBinary);
+    case Result::rightBinary:
+      return text(TextId::rightFileBinary);
+    case Result::leftUnreadable:
+      return formatMessage(TextId::cannotLoadLeftFile, {systemErrorText(outcome.error)});
+    case Result::rightUnreadable:
+      return formatMessage(TextId::cannotLoadRightFile, {systemErrorText(outcome.error)});
+  }
+  return {};
+}
+
+namespace {
+
+/// One side on its way from a path to a document.
+struct Loading {
+  std::unique_ptr<InputFile> file;
+  ByteArray bytes;
+  SystemError error = 0;
+
+  void readSample(FileSystem& files, const std::string& path) {
+    error = files.open(path, file);
+    if (error != 0) return;
+    if (!bytes.allocate(kBinarySampleSize)) {
+      error = notEnoughStorage();
+      return;
+    }
+    uint32_t got = 0;
+    error = file->read(bytes.data(), kBinarySampleSize, got);
+    bytes.truncate(got);
+  }
+
+  void readRest() {
+    if (error == 0) error = readToEnd(*file, bytes);
+    file.reset();
+  }
+};
+
+}  // namespace
+
+Outcome loadDocuments(FileSystem& files, const std::string (&paths)[2], TextDocument (&documents)[2]) {
+  constexpr Result invalid[] = {Result::leftPathInvalid, Result::rightPathInvalid};
+  constexpr Result binary[] = {Result::leftBinary, Result::rightBinary};
+  constexpr Result unreadable[] = {Result::leftUnreadable, Result::rightUnreadable};
+
+  for (const int side : {0, 1}) {
+    // A file that is there has a valid name, also where the platform's rules are wider than ours.
+    if (!IsValidFilePath(paths[side]) && files.kind(paths[side]) == FileKind::none) return {invalid[side]};
+  }
+  Loading loading[2];
+  for (const int side : {0, 1}) {
+    loading[side].readSample(files, paths[side]);
+    if (loading[side].error == 0 && isBinary(loading[side].bytes.view())) return {binary[side]};
+  }
+  TextDocument loaded[2];
+  for (const int side : {0, 1}) {
+    loading[side].readRest();
+    if (loading[side].error == notEnoughStorage()) return {Result::outOfMemory};
+    if (loading[side].error != 0) return {unreadable[side], loading[side].error};
+    loaded[side].lineEndKind = detectLineEndKind(loading[side].bytes.view());
+    loaded[side].readOnly = !files.isWritable(paths[side]);
+    convertFromFile(loading[side].bytes, loaded[side].lineEndKind);
+    loaded[side].text = std::move(loading[side].bytes);
+  }
+  for (const int side : {0, 1}) documents[side] = std::move(loaded[side]);
+  return {};
+}
+
+}  // namespace merivane

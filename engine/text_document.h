@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "base/byte_array.h"
+#include "base/file_system.h"
+#include "base/result.h"
+
+namespace merivane {
+
+enum class LineEndKind : int32_t { lf = 0, crLf = 1, cr = 2 };
+
+/// "UNIX", "DOS", "MAC"; "???" for any other value.
+const char* lineEndKindName(LineEndKind kind);
+
+/// One side's text. In memory LF is the only line end, whatever the file had; the last line need not have
+/// one. Bytes are single-byte characters and are never decoded.
+struct TextDocument {
+  ByteArray text;
+  LineEndKind lineEndKind = LineEndKind::crLf;
+  bool readOnly = false;  // the file exists but may not be opened for writing
+};
+
+constexpr uint32_t kBinarySampleSize = 1024;
+constexpr uint32_t kLineEndSampleSize = 65536;
+
+/// Whether more than a tenth of a file's first kBinarySampleSize bytes are not text.
+bool isBinary(std::string_view sample);
+
+/// The kind that a file's first kLineEndSampleSize bytes speak for; crLf when they do not tell.
+LineEndKind detectLineEndKind(std::string_view sample);
+
+/// Turns a file's bytes into the in-memory form, in place. Never needs memory.
+void convertFromFile(ByteArray& bytes, LineEndKind kind);
+
+/// Turns in-memory text into a file's bytes. False when memory runs out or the result would not fit.
+bool convertToFile(std::string_view text, LineEndKind kind, bool nulToSpace, ByteArray& bytes);
+
+/// What came of an operation that loads or compares; `error` goes with the unreadable results.
+struct Outcome {
+  Result result = Result::success;
+  SystemError error = 0;
+
+  bool succeeded() const { return result == Result::success; }
+};
+
+/// What the user is told of an outcome; empty for success.
+std::string outcomeMessage(const Outcome& outcome);
+
+/// Loads both files. The checks run left path, right path, left binary, right binary, left load, right
+/// load, and the first that fails is the outcome; the documents are then as they were. Each file is opened
+/// and read once, so that what was tested is what is compared.
+Outcome loadDocuments(FileSystem& files, const std::string (&paths)[2], TextDocument (&documents)[2]);
+
+}  // namespace merivane

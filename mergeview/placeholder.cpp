@@ -1,0 +1,1 @@
+#include "mergeview/row_colours.h"
