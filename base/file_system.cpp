@@ -8,6 +8,13 @@ bool IsFile(const std::string& path) { return !path.empty() && systemFiles().kin
 
 bool IsFolder(const std::string& path) { return systemFiles().kind(path) == FileKind::folder; }
 
+SystemError replaceFile(FileSystem& files, const std::string& path, std::string_view contents) {
+  std::unique_ptr<OutputFile> file;
+  SystemError error = files.create(path, file);
+  if (error == 0) error = file->write(contents);
+  return error == 0 ? file->commit() : error;
+}
+
 SystemError readToEnd(InputFile& file, ByteArray& contents) {
   uint32_t filled = contents.size();
   // One byte more than the size tells, so that the read that finds the end needs no further room.

@@ -25,6 +25,20 @@ class InputFile {
   virtual uint64_t size() const = 0;
 };
 
+/// New contents for a file, collected beside it. The file is as it was until commit() puts the new contents
+/// in its place, whole; destroyed without that, they vanish.
+class OutputFile {
+ public:
+  virtual ~OutputFile() = default;
+
+  /// Answers 0 or the error, after which the file can only be given up.
+  virtual SystemError write(std::string_view bytes) = 0;
+
+  /// Flushes to the disk and replaces the file, keeping its attributes and access rights. Answers 0 or the
+  /// error, with the earlier file intact.
+  virtual SystemError commit() = 0;
+};
+
 /// All access to files, small enough to have a real, an in-memory and a failing version. Paths are bytes
 /// in the platform's own form. Safe to use from any thread, one call at a time.
 class FileSystem {
@@ -40,9 +54,9 @@ class FileSystem {
   /// Opens a file for reading; a folder is an error. Answers 0 or the error.
   virtual SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) = 0;
 
-  /// Makes `contents` the whole contents of the file at `path`, creating it if need be. The new contents
-  /// appear whole or not at all: on an error the file is as it was. Answers 0 or the error.
-  virtual SystemError replace(const std::string& path, std::string_view contents) = 0;
+  /// Starts new contents for the file at `path`, which need not exist. A device or a pipe has no earlier
+  /// contents to keep and is written to at once. Answers 0 or the error.
+  virtual SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) = 0;
 };
 
 /// The computer's own files.
@@ -59,6 +73,9 @@ SystemError notEnoughStorage();
 
 /// The system's text for an error, without a line end.
 std::string systemErrorText(SystemError error);
+
+/// Makes `contents` the whole contents of the file at `path`, all or nothing. Answers 0 or the error.
+SystemError replaceFile(FileSystem& files, const std::string& path, std::string_view contents);
 
 /// Reads on to the end of the file behind the `contents.size()` bytes already there. A file that does not
 /// fit into 32-bit positions or into memory answers notEnoughStorage().

@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace merivane {
 namespace {
@@ -66,6 +68,45 @@ SystemError writeAll(int descriptor, std::string_view contents) {
   return 0;
 }
 
+class DeviceOutput final : public OutputFile {
+ public:
+  explicit DeviceOutput(int descriptor) : file_(descriptor) {}
+
+  SystemError write(std::string_view bytes) override { return writeAll(file_.get(), bytes); }
+  SystemError commit() override { return file_.close() ? 0 : lastError(); }
+
+ private:
+  Descriptor file_;
+};
+
+class ReplacingOutput final : public OutputFile {
+ public:
+  ReplacingOutput(int descriptor, std::string beside, std::string target, mode_t mode)
+      : file_(descriptor), beside_(std::move(beside)), target_(std::move(target)), mode_(mode) {}
+
+  ~ReplacingOutput() override {
+    if (!beside_.empty()) ::unlink(beside_.c_str());
+  }
+
+  SystemError write(std::string_view bytes) override { return writeAll(file_.get(), bytes); }
+
+  SystemError commit() override {
+    if (::fchmod(file_.get(), mode_) != 0) return lastError();
+    // Some file systems cannot flush and say so; that is not a failed write.
+    if (::fsync(file_.get()) != 0 && errno != EINVAL) return lastError();
+    if (!file_.close()) return lastError();
+    if (::rename(beside_.c_str(), target_.c_str()) != 0) return lastError();
+    beside_.clear();
+    return 0;
+  }
+
+ private:
+  Descriptor file_;
+  std::string beside_;
+  std::string target_;
+  mode_t mode_;
+};
+
 class PosixFileSystem final : public FileSystem {
  public:
   FileKind kind(const std::string& path) override {
@@ -91,46 +132,35 @@ class PosixFileSystem final : public FileSystem {
     return 0;
   }
 
-  SystemError replace(const std::string& path, std::string_view contents) override {
+  SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override {
     struct stat status;
     const bool exists = ::stat(path.c_str(), &status) == 0;
     if (exists && S_ISDIR(status.st_mode)) return EISDIR;
-    if (exists && !S_ISREG(status.st_mode)) return writeInPlace(path, contents);
-    if (exists && ::access(path.c_str(), W_OK) != 0) return lastError();
-    // A link keeps pointing at the file it names; the file behind it is what is replaced.
-    std::string target = path;
-    if (exists) {
-      std::unique_ptr<char, void (*)(void*)> resolved(::realpath(path.c_str(), nullptr), ::free);
-      if (!resolved) return lastError();
-      target = resolved.get();
+    if (exists && !S_ISREG(status.st_mode)) {
+      const int descriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
+      if (descriptor < 0) return lastError();
+      file = std::make_unique<DeviceOutput>(descriptor);
+      return 0;
     }
-    std::string beside = target + ".XXXXXX";
-    Descriptor file(::mkstemp(beside.data()));
-    if (file.get() < 0) return lastError();
-    SystemError error = writeAll(file.get(), contents);
+    std::string target = path;
     mode_t mode = 0;
     if (exists) {
+      if (::access(path.c_str(), W_OK) != 0) return lastError();
       mode = status.st_mode & 07777;
+      // A link keeps pointing at the file it names; the file behind it is what is replaced.
+      const std::unique_ptr<char, void (*)(void*)> resolved(::realpath(path.c_str(), nullptr), ::free);
+      if (!resolved) return lastError();
+      target = resolved.get();
     } else {
       const mode_t mask = ::umask(0);
       ::umask(mask);
       mode = 0666 & ~mask;
     }
-    if (error == 0 && ::fchmod(file.get(), mode) != 0) error = lastError();
-    if (error == 0 && ::fsync(file.get()) != 0 && errno != EINVAL) error = lastError();
-    if (!file.close() && error == 0) error = lastError();
-    if (error == 0 && ::rename(beside.c_str(), target.c_str()) != 0) error = lastError();
-    if (error != 0) ::unlink(beside.c_str());
-    return error;
-  }
-
- private:
-  /// A device or a pipe has no earlier contents to keep and cannot be replaced.
-  static SystemError writeInPlace(const std::string& path, std::string_view contents) {
-    Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
-    if (file.get() < 0) return lastError();
-    const SystemError error = writeAll(file.get(), contents);
-    return file.close() || error != 0 ? error : lastError();
+    std::string beside = target + ".XXXXXX";
+    const int descriptor = ::mkstemp(beside.data());
+    if (descriptor < 0) return lastError();
+    file = std::make_unique<ReplacingOutput>(descriptor, std::move(beside), std::move(target), mode);
+    return 0;
   }
 };
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 namespace merivane {
 namespace {
@@ -66,6 +67,37 @@ SystemError writeAll(HANDLE handle, std::string_view contents) {
   return 0;
 }
 
+class ReplacingOutput final : public OutputFile {
+ public:
+  ReplacingOutput(HANDLE handle, std::string beside, std::string target, bool replaces)
+      : file_(handle), beside_(std::move(beside)), target_(std::move(target)), replaces_(replaces) {}
+
+  ~ReplacingOutput() override {
+    file_.close();
+    if (!beside_.empty()) DeleteFileA(beside_.c_str());
+  }
+
+  SystemError write(std::string_view bytes) override { return writeAll(file_.get(), bytes); }
+
+  SystemError commit() override {
+    if (!FlushFileBuffers(file_.get())) return GetLastError();
+    if (!file_.close()) return GetLastError();
+    // ReplaceFile keeps attributes, time of creation and access rights of the file that goes.
+    const BOOL done = replaces_ ? ReplaceFileA(target_.c_str(), beside_.c_str(), nullptr,
+                                               REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)
+                                : MoveFileExA(beside_.c_str(), target_.c_str(), 0);
+    if (!done) return GetLastError();
+    beside_.clear();
+    return 0;
+  }
+
+ private:
+  Handle file_;
+  std::string beside_;
+  std::string target_;
+  bool replaces_;
+};
+
 class WindowsFileSystem final : public FileSystem {
  public:
   FileKind kind(const std::string& path) override {
@@ -99,27 +131,15 @@ class WindowsFileSystem final : public FileSystem {
     return 0;
   }
 
-  SystemError replace(const std::string& path, std::string_view contents) override {
+  SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override {
     const FileKind before = kind(path);
     if (before == FileKind::folder) return ERROR_ACCESS_DENIED;
     if (before == FileKind::file && !isWritable(path)) return ERROR_ACCESS_DENIED;
     std::string beside;
-    Handle file(createBeside(path, beside));
-    if (!file.valid()) return GetLastError();
-    SystemError error = writeAll(file.get(), contents);
-    if (error == 0 && !FlushFileBuffers(file.get())) error = GetLastError();
-    if (!file.close() && error == 0) error = GetLastError();
-    if (error == 0 && before == FileKind::file) {
-      // Keeps the attributes, times of creation and access rights of the file that is replaced.
-      if (!ReplaceFileA(path.c_str(), beside.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
-                        nullptr)) {
-        error = GetLastError();
-      }
-    } else if (error == 0 && !MoveFileExA(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) {
-      error = GetLastError();
-    }
-    if (error != 0) DeleteFileA(beside.c_str());
-    return error;
+    const HANDLE handle = createBeside(path, beside);
+    if (handle == INVALID_HANDLE_VALUE) return GetLastError();
+    file = std::make_unique<ReplacingOutput>(handle, std::move(beside), path, before == FileKind::file);
+    return 0;
   }
 
  private:
