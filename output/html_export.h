@@ -8,11 +8,9 @@
 #include "engine/text_document.h"
 #include "mergeview/line_numbers.h"
 #include "mergeview/row_colours.h"
+#include "output/sections.h"
 
 namespace merivane {
-
-/// Which rows an export holds; the setting's values.
-enum class ExportScope : int32_t { everything = 0, context = 1, differences = 2 };
 
 struct HtmlSide {
   std::string_view path;  // written as it is

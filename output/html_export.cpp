@@ -1,0 +1,133 @@
+#include "output/html_export.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <initializer_list>
+#include <string>
+
+#include "output/html_text.h"
+
+namespace merivane {
+namespace {
+
+std::string cellStart(Colour colour) {
+  char html[64];
+  std::snprintf(html, sizeof html, "<TD VALIGN=\"top\" BGCOLOR=\"#%02X%02X%02X\"><CODE>", colour & 0xFF,
+                colour >> 8 & 0xFF, colour >> 16 & 0xFF);
+  return html;
+}
+
+class PageWriter {
+ public:
+  PageWriter(const DiffModel& model, const HtmlSide (&sides)[2], const HtmlOptions& options, ByteSink& sink)
+      : model_(model), sides_(sides), options_(options), sink_(sink) {
+    for (const int side : {0, 1}) {
+      for (const auto status :
+           {RowStatus::same, RowStatus::leftOnly, RowStatus::rightOnly, RowStatus::changed}) {
+        cellStarts_[side][static_cast<int>(status)] = cellStart(rowColour(options.colours, status, side));
+      }
+    }
+  }
+
+  void writeHead(std::string_view time) {
+    append({"<HTML>\r\n<HEAD>\r\n<TITLE>", sides_[0].path, ", ", sides_[1].path,
+            "</TITLE>\r\n</HEAD>\r\n<BODY BGCOLOR=\"#FFFFFF\">\r\n"
+            "<TABLE BORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\">\r\n"
+            "<TR><TD ALIGN=\"center\" COLSPAN=\"2\"><B>",
+            summaryText(model_), "</B> (", time, ")</TD></TR>\r\n\r\n<TR>"});
+    for (const HtmlSide& side : sides_) {
+      append(
+          {"<TD WIDTH=\"50%\"><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD ALIGN=\"center\">"
+           "<A HREF=\"file:///",
+           side.path, "\">", side.path, "</A> (", lineEndKindName(side.lineEndKind),
+           ")</TD></TR></TABLE></TD>", &side == sides_ ? "\r\n" : "</TR>\r\n\r\n"});
+    }
+    flush();
+  }
+
+  void writeSectionHead(uint32_t row) {
+    html_ += "<TR>";
+    for (const int side : {0, 1}) {
+      html_ += "<TD><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD";
+      const uint32_t line = model_.lineNumber(side, row);
+      if (line == kNoLine) {
+        append({">", kHtmlBlank});
+      } else {
+        append({" ALIGN=\"center\"><B>Line ", std::to_string(line + 1), "</B>"});
+      }
+      append({"</TD></TR></TABLE></TD>", side == 0 ? "\r\n" : "</TR>\r\n"});
+    }
+    flush();
+  }
+
+  void writeRow(uint32_t row) {
+    html_ += "<TR>";
+    for (const int side : {0, 1}) appendCell(side, row);
+    html_ += "</TR>\r\n";
+    flush();
+  }
+
+  void writeFoot() { sink_.write("</TABLE>\r\n</BODY>\r\n</HTML>\r\n"); }
+
+ private:
+  void append(std::initializer_list<std::string_view> pieces) {
+    for (const std::string_view piece : pieces) html_ += piece;
+  }
+
+  void flush() {
+    sink_.write(html_);
+    html_.clear();
+  }
+
+  void appendCell(int side, uint32_t row) {
+    const RowStatus status = model_.status(row);
+    const bool filler = fillerSide(status) == side;
+    html_ += cellStarts_[side][static_cast<int>(status)];
+    if (options_.lineNumbers != LineNumbers::none) {
+      char digits[16];
+      char* end = digits;
+      if (!filler) {
+        const bool lines = options_.lineNumbers == LineNumbers::lines;
+        end = std::to_chars(digits, std::end(digits), (lines ? model_.lineNumber(side, row) : row) + 1).ptr;
+      }
+      for (auto i = static_cast<size_t>(end - digits); i < numberWidth_; ++i) html_ += kHtmlBlank;
+      html_.append(digits, end);
+      html_ += kHtmlBlank;
+    }
+    if (!filler) {
+      const std::string_view text = sides_[side].text;
+      const uint32_t start = model_.position(side, row);
+      const uint32_t end = model_.endPosition(side, row, static_cast<uint32_t>(text.size()));
+      if (start == end) {
+        html_ += kHtmlBlank;
+      } else {
+        appendHtmlText(html_, text.substr(start, end - start), options_.tabStop, options_.showWhiteSpace);
+      }
+    }
+    html_ += "</CODE></TD>";
+  }
+
+  const DiffModel& model_;
+  const HtmlSide (&sides_)[2];
+  const HtmlOptions& options_;
+  ByteSink& sink_;
+  const size_t numberWidth_ = std::to_string(model_.rowCount()).size();
+  std::string cellStarts_[2][4];  // by side and row status
+  std::string html_;              // what the sink has not got yet; keeps its room from row to row
+};
+
+}  // namespace
+
+void writeHtml(const DiffModel& model, const HtmlSide (&sides)[2], const HtmlOptions& options,
+               std::string_view time, ByteSink& sink) {
+  PageWriter page(model, sides, options, sink);
+  page.writeHead(time);
+  forEachSection(model, options.scope, [&](RowRange rows) {
+    if (options.scope != ExportScope::everything) page.writeSectionHead(rows.begin);
+    for (uint32_t row = rows.begin; row < rows.end; ++row) page.writeRow(row);
+  });
+  page.writeFoot();
+}
+
+}  // namespace merivane

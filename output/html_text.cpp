@@ -1,0 +1,90 @@
+#include "output/html_text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace merivane {
+namespace {
+
+constexpr char kLineEndMark = '\xB6';
+constexpr char kTabMark = '\xBB';
+constexpr char kSpaceMark = '\xB7';
+
+/// The bytes that stand for themselves, most of any text: they are taken over in whole runs.
+constexpr auto kPlain = [] {
+  std::array<bool, 256> plain{};
+  for (size_t byte = ' ' + 1; byte < plain.size(); ++byte) plain[byte] = true;
+  for (const char c : {'&', '<', '>'}) plain[static_cast<size_t>(c)] = false;
+  return plain;
+}();
+
+bool isPlain(char c) {
+  return kPlain[static_cast<unsigned char>(c)];
+}
+
+/// Plain spaces in a row would show as one; blanks alone would never let the browser break the line.
+void appendBlanks(std::string& html, size_t count) {
+  for (size_t i = 0; i < count; ++i) html += i % 2 == 0 ? kHtmlBlank : std::string_view(" ");
+}
+
+void appendSpecial(std::string& html, char c, bool showWhiteSpace) {
+  switch (c) {
+    case '&':
+      html += "&amp;";
+      break;
+    case '<':
+      html += "&lt;";
+      break;
+    case '>':
+      html += "&gt;";
+      break;
+    case '\r':
+      break;
+    case '\n':
+      if (showWhiteSpace) {
+        html += kLineEndMark;
+      } else {
+        html += kHtmlBlank;
+      }
+      break;
+    default:
+      html += '^';
+      html += static_cast<char>(c + '@');
+  }
+}
+
+}  // namespace
+
+void appendHtmlText(std::string& html, std::string_view line, uint32_t tabStop, bool showWhiteSpace) {
+  size_t column = 0;
+  const auto end = line.end();
+  for (auto at = line.begin(); at != end;) {
+    const auto start = at;
+    if (isPlain(*at)) {
+      at = std::find_if_not(at, end, isPlain);
+      html.append(start, at);
+    } else if (*at == ' ') {
+      at = std::find_if(at, end, [](char c) { return c != ' '; });
+      const auto count = static_cast<size_t>(at - start);
+      if (showWhiteSpace) {
+        html.append(count, kSpaceMark);
+      } else if (count == 1) {
+        html += ' ';
+      } else {
+        appendBlanks(html, count);
+      }
+    } else if (*at == '\t') {
+      const size_t width = tabStop - column % tabStop;
+      if (showWhiteSpace) html += kTabMark;
+      appendBlanks(html, showWhiteSpace ? width - 1 : width);
+      column += width;
+      ++at;
+      continue;
+    } else {
+      appendSpecial(html, *at++, showWhiteSpace);
+    }
+    column += static_cast<size_t>(at - start);
+  }
+}
+
+}  // namespace merivane
