@@ -27,7 +27,8 @@ struct HtmlOptions {
 };
 
 /// Writes a comparison as one HTML page of two columns, in Windows-1252 bytes with CR LF line ends. `time` is
-/// the export's date and time as the page shows it. Holds no more than a row in memory.
+/// the export's date and time as the page shows it. Holds no more than a row in memory. Throws
+/// std::bad_alloc.
 void writeHtml(const DiffModel& model, const HtmlSide (&sides)[2], const HtmlOptions& options,
                std::string_view time, ByteSink& sink);
 

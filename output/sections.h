@@ -16,8 +16,7 @@ constexpr uint32_t kContextRows = 3;
 /// Visits the sections of an export from the top, as ascending and disjoint row ranges. Everything is one
 /// section of all rows. Differences are a section a difference block. In the context scope an equal run of
 /// 2 * kContextRows rows or more parts two sections and leaves each kContextRows of its rows; a shorter one
-/// stays whole, at either end of the model too. Without a difference there is nothing to visit but
-/// everything.
+/// stays whole, at either end of the model too; where nothing differs there is no section.
 void forEachSection(const DiffModel& model, ExportScope scope,
                     const std::function<void(RowRange rows)>& visit);
 
