@@ -29,7 +29,7 @@ class ByteArray {
     if (size > maxSize) return false;
     void* moved = std::realloc(bytes_.get(), size == 0 ? 1 : static_cast<size_t>(size));
     if (moved == nullptr) return false;
-    bytes_.release();
+    static_cast<void>(bytes_.release());  // realloc has freed it
     bytes_.reset(static_cast<char*>(moved));
     size_ = static_cast<uint32_t>(size);
     return true;

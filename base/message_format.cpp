@@ -17,8 +17,9 @@ Conversion parseConversion(std::string_view text) {
   Conversion result;
   size_t at = 0;
   // The widths that format to absurd lengths are no use to a message.
-  while (at < text.size() && (std::string_view("-+ #0.").find(text[at]) != std::string_view::npos ||
-                              isDigit(text[at])) && at < 8) {
+  while (at < text.size() &&
+         (std::string_view("-+ #0.").find(text[at]) != std::string_view::npos || isDigit(text[at])) &&
+         at < 8) {
     result.flagsAndWidth += text[at++];
   }
   if (text.substr(at).substr(0, 3) == "I64") at += 3;

@@ -54,16 +54,14 @@ RowRange DiffModel::blockAround(uint32_t row) const {
 
 int64_t DiffModel::rowAtPosition(int side, uint32_t position) const {
   if (rows_.empty()) return -1;
-  const auto beyond = std::partition_point(rows_.begin(), rows_.end(), [&](const DiffRow& row) {
-    return row.position[side] <= position;
-  });
+  const auto beyond = std::partition_point(
+      rows_.begin(), rows_.end(), [&](const DiffRow& row) { return row.position[side] <= position; });
   return std::max<int64_t>(beyond - rows_.begin() - 1, 0);
 }
 
 int64_t DiffModel::rowAtPositionFromTop(int side, uint32_t position) const {
-  const auto first = std::partition_point(rows_.begin(), rows_.end(), [&](const DiffRow& row) {
-    return row.position[side] < position;
-  });
+  const auto first = std::partition_point(rows_.begin(), rows_.end(),
+                                          [&](const DiffRow& row) { return row.position[side] < position; });
   if (first != rows_.end() && first->position[side] == position) return first - rows_.begin();
   return rowAtPosition(side, position);
 }
@@ -71,7 +69,8 @@ int64_t DiffModel::rowAtPositionFromTop(int side, uint32_t position) const {
 void DiffModel::numberLines() {
   uint32_t next[2] = {0, 0};
   for (DiffRow& row : rows_) {
-    for (const int side : {0, 1}) row.lineNumber[side] = fillerSide(row.status) == side ? kNoLine : next[side]++;
+    for (const int side : {0, 1})
+      row.lineNumber[side] = fillerSide(row.status) == side ? kNoLine : next[side]++;
   }
 }
 
@@ -104,7 +103,8 @@ void DiffModel::replaceRows(RowRange range, DiffModel&& replacement) {
   } else {
     rows_.erase(at + static_cast<ptrdiff_t>(newCount), at + static_cast<ptrdiff_t>(oldCount));
   }
-  std::move(replacement.rows_.begin(), replacement.rows_.begin() + static_cast<ptrdiff_t>(std::min(oldCount, newCount)),
+  std::move(replacement.rows_.begin(),
+            replacement.rows_.begin() + static_cast<ptrdiff_t>(std::min(oldCount, newCount)),
             rows_.begin() + range.begin);
   replacement.clear();
 }

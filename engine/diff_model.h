@@ -41,9 +41,9 @@ class RowMarks {
 /// One aligned row. A one-sided row has an empty filler on the other side: its position there is where that
 /// side's next line begins.
 struct DiffRow {
-  uint32_t position[2] = {0, 0};                  // start of the row's line in each side's text
-  uint32_t lineNumber[2] = {kNoLine, kNoLine};    // zero-based; kNoLine on a filler
-  RowMarks marks;                                 // changed rows only
+  uint32_t position[2] = {0, 0};                // start of the row's line in each side's text
+  uint32_t lineNumber[2] = {kNoLine, kNoLine};  // zero-based; kNoLine on a filler
+  RowMarks marks;                               // changed rows only
   RowStatus status = RowStatus::same;
 };
 

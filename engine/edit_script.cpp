@@ -33,7 +33,8 @@ class Search {
       mark(box);
       return;
     }
-    const size_t diagonals = static_cast<size_t>(box.xhi - box.xlo) + static_cast<size_t>(box.yhi - box.ylo) + 3;
+    const size_t diagonals =
+        static_cast<size_t>(box.xhi - box.xlo) + static_cast<size_t>(box.yhi - box.ylo) + 3;
     furthest_.resize(2 * diagonals);
     // A diagonal k = x - y runs from xlo - yhi to xhi - ylo, with one guard cell on each side.
     const ptrdiff_t origin = static_cast<ptrdiff_t>(box.yhi) - box.xlo + 1;

@@ -11,14 +11,22 @@ TEST(Paths, ValidityFollowsDriveColonShareAndWildcardRules) {
     bool path, withDrive, filePath;
   };
   const Case cases[] = {
-      {"", false, false, false},          {":", false, false, false},
-      {"C:", false, true, false},         {"c:\\", true, true, false},
-      {"C:foo", false, false, false},     {"1:\\a", false, false, false},
-      {"C:\\a:b", false, false, false},   {"ab:c", false, false, false},
-      {"\\\\server", false, false, false}, {"\\\\server\\share", true, true, true},
-      {"a?.txt", false, false, false},    {"a|b", false, false, false},
-      {"dir\\file", true, true, true},    {"C:\\dir\\", true, true, false},
-      {"a", true, true, true},            {"say \"hi\"", true, true, true},
+      {"", false, false, false},
+      {":", false, false, false},
+      {"C:", false, true, false},
+      {"c:\\", true, true, false},
+      {"C:foo", false, false, false},
+      {"1:\\a", false, false, false},
+      {"C:\\a:b", false, false, false},
+      {"ab:c", false, false, false},
+      {"\\\\server", false, false, false},
+      {"\\\\server\\share", true, true, true},
+      {"a?.txt", false, false, false},
+      {"a|b", false, false, false},
+      {"dir\\file", true, true, true},
+      {"C:\\dir\\", true, true, false},
+      {"a", true, true, true},
+      {"say \"hi\"", true, true, true},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(IsValidPath(c.name, false), c.path) << c.name;
