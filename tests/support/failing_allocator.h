@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+
+namespace merivane {
+
+/// While it lives, an allocation of the test program fails, be it by operator new, malloc, calloc or
+/// realloc: the `failing`-th from 0 alone, or that one and all behind it. One at a time, and no other
+/// thread may allocate meanwhile.
+class AllocationFailure {
+ public:
+  enum Extent { once, fromThenOn };
+
+  AllocationFailure(uint32_t failing, Extent extent);
+  ~AllocationFailure();
+  AllocationFailure(const AllocationFailure&) = delete;
+  AllocationFailure& operator=(const AllocationFailure&) = delete;
+
+  /// Lets all allocations succeed again, and tells whether one has failed.
+  bool end();
+};
+
+/// Runs `operation` over and over, each time with the next of its allocations failing, until it gets by
+/// without that one; `check` looks at what each failing run answered.
+template <typename Operation, typename Check>
+void failEachAllocation(Operation operation, Check check) {
+  for (const auto extent : {AllocationFailure::once, AllocationFailure::fromThenOn}) {
+    for (uint32_t failing = 0;; ++failing) {
+      AllocationFailure failure(failing, extent);
+      const auto answer = operation();
+      if (!failure.end()) break;
+      check(answer);
+    }
+  }
+}
+
+}  // namespace merivane
