@@ -99,7 +99,7 @@ TYPED_TEST(EditScriptTest, ThrowsWhereMemoryRunsOut) {
       return false;
     }
   };
-  failEachAllocation(run, [](bool found) { EXPECT_FALSE(found); });
+  failEachAllocation([] {}, run, [](bool found) { EXPECT_FALSE(found); });
 }
 
 TYPED_TEST(EditScriptTest, StopsWhenAskedTo) {

@@ -21,11 +21,12 @@ class AllocationFailure {
 };
 
 /// Runs `operation` over and over, each time with the next of its allocations failing, until it gets by
-/// without that one; `check` looks at what each failing run answered.
-template <typename Operation, typename Check>
-void failEachAllocation(Operation operation, Check check) {
+/// without that one. `prepare` runs before each time; `check` looks at what each failing run answered.
+template <typename Prepare, typename Operation, typename Check>
+void failEachAllocation(Prepare prepare, Operation operation, Check check) {
   for (const auto extent : {AllocationFailure::once, AllocationFailure::fromThenOn}) {
     for (uint32_t failing = 0;; ++failing) {
+      prepare();
       AllocationFailure failure(failing, extent);
       const auto answer = operation();
       if (!failure.end()) break;
