@@ -4,13 +4,6 @@
 #include <cstdlib>
 #include <new>
 
-// The linker sends the program's calls of malloc and its kin to __wrap_..., and __real_... to the system's.
-extern "C" {
-void* __real_malloc(size_t size);
-void* __real_calloc(size_t count, size_t size);
-void* __real_realloc(void* block, size_t size);
-}
-
 namespace {
 
 // Plain, as thread-local ones would be allocated themselves on some platforms.
@@ -28,20 +21,21 @@ bool isToFail() {
 
 }  // namespace
 
+#ifndef _WIN32
+// The linker sends the program's calls of malloc and its kin to __wrap_..., and __real_... to the system's.
 extern "C" {
-void* __wrap_malloc(size_t size) {
-  return isToFail() ? nullptr : __real_malloc(size);
-}
-void* __wrap_calloc(size_t count, size_t size) {
-  return isToFail() ? nullptr : __real_calloc(count, size);
-}
-void* __wrap_realloc(void* block, size_t size) {
-  return isToFail() ? nullptr : __real_realloc(block, size);
-}
-}
+void* __real_malloc(size_t size);
+void* __real_calloc(size_t count, size_t size);
+void* __real_realloc(void* block, size_t size);
 
-// The library's own may come ready linked, past the wrapped malloc.
+void* __wrap_malloc(size_t size) { return isToFail() ? nullptr : __real_malloc(size); }
+void* __wrap_calloc(size_t count, size_t size) { return isToFail() ? nullptr : __real_calloc(count, size); }
+void* __wrap_realloc(void* block, size_t size) { return isToFail() ? nullptr : __real_realloc(block, size); }
+}
+#endif
+
 void* operator new(size_t size) {
+  if (!merivane::kMallocFails && isToFail()) throw std::bad_alloc();
   void* const block = std::malloc(size == 0 ? 1 : size);
   if (block == nullptr) throw std::bad_alloc();
   return block;

@@ -4,9 +4,16 @@
 
 namespace merivane {
 
-/// While it lives, an allocation of the test program fails, be it by operator new, malloc, calloc or
-/// realloc: the `failing`-th from 0 alone, or that one and all behind it. One at a time, and no other
-/// thread may allocate meanwhile.
+/// Whether malloc, calloc and realloc can be made to fail, besides operator new. Where the thread library
+/// is linked into the program it would be hit as well, and crash.
+#ifdef _WIN32
+constexpr bool kMallocFails = false;
+#else
+constexpr bool kMallocFails = true;
+#endif
+
+/// While it lives, an allocation of the test program fails: the `failing`-th from 0 alone, or that one and
+/// all behind it. One at a time, and no other thread may allocate meanwhile.
 class AllocationFailure {
  public:
   enum Extent { once, fromThenOn };
