@@ -13,20 +13,15 @@
 #include "tests/support/memory_files.h"
 #include "tests/support/random.h"
 #include "tests/support/reference_diff.h"
+#include "tests/support/row_pattern.h"
 
 namespace merivane {
 namespace {
 
-std::string statuses(const DiffModel& model) {
-  std::string result;
-  for (uint32_t row = 0; row < model.rowCount(); ++row) result += "=<>!"[static_cast<int>(model.status(row))];
-  return result;
-}
-
 /// The lines of both sides that are not the same: a changed row has two.
 size_t differingLines(const DiffModel& model) {
   size_t lines = 0;
-  for (const char status : statuses(model)) lines += status == '=' ? 0 : status == '!' ? 2 : 1;
+  for (const char status : patternOf(model)) lines += status == '=' ? 0 : status == '!' ? 2 : 1;
   return lines;
 }
 
@@ -90,7 +85,7 @@ TEST(Comparison, RowsOfAHunkAreInOrder) {
   for (const Case& c : cases) {
     DiffModel model;
     ASSERT_EQ(compareTexts(c.left, c.right, c.options, nullptr, model), Result::success);
-    EXPECT_EQ(statuses(model), c.statuses) << c.left << "----\n" << c.right;
+    EXPECT_EQ(patternOf(model), c.statuses) << c.left << "----\n" << c.right;
     EXPECT_EQ(comparisonFault(model, c.left, c.right, c.options), "") << c.left << "----\n" << c.right;
   }
 }
@@ -133,20 +128,15 @@ TEST(Comparison, HoldsOnRealFiles) {
   }
 }
 
-/// Fills a model with what no comparison of this file leaves, to see whether it stays.
-void fillWithEarlierRows(DiffModel& model) {
-  model.clear();
-  for (const RowStatus status : {RowStatus::leftOnly, RowStatus::rightOnly, RowStatus::leftOnly}) {
-    model.addRow(status, 0, 0);
-  }
-}
+/// Rows that no comparison below leaves, to see whether they stay.
+constexpr const char* earlierRows = "<><";
 
 constexpr std::string_view sampleLeft = "same\nthe line\nb\nonly here\n", sampleRight = "same\nthe lime\nc\n";
 
 TEST(Comparison, LeavesTheModelWhenMemoryRunsOut) {
   DiffModel model;
   for (const uint32_t bits : {0, 16 + 4}) {
-    failEachAllocation([&] { fillWithEarlierRows(model); },
+    failEachAllocation([&] { model = modelOf(earlierRows); },
                        [&] { return compareTexts(sampleLeft, sampleRight, optionsOf(bits), nullptr, model); },
                        [&](Result result) {
                          // Only marks can be done without.
@@ -154,7 +144,7 @@ TEST(Comparison, LeavesTheModelWhenMemoryRunsOut) {
                            EXPECT_EQ(comparisonFault(model, sampleLeft, sampleRight, optionsOf(bits)), "");
                          } else {
                            EXPECT_EQ(result, Result::outOfMemory);
-                           EXPECT_EQ(statuses(model), "<><");
+                           EXPECT_EQ(patternOf(model), earlierRows);
                          }
                        });
     EXPECT_EQ(comparisonFault(model, sampleLeft, sampleRight, optionsOf(bits)), "");
@@ -164,11 +154,10 @@ TEST(Comparison, LeavesTheModelWhenMemoryRunsOut) {
 TEST(Comparison, StopsWhenAskedTo) {
   AbortFlag abort;
   abort.raise();
-  DiffModel model;
-  fillWithEarlierRows(model);
+  DiffModel model = modelOf(earlierRows);
   for (const std::string_view right : {sampleLeft, sampleRight, std::string_view()}) {
     EXPECT_EQ(compareTexts(sampleLeft, right, {}, &abort, model), Result::cancelled);
-    EXPECT_EQ(statuses(model), "<><");
+    EXPECT_EQ(patternOf(model), earlierRows);
 
     // As when asked after the search.
     const LineTable tables[2] = {tableLines(sampleLeft, {}), tableLines(right, {})};
@@ -189,7 +178,7 @@ TEST(Comparison, OfFilesLeavesOneEmptyRowOnFailure) {
     return compareFiles(files, {"left", right}, {}, nullptr, comparison).result;
   };
   const auto expectNothing = [&] {
-    EXPECT_EQ(statuses(comparison.model), "=");
+    EXPECT_EQ(patternOf(comparison.model), "=");
     for (const int side : {0, 1}) {
       EXPECT_EQ(comparison.documents[side].text.size(), 0u);
       EXPECT_EQ(comparison.model.lineNumber(side, 0), 0u);

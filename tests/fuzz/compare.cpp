@@ -3,6 +3,7 @@
 
 #include "engine/comparison.h"
 #include "engine/edit_script.h"
+#include "output/html_export.h"
 #include "tests/support/comparison_oracle.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/reference_diff.h"
@@ -38,10 +39,36 @@ void check(const DiffModel& model, std::string_view left, std::string_view right
   require(fault.empty(), fault.c_str());
 }
 
+class Page final : public ByteSink {
+ public:
+  void write(std::string_view bytes) override { html += bytes; }
+  std::string html;
+};
+
+void checkPage(const FileComparison& comparison, const HtmlOptions& options) {
+  const HtmlSide sides[2] = {{"left", comparison.documents[0].text.view()},
+                             {"right", comparison.documents[1].text.view()}};
+  Page page;
+  writeHtml(comparison.model, sides, options, "now", page);
+  constexpr std::string_view cellStart = "<CODE>", cellEnd = "</CODE>";
+  uint32_t cells = 0;
+  for (size_t at = 0; (at = page.html.find(cellStart, at)) != page.html.npos; ++cells) {
+    at += cellStart.size();
+    const size_t end = page.html.find('<', at);
+    require(page.html.compare(end, cellEnd.size(), cellEnd) == 0, "markup from a text");
+    for (; at < end; ++at)
+      require(static_cast<unsigned char>(page.html[at]) >= ' ', "a control byte in a page");
+  }
+  const uint32_t all = 2 * comparison.model.rowCount(), differing = 2 * comparison.model.differingRows();
+  require(cells <= all && cells >= differing, "rows left out or twice");
+  if (options.scope == ExportScope::everything) require(cells == all, "not all rows");
+  if (options.scope == ExportScope::differences) require(cells == differing, "not the differing rows");
+}
+
 }  // namespace
 }  // namespace merivane
 
-/// A byte of options, two that say where the left file ends, the left file and the right file.
+/// A byte of options, two that say where the left file ends (and vary the page), the left file and the right.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   using namespace merivane;
   if (size < 3) return 0;
@@ -64,5 +91,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   require(outcome.succeeded() == (!isBinary(left) && !isBinary(right)), "files not compared");
   check(comparison.model, comparison.documents[0].text.view(), comparison.documents[1].text.view(), options);
   for (const TextDocument& document : comparison.documents) checkRoundTrip(document);
+
+  HtmlOptions html;
+  html.scope = static_cast<ExportScope>(data[1] % 3);
+  html.lineNumbers = static_cast<LineNumbers>(data[2] % 3);
+  html.showWhiteSpace = (data[0] & 64) != 0;
+  html.tabStop = 1 + data[1] % 16;
+  checkPage(comparison, html);
   return 0;
 }
