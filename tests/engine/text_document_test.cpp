@@ -121,8 +121,7 @@ TEST(LineEnds, ComeBackInTheFile) {
   }
   Random random(3);
   for (int i = 0; i < 2000; ++i) {
-    // A lone LF is what a file of the kind does not hold.
-    std::string text = random.text("\n\nab", 30);
+    const std::string text = random.text("\n\nab", 30);
     for (const LineEndKind kind : allKinds) ASSERT_EQ(fromFile(toFile(text, kind), kind), text);
   }
 }
