@@ -2,6 +2,7 @@
 
 #include <new>
 #include <span>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -38,17 +39,21 @@ Result compareTexts(std::string_view left, std::string_view right, const Compare
 
 Outcome compareFiles(FileSystem& files, const std::string (&paths)[2], const CompareOptions& options,
                      const AbortFlag* abort, FileComparison& comparison) {
+  // Had beforehand, as there may be no memory for it when it is needed.
+  FileComparison nothing;
+  try {
+    nothing.model.addRow(RowStatus::same, 0, 0);
+    nothing.model.numberLines();
+  } catch (const std::bad_alloc&) {
+    return {Result::outOfMemory};
+  }
   comparison = {};
   Outcome outcome = loadDocuments(files, paths, comparison.documents);
   if (outcome.succeeded()) {
     outcome.result = compareTexts(comparison.documents[0].text.view(), comparison.documents[1].text.view(),
                                   options, abort, comparison.model);
   }
-  if (!outcome.succeeded()) {
-    comparison = {};
-    comparison.model.addRow(RowStatus::same, 0, 0);
-    comparison.model.numberLines();
-  }
+  if (!outcome.succeeded()) comparison = std::move(nothing);
   return outcome;
 }
 

@@ -26,7 +26,8 @@ struct FileComparison {
   DiffModel model;
 };
 
-/// Loads and compares two files. On any failure `comparison` is left with empty texts and one empty row.
+/// Loads and compares two files. On any failure `comparison` is left with empty texts and one empty row;
+/// only where there is no memory for that row, it stays as it was.
 Outcome compareFiles(FileSystem& files, const std::string (&paths)[2], const CompareOptions& options,
                      const AbortFlag* abort, FileComparison& comparison);
 

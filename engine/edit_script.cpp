@@ -28,6 +28,7 @@ class Search {
         abort_(abort) {}
 
   void run(Box box) {
+    if (pollAbort()) return;
     trim(box);
     if (box.xlo == box.xhi || box.ylo == box.yhi) {
       mark(box);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <utility>
 
 #include "base/message_format.h"
@@ -146,9 +147,7 @@ struct Loading {
   }
 };
 
-}  // namespace
-
-Outcome loadDocuments(FileSystem& files, const std::string (&paths)[2], TextDocument (&documents)[2]) {
+Outcome load(FileSystem& files, const std::string (&paths)[2], TextDocument (&documents)[2]) {
   constexpr Result invalid[] = {Result::leftPathInvalid, Result::rightPathInvalid};
   constexpr Result binary[] = {Result::leftBinary, Result::rightBinary};
   constexpr Result unreadable[] = {Result::leftUnreadable, Result::rightUnreadable};
@@ -174,6 +173,16 @@ Outcome loadDocuments(FileSystem& files, const std::string (&paths)[2], TextDocu
   }
   for (const int side : {0, 1}) documents[side] = std::move(loaded[side]);
   return {};
+}
+
+}  // namespace
+
+Outcome loadDocuments(FileSystem& files, const std::string (&paths)[2], TextDocument (&documents)[2]) {
+  try {
+    return load(files, paths, documents);
+  } catch (const std::bad_alloc&) {
+    return {Result::outOfMemory};
+  }
 }
 
 }  // namespace merivane

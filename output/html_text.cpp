@@ -18,9 +18,7 @@ constexpr auto kPlain = [] {
   return plain;
 }();
 
-bool isPlain(char c) {
-  return kPlain[static_cast<unsigned char>(c)];
-}
+bool isPlain(char c) { return kPlain[static_cast<unsigned char>(c)]; }
 
 /// Plain spaces in a row would show as one; blanks alone would never let the browser break the line.
 void appendBlanks(std::string& html, size_t count) {

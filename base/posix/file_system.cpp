@@ -17,12 +17,18 @@ SystemError lastError() { return static_cast<SystemError>(errno); }
 
 class Descriptor {
  public:
-  explicit Descriptor(int number) : number_(number) {}
+  Descriptor() = default;
   ~Descriptor() { close(); }
   Descriptor(const Descriptor&) = delete;
   Descriptor& operator=(const Descriptor&) = delete;
 
   int get() const { return number_; }
+  /// Takes a descriptor on; false for the -1 of a failure.
+  bool take(int number) {
+    close();
+    number_ = number;
+    return number >= 0;
+  }
   bool close() {
     const int number = number_;
     number_ = -1;
@@ -30,12 +36,21 @@ class Descriptor {
   }
 
  private:
-  int number_;
+  int number_ = -1;
 };
+
+// The objects exist before what they own is opened, so that running out of memory leaves nothing behind.
 
 class PosixInputFile final : public InputFile {
  public:
-  PosixInputFile(int descriptor, uint64_t size) : descriptor_(descriptor), size_(size) {}
+  SystemError open(const std::string& path) {
+    struct stat status = {};
+    if (!descriptor_.take(::open(path.c_str(), O_RDONLY | O_CLOEXEC))) return lastError();
+    if (::fstat(descriptor_.get(), &status) != 0) return lastError();
+    if (S_ISDIR(status.st_mode)) return EISDIR;
+    if (S_ISREG(status.st_mode)) size_ = static_cast<uint64_t>(status.st_size);
+    return 0;
+  }
 
   SystemError read(char* bytes, uint32_t wanted, uint32_t& got) override {
     // Above this a single read may be refused.
@@ -55,7 +70,7 @@ class PosixInputFile final : public InputFile {
 
  private:
   Descriptor descriptor_;
-  uint64_t size_;
+  uint64_t size_ = 0;
 };
 
 SystemError writeAll(int descriptor, std::string_view contents) {
@@ -70,7 +85,9 @@ SystemError writeAll(int descriptor, std::string_view contents) {
 
 class DeviceOutput final : public OutputFile {
  public:
-  explicit DeviceOutput(int descriptor) : file_(descriptor) {}
+  SystemError open(const std::string& path) {
+    return file_.take(::open(path.c_str(), O_WRONLY | O_CLOEXEC)) ? 0 : lastError();
+  }
 
   SystemError write(std::string_view bytes) override { return writeAll(file_.get(), bytes); }
   SystemError commit() override { return file_.close() ? 0 : lastError(); }
@@ -81,16 +98,26 @@ class DeviceOutput final : public OutputFile {
 
 class ReplacingOutput final : public OutputFile {
  public:
-  ReplacingOutput(int descriptor, std::string beside, std::string target, mode_t mode)
-      : file_(descriptor), beside_(std::move(beside)), target_(std::move(target)), mode_(mode) {}
+  /// `owner` and `group` may be -1 for the process's own.
+  ReplacingOutput(std::string target, mode_t mode, uid_t owner, gid_t group)
+      : beside_(target + ".XXXXXX"), target_(std::move(target)), mode_(mode), owner_(owner), group_(group) {}
 
   ~ReplacingOutput() override {
     if (!beside_.empty()) ::unlink(beside_.c_str());
   }
 
+  SystemError open() {
+    if (file_.take(::mkstemp(beside_.data()))) return 0;
+    const SystemError error = lastError();
+    beside_.clear();
+    return error;
+  }
+
   SystemError write(std::string_view bytes) override { return writeAll(file_.get(), bytes); }
 
   SystemError commit() override {
+    // Before the mode, which this may cut down. Who may not give a file away keeps it.
+    [[maybe_unused]] const int given = ::fchown(file_.get(), owner_, group_);
     if (::fchmod(file_.get(), mode_) != 0) return lastError();
     // Some file systems cannot flush and say so; that is not a failed write.
     if (::fsync(file_.get()) != 0 && errno != EINVAL) return lastError();
@@ -105,6 +132,8 @@ class ReplacingOutput final : public OutputFile {
   std::string beside_;
   std::string target_;
   mode_t mode_;
+  uid_t owner_;
+  gid_t group_;
 };
 
 class PosixFileSystem final : public FileSystem {
@@ -119,17 +148,10 @@ class PosixFileSystem final : public FileSystem {
   bool isWritable(const std::string& path) override { return ::access(path.c_str(), W_OK) == 0; }
 
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) return lastError();
-    struct stat status = {};
-    if (::fstat(descriptor, &status) != 0 || S_ISDIR(status.st_mode)) {
-      const SystemError error = S_ISDIR(status.st_mode) ? EISDIR : lastError();
-      ::close(descriptor);
-      return error;
-    }
-    const uint64_t size = S_ISREG(status.st_mode) ? static_cast<uint64_t>(status.st_size) : 0;
-    file = std::make_unique<PosixInputFile>(descriptor, size);
-    return 0;
+    auto opened = std::make_unique<PosixInputFile>();
+    const SystemError error = opened->open(path);
+    if (error == 0) file = std::move(opened);
+    return error;
   }
 
   SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override {
@@ -137,16 +159,20 @@ class PosixFileSystem final : public FileSystem {
     const bool exists = ::stat(path.c_str(), &status) == 0;
     if (exists && S_ISDIR(status.st_mode)) return EISDIR;
     if (exists && !S_ISREG(status.st_mode)) {
-      const int descriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
-      if (descriptor < 0) return lastError();
-      file = std::make_unique<DeviceOutput>(descriptor);
-      return 0;
+      auto opened = std::make_unique<DeviceOutput>();
+      const SystemError error = opened->open(path);
+      if (error == 0) file = std::move(opened);
+      return error;
     }
     std::string target = path;
     mode_t mode = 0;
+    uid_t owner = static_cast<uid_t>(-1);
+    gid_t group = static_cast<gid_t>(-1);
     if (exists) {
       if (::access(path.c_str(), W_OK) != 0) return lastError();
       mode = status.st_mode & 07777;
+      owner = status.st_uid;
+      group = status.st_gid;
       // A link keeps pointing at the file it names; the file behind it is what is replaced.
       const std::unique_ptr<char, void (*)(void*)> resolved(::realpath(path.c_str(), nullptr), ::free);
       if (!resolved) return lastError();
@@ -156,11 +182,10 @@ class PosixFileSystem final : public FileSystem {
       ::umask(mask);
       mode = 0666 & ~mask;
     }
-    std::string beside = target + ".XXXXXX";
-    const int descriptor = ::mkstemp(beside.data());
-    if (descriptor < 0) return lastError();
-    file = std::make_unique<ReplacingOutput>(descriptor, std::move(beside), std::move(target), mode);
-    return 0;
+    auto opened = std::make_unique<ReplacingOutput>(std::move(target), mode, owner, group);
+    const SystemError error = opened->open();
+    if (error == 0) file = std::move(opened);
+    return error;
   }
 };
 

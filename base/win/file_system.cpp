@@ -11,6 +11,7 @@ namespace {
 
 class Handle {
  public:
+  Handle() = default;
   explicit Handle(HANDLE handle) : handle_(handle) {}
   ~Handle() { close(); }
   Handle(const Handle&) = delete;
@@ -18,6 +19,12 @@ class Handle {
 
   HANDLE get() const { return handle_; }
   bool valid() const { return handle_ != INVALID_HANDLE_VALUE; }
+  /// Takes a handle on; false for the invalid one of a failure.
+  bool take(HANDLE handle) {
+    close();
+    handle_ = handle;
+    return valid();
+  }
   bool close() {
     const HANDLE handle = handle_;
     handle_ = INVALID_HANDLE_VALUE;
@@ -25,12 +32,26 @@ class Handle {
   }
 
  private:
-  HANDLE handle_;
+  HANDLE handle_ = INVALID_HANDLE_VALUE;
 };
+
+// The objects exist before what they own is opened, so that running out of memory leaves nothing behind.
 
 class WindowsInputFile final : public InputFile {
  public:
-  WindowsInputFile(HANDLE handle, uint64_t size) : handle_(handle), size_(size) {}
+  SystemError open(const std::string& path) {
+    const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    LARGE_INTEGER size = {};
+    if (!handle_.take(CreateFileA(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_SEQUENTIAL_SCAN, nullptr))) {
+      return GetLastError();
+    }
+    if (GetFileType(handle_.get()) == FILE_TYPE_DISK && !GetFileSizeEx(handle_.get(), &size)) {
+      return GetLastError();
+    }
+    size_ = static_cast<uint64_t>(size.QuadPart);
+    return 0;
+  }
 
   SystemError read(char* bytes, uint32_t wanted, uint32_t& got) override {
     // Larger single reads fail on some network drives.
@@ -53,7 +74,7 @@ class WindowsInputFile final : public InputFile {
 
  private:
   Handle handle_;
-  uint64_t size_;
+  uint64_t size_ = 0;
 };
 
 SystemError writeAll(HANDLE handle, std::string_view contents) {
@@ -69,12 +90,28 @@ SystemError writeAll(HANDLE handle, std::string_view contents) {
 
 class ReplacingOutput final : public OutputFile {
  public:
-  ReplacingOutput(HANDLE handle, std::string beside, std::string target, bool replaces)
-      : file_(handle), beside_(std::move(beside)), target_(std::move(target)), replaces_(replaces) {}
+  ReplacingOutput(std::string target, bool replaces) : target_(std::move(target)), replaces_(replaces) {}
 
   ~ReplacingOutput() override {
     file_.close();
     if (!beside_.empty()) DeleteFileA(beside_.c_str());
+  }
+
+  SystemError open() {
+    DWORD number = GetTickCount() ^ GetCurrentProcessId() << 8;
+    SystemError error = ERROR_FILE_EXISTS;
+    for (int tries = 0; tries < 1000 && error == ERROR_FILE_EXISTS; ++tries, ++number) {
+      char suffix[16];
+      std::snprintf(suffix, sizeof suffix, ".%06lx.tmp", static_cast<unsigned long>(number & 0xFFFFFF));
+      std::string beside = target_ + suffix;
+      if (file_.take(CreateFileA(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
+                                 nullptr))) {
+        beside_ = std::move(beside);
+        return 0;
+      }
+      error = GetLastError();
+    }
+    return error;
   }
 
   SystemError write(std::string_view bytes) override { return writeAll(file_.get(), bytes); }
@@ -117,43 +154,20 @@ class WindowsFileSystem final : public FileSystem {
   }
 
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
-    const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const HANDLE handle = CreateFileA(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING,
-                                      FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
-    if (handle == INVALID_HANDLE_VALUE) return GetLastError();
-    LARGE_INTEGER size = {};
-    if (GetFileType(handle) == FILE_TYPE_DISK && !GetFileSizeEx(handle, &size)) {
-      const SystemError error = GetLastError();
-      CloseHandle(handle);
-      return error;
-    }
-    file = std::make_unique<WindowsInputFile>(handle, static_cast<uint64_t>(size.QuadPart));
-    return 0;
+    auto opened = std::make_unique<WindowsInputFile>();
+    const SystemError error = opened->open(path);
+    if (error == 0) file = std::move(opened);
+    return error;
   }
 
   SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override {
     const FileKind before = kind(path);
     if (before == FileKind::folder) return ERROR_ACCESS_DENIED;
     if (before == FileKind::file && !isWritable(path)) return ERROR_ACCESS_DENIED;
-    std::string beside;
-    const HANDLE handle = createBeside(path, beside);
-    if (handle == INVALID_HANDLE_VALUE) return GetLastError();
-    file = std::make_unique<ReplacingOutput>(handle, std::move(beside), path, before == FileKind::file);
-    return 0;
-  }
-
- private:
-  static HANDLE createBeside(const std::string& path, std::string& beside) {
-    DWORD number = GetTickCount() ^ GetCurrentProcessId() << 8;
-    for (int tries = 0; tries < 1000; ++tries, ++number) {
-      char suffix[16];
-      std::snprintf(suffix, sizeof suffix, ".%06lx.tmp", static_cast<unsigned long>(number & 0xFFFFFF));
-      beside = path + suffix;
-      const HANDLE handle =
-          CreateFileA(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
-      if (handle != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_EXISTS) return handle;
-    }
-    return INVALID_HANDLE_VALUE;
+    auto opened = std::make_unique<ReplacingOutput>(path, before == FileKind::file);
+    const SystemError error = opened->open();
+    if (error == 0) file = std::move(opened);
+    return error;
   }
 };
 

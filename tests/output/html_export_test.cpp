@@ -49,9 +49,7 @@ std::vector<std::string> allBetween(std::string_view page, std::string_view befo
   return found;
 }
 
-std::vector<std::string> cells(std::string_view page) {
-  return allBetween(page, "<CODE>", "</CODE>");
-}
+std::vector<std::string> cells(std::string_view page) { return allBetween(page, "<CODE>", "</CODE>"); }
 
 TEST(HtmlExport, PageByteForByte) {
   DiffModel model;

@@ -1,0 +1,196 @@
+#include "base/file_system.h"
+
+#include <gtest/gtest.h>
+
+#ifndef _WIN32
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "tests/support/failing_allocator.h"
+
+namespace merivane {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A folder of its own for each test. What a test leaves in it is removed file by file.
+class SystemFilesTest : public testing::Test {
+ protected:
+  SystemFilesTest() {
+    const auto now = std::chrono::system_clock::now().time_since_epoch().count();
+    folder_ = fs::temp_directory_path() / ("merivane-test-" + std::to_string(now));
+    EXPECT_TRUE(fs::create_directory(folder_)) << folder_;
+  }
+
+  ~SystemFilesTest() override {
+    std::error_code ignored;
+    for (const std::string& name : names()) {
+      fs::permissions(folder_ / name, fs::perms::owner_write, fs::perm_options::add, ignored);
+      fs::remove(folder_ / name, ignored);
+    }
+    EXPECT_TRUE(fs::remove(folder_, ignored)) << folder_;
+  }
+
+  std::string path(const std::string& name) const { return (folder_ / name).string(); }
+
+  std::vector<std::string> names() const {
+    std::vector<std::string> result;
+    for (const auto& entry : fs::directory_iterator(folder_))
+      result.push_back(entry.path().filename().string());
+    return result;
+  }
+
+  void put(const std::string& name, const std::string& contents) {
+    std::ofstream(folder_ / name, std::ios::binary) << contents;
+  }
+
+  std::string contents(const std::string& name) const {
+    std::ifstream file(folder_ / name, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+  }
+
+  /// Refuses writing; false where rights do not count, as for a super-user other than on Windows.
+  bool lock(const std::string& name) {
+    const auto write = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    fs::permissions(folder_ / name, write, fs::perm_options::remove);
+#ifdef _WIN32
+    return true;
+#else
+    return ::geteuid() != 0;
+#endif
+  }
+
+  FileSystem& files_ = systemFiles();
+  fs::path folder_;
+};
+
+TEST_F(SystemFilesTest, TellsWhatAPathNames) {
+  put("file", "");
+  fs::create_directory(folder_ / "sub");
+  EXPECT_EQ(files_.kind(path("file")), FileKind::file);
+  EXPECT_EQ(files_.kind(path("sub")), FileKind::folder);
+  EXPECT_EQ(files_.kind(path("missing")), FileKind::none);
+  EXPECT_EQ(files_.kind(path("file/below")), FileKind::none);
+  EXPECT_EQ(files_.kind(""), FileKind::none);
+  EXPECT_TRUE(IsFile(path("file")) && !IsFile(path("sub")) && !IsFile("") && !IsFile(path("missing")));
+  EXPECT_TRUE(IsFolder(path("sub")) && !IsFolder(path("file")) && !IsFolder(""));
+  EXPECT_TRUE(files_.isWritable(path("file")));
+  EXPECT_FALSE(files_.isWritable(path("missing")));
+}
+
+TEST_F(SystemFilesTest, ReadsWholeFilesInPieces) {
+  std::string text;
+  for (int i = 0; i < 300000; ++i) text += static_cast<char>(i * i >> 3);
+  put("file", text);
+  std::unique_ptr<InputFile> file;
+  ASSERT_EQ(files_.open(path("file"), file), 0u);
+  EXPECT_EQ(file->size(), text.size());
+  ByteArray bytes;
+  ASSERT_TRUE(bytes.allocate(1000));
+  uint32_t got = 0;
+  ASSERT_EQ(file->read(bytes.data(), 1000, got), 0u);
+  ASSERT_EQ(got, 1000u);
+  ASSERT_EQ(readToEnd(*file, bytes), 0u);
+  EXPECT_TRUE(bytes.view() == text);
+  ASSERT_EQ(file->read(bytes.data(), 1000, got), 0u);
+  EXPECT_EQ(got, 0u);
+
+  EXPECT_NE(files_.open(path("missing"), file), 0u);
+  EXPECT_NE(files_.open(folder_.string(), file), 0u);
+  EXPECT_NE(systemErrorText(files_.open(path("missing"), file)), "");
+}
+
+TEST_F(SystemFilesTest, ReplacesFilesWhole) {
+  EXPECT_EQ(replaceFile(files_, path("new"), "fresh"), 0u);
+  EXPECT_EQ(contents("new"), "fresh");
+  put("old", "a much longer text than what comes");
+  EXPECT_EQ(replaceFile(files_, path("old"), "short"), 0u);
+  EXPECT_EQ(contents("old"), "short");
+  EXPECT_EQ(replaceFile(files_, path("old"), ""), 0u);
+  EXPECT_EQ(contents("old"), "");
+
+  std::unique_ptr<OutputFile> file;
+  ASSERT_EQ(files_.create(path("new"), file), 0u);
+  ASSERT_EQ(file->write("half"), 0u);
+  EXPECT_EQ(contents("new"), "fresh") << "the file is as it was until the end";
+  ASSERT_EQ(file->write("half"), 0u);
+  ASSERT_EQ(file->commit(), 0u);
+  file.reset();
+  EXPECT_EQ(contents("new"), "halfhalf");
+  EXPECT_EQ(names().size(), 2u) << "nothing is left beside";
+}
+
+TEST_F(SystemFilesTest, LeavesTheFileAndNoLitterWhenGivenUp) {
+  put("file", "earlier");
+  for (const char* const name : {"file", "new"}) {
+    std::unique_ptr<OutputFile> file;
+    ASSERT_EQ(files_.create(path(name), file), 0u);
+    ASSERT_EQ(file->write("other"), 0u);
+  }
+  EXPECT_EQ(contents("file"), "earlier");
+  EXPECT_EQ(names().size(), 1u);
+
+  fs::create_directory(folder_ / "sub");
+  EXPECT_NE(replaceFile(files_, path("sub"), "text"), 0u);
+  EXPECT_NE(replaceFile(files_, path("missing/file"), "text"), 0u);
+  EXPECT_EQ(names().size(), 2u);
+
+  const std::string target = path("file");
+  failEachAllocation([&] { put("file", "earlier"); },
+                     [&] {
+                       try {
+                         return replaceFile(files_, target, "other");
+                       } catch (const std::bad_alloc&) {
+                         return notEnoughStorage();
+                       }
+                     },
+                     [&](SystemError error) {
+                       EXPECT_NE(error, 0u);
+                       EXPECT_EQ(contents("file"), "earlier");
+                       EXPECT_EQ(names().size(), 2u);
+                     });
+}
+
+TEST_F(SystemFilesTest, DoesNotReplaceALockedFile) {
+  put("file", "earlier");
+  if (!lock("file")) GTEST_SKIP() << "rights do not count for this user";
+  EXPECT_FALSE(files_.isWritable(path("file")));
+  EXPECT_NE(replaceFile(files_, path("file"), "other"), 0u);
+  EXPECT_EQ(contents("file"), "earlier");
+  EXPECT_EQ(names().size(), 1u);
+}
+
+#ifndef _WIN32
+TEST_F(SystemFilesTest, KeepsModeOwnerAndLinks) {
+  put("file", "earlier");
+  fs::permissions(folder_ / "file", fs::perms(0751));
+  const bool isSuperUser = ::geteuid() == 0;
+  if (isSuperUser) {
+    ASSERT_EQ(::chown(path("file").c_str(), 1234, 2345), 0);
+  }
+  fs::create_symlink("file", folder_ / "link");
+  EXPECT_EQ(replaceFile(files_, path("link"), "other"), 0u);
+  EXPECT_TRUE(fs::is_symlink(folder_ / "link"));
+  EXPECT_EQ(contents("file"), "other");
+  EXPECT_EQ(names().size(), 2u);
+  struct stat status;
+  ASSERT_EQ(::stat(path("file").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777, mode_t{0751});
+  EXPECT_EQ(status.st_uid, isSuperUser ? uid_t{1234} : ::geteuid());
+  EXPECT_EQ(status.st_gid, isSuperUser ? gid_t{2345} : ::getegid());
+
+  // What is new has the rights that any new file has.
+  put("plain", "");
+  EXPECT_EQ(replaceFile(files_, path("new"), "text"), 0u);
+  EXPECT_EQ(fs::status(folder_ / "new").permissions(), fs::status(folder_ / "plain").permissions());
+}
+#endif
+
+}  // namespace
+}  // namespace merivane

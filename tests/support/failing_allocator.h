@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+
+namespace merivane {
+
+/// Whether malloc, calloc and realloc can be made to fail, besides operator new. Where the thread library
+/// is linked into the program it would be hit as well, and crash.
+#ifdef _WIN32
+constexpr bool kMallocFails = false;
+#else
+constexpr bool kMallocFails = true;
+#endif
+
+/// While it lives, an allocation of the test program fails: the `failing`-th from 0 alone, or that one and
+/// all behind it. One at a time, and no other thread may allocate meanwhile.
+class AllocationFailure {
+ public:
+  enum Extent { once, fromThenOn };
+
+  AllocationFailure(uint32_t failing, Extent extent);
+  ~AllocationFailure();
+  AllocationFailure(const AllocationFailure&) = delete;
+  AllocationFailure& operator=(const AllocationFailure&) = delete;
+
+  /// Lets all allocations succeed again, and tells whether one has failed.
+  bool end();
+};
+
+/// Runs `operation` over and over, each time with the next of its allocations failing, until it gets by
+/// without that one. `prepare` runs before each time; `check` looks at what each failing run answered.
+template <typename Prepare, typename Operation, typename Check>
+void failEachAllocation(Prepare prepare, Operation operation, Check check) {
+  for (const auto extent : {AllocationFailure::once, AllocationFailure::fromThenOn}) {
+    for (uint32_t failing = 0;; ++failing) {
+      prepare();
+      AllocationFailure failure(failing, extent);
+      const auto answer = operation();
+      if (!failure.end()) break;
+      check(answer);
+    }
+  }
+}
+
+}  // namespace merivane
