@@ -41,9 +41,7 @@ class TextWriter {
 
   void write(const std::string (&paths)[2]) {
     std::string titles[2];
-    for (const int side : {0, 1}) {
-      titles[side] = paths[side] + " (" + lineEndKindName(comparison_.documents[side].lineEndKind) + ")";
-    }
+    for (const int side : {0, 1}) titles[side] = title(side, paths[side]);
     writeHead(titles[0], titles[1]);
     forEachSection(model_, options_.scope, [this](RowRange rows) {
       if (options_.scope != ExportScope::everything) writeSectionHead(rows.begin);
@@ -53,6 +51,20 @@ class TextWriter {
   }
 
  private:
+  /// The path, its beginning left out where it is too long, and the kind of line ends.
+  std::string title(int side, std::string path) const {
+    constexpr std::string_view dots = "...";
+    const std::string kind =
+        std::string(" (") + lineEndKindName(comparison_.documents[side].lineEndKind) + ")";
+    const size_t room = gutters_[side] + cellWidth_;
+    if (path.size() + kind.size() > room) {
+      size_t from = path.size() - std::min(path.size(), room - std::min(room, dots.size() + kind.size()));
+      while (from < path.size() && (path[from] & 0xC0) == 0x80) ++from;
+      path.replace(0, from, dots);
+    }
+    return path + kind;
+  }
+
   void writeSectionHead(uint32_t row) {
     std::string heads[2];
     for (const int side : {0, 1}) {
@@ -98,10 +110,10 @@ class TextWriter {
       blanks = 1;
     }
     if (filler != 1) {
-      const size_t before = row_.size();
       row_.append(blanks, ' ');
       appendGutter(1, row);
-      if (appendSide(1, row) == 0 && gutters_[1] == 0) row_.resize(before);
+      const size_t before = row_.size();
+      if (appendSide(1, row) == 0) row_.resize(row_.find_last_not_of(' ', before - 1) + 1);
     }
     row_ += '\n';
     sink_.write(row_);

@@ -7,13 +7,13 @@
 namespace merivane {
 namespace {
 
-/// A file name as patch programs read it back: one with control bytes, quotes or backslashes as a C string,
-/// one with blanks with a TAB behind it, which ends it.
+/// A file name as patch programs read it back: one with control bytes, quotes, backslashes or a blank at its
+/// end as a C string, another one with blanks with a TAB behind it, which ends it.
 std::string headerName(std::string_view path) {
   const auto isSpecial = [](char c) {
     return static_cast<uint8_t>(c) < 0x20 || c == 0x7F || c == '"' || c == '\\';
   };
-  if (std::none_of(path.begin(), path.end(), isSpecial)) {
+  if (!path.ends_with(' ') && std::none_of(path.begin(), path.end(), isSpecial)) {
     std::string name(path);
     if (path.find(' ') != std::string_view::npos) name += '\t';
     return name;
