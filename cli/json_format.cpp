@@ -1,6 +1,7 @@
 #include "cli/json_format.h"
 
 #include <cstdint>
+#include <new>
 #include <span>
 #include <string_view>
 
@@ -82,6 +83,8 @@ void appendRow(std::string& json, const DiffModel& model, uint32_t row) {
     json += '}';
   }
   if (status == RowStatus::changed) {
+    // Only for lack of memory does a changed row have none, and none would be a wrong answer.
+    if (model.marks(row).none()) throw std::bad_alloc();
     for (const int side : {0, 1}) {
       json += ",\"";
       json += kSideNames[side];
