@@ -62,7 +62,7 @@ class DiffRun {
     return differ ? kExitDifferences : kExitNoDifference;
   }
 
-  /// Writes all but patches.
+  /// Writes every format but the patch, which deliverPatch() does.
   void write(const FileComparison& comparison, ByteSink& sink) {
     switch (options_.format) {
       case DiffFormat::text:
@@ -72,8 +72,9 @@ class DiffRun {
       case DiffFormat::html:
         return writePage(comparison, sink);
       case DiffFormat::summary:
-      case DiffFormat::unified:
         return sink.write(summaryText(comparison.model) + "\n");
+      case DiffFormat::unified:
+        return;
     }
   }
 
