@@ -1,13 +1,58 @@
 #include <cstdio>
-#include "engine/comparison.h"
-using namespace merivane;
-int main(int argc, char** argv) {
-  FileComparison c;
-  const std::string paths[2] = {argv[argc - 2], argv[argc - 1]};
-  auto o = compareFiles(systemFiles(), paths, {}, nullptr, c);
-  if (!o.succeeded()) {
-    std::fprintf(stderr, "%s\n", outcomeMessage(o).c_str());
-    return 2;
+#include <cstdlib>
+#include <ctime>
+#include <exception>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/byte_sink.h"
+#include "base/message_format.h"
+#include "base/texts.h"
+#include "cli/run_diff.h"
+#include "cli/standard_streams.h"
+
+namespace {
+
+class ErrorSink final : public merivane::ByteSink {
+ public:
+  void write(std::string_view bytes) override { std::fwrite(bytes.data(), 1, bytes.size(), stderr); }
+};
+
+/// The time now, in one form on every computer.
+std::string timeText() {
+  const std::time_t now = std::time(nullptr);
+  const std::tm* const local = std::localtime(&now);
+  if (local == nullptr) return {};
+  char date[16], time[16];
+  std::strftime(date, sizeof date, "%Y-%m-%d", local);
+  std::strftime(time, sizeof time, "%H:%M:%S", local);
+  return merivane::formatMessage(merivane::TextId::dateAndTime,
+                                 {std::string_view(date), std::string_view(time)});
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  using namespace merivane;
+  ErrorSink errors;
+  try {
+    StandardStreams streams;
+    const std::vector<std::string_view> words(arguments + (count > 0), arguments + count);
+    return runDiff(words, {.files = systemFiles(),
+                           .standardInput = streams.input(),
+                           .standardOutput = streams.output(),
+                           .standardError = errors,
+                           .terminal = streams.terminal(),
+                           .columns = std::getenv("COLUMNS"),
+                           .noColour = std::getenv("NO_COLOR"),
+                           .time = timeText,
+                           .brokenPipe = StandardStreams::brokenPipe()});
+  } catch (const std::exception&) {
+    // So early nothing but memory can be missing.
+    errors.write("merivane-diff: ");
+    errors.write(text(TextId::outOfMemory));
+    errors.write("\n");
+    return kExitTrouble;
   }
-  std::puts(summaryText(c.model).c_str());
 }

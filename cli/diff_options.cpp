@@ -1,0 +1,158 @@
+#include "cli/diff_options.h"
+
+#include <charconv>
+#include <cstddef>
+#include <system_error>
+#include <vector>
+
+#include "cli/option_scanner.h"
+
+namespace merivane {
+namespace {
+
+/// An option and what it does. `set` answers whether it can make sense of the argument.
+struct OptionRow {
+  OptionName name;
+  bool (*set)(DiffOptions& options, std::string_view value);
+  std::string_view missing = {};  // stands in for an optional argument that is not there
+
+  std::string spelled() const {
+    return name.name.empty() ? std::string("-") + name.letter : "--" + std::string(name.name);
+  }
+};
+
+template <typename Value>
+struct Word {
+  std::string_view word;
+  Value value;
+};
+
+template <typename Value, size_t count>
+bool choose(const Word<Value> (&words)[count], std::string_view text, Value& value) {
+  for (const Word<Value>& word : words) {
+    if (word.word != text) continue;
+    value = word.value;
+    return true;
+  }
+  return false;
+}
+
+bool setFormat(DiffOptions& options, std::string_view value) {
+  static constexpr Word<DiffFormat> words[] = {{"text", DiffFormat::text},
+                                               {"summary", DiffFormat::summary},
+                                               {"json", DiffFormat::json},
+                                               {"html", DiffFormat::html},
+                                               {"unified", DiffFormat::unified}};
+  return choose(words, value, options.format);
+}
+
+bool setUnified(DiffOptions& options, std::string_view value) {
+  options.format = DiffFormat::unified;
+  return parseNumber(value, 0, UINT32_MAX, options.contextLines);
+}
+
+bool setColour(DiffOptions& options, std::string_view value) {
+  static constexpr Word<ColourUse> words[] = {
+      {"auto", ColourUse::automatic}, {"always", ColourUse::always}, {"never", ColourUse::never}};
+  return choose(words, value, options.colour);
+}
+
+bool setScope(DiffOptions& options, std::string_view value) {
+  static constexpr Word<ExportScope> words[] = {{"everything", ExportScope::everything},
+                                                {"context", ExportScope::context},
+                                                {"differences", ExportScope::differences}};
+  return choose(words, value, options.scope);
+}
+
+bool setLineNumbers(DiffOptions& options, std::string_view value) {
+  static constexpr Word<LineNumbers> words[] = {
+      {"virtual", LineNumbers::rows}, {"real", LineNumbers::lines}, {"none", LineNumbers::none}};
+  return choose(words, value, options.lineNumbers);
+}
+
+bool addIgnoreBlanks(DiffOptions& options, std::string_view list) {
+  static constexpr Word<uint32_t> words[] = {{"all", kIgnoreAllBlanks},
+                                             {"multiple", kIgnoreMultipleBlanks},
+                                             {"start", kIgnoreBlanksAtStart},
+                                             {"end", kIgnoreBlanksAtEnd}};
+  for (;;) {
+    const size_t comma = list.find(',');
+    uint32_t blanks = 0;
+    if (!choose(words, list.substr(0, comma), blanks)) return false;
+    options.compare.ignoreBlanks |= blanks;
+    if (comma == std::string_view::npos) return true;
+    list.remove_prefix(comma + 1);
+  }
+}
+
+bool setOutput(DiffOptions& options, std::string_view value) {
+  options.output = value;
+  return !value.empty();
+}
+
+constexpr OptionRow kOptions[] = {
+    {{"color", 0, OptionArgument::required}, setColour},
+    {{"format", 0, OptionArgument::required}, setFormat},
+    {{"help"}, [](DiffOptions& options, std::string_view) { return options.help = true; }},
+    {{"ignore-blanks", 0, OptionArgument::required}, addIgnoreBlanks},
+    {{"ignore-case"},
+     [](DiffOptions& options, std::string_view) { return options.compare.ignoreCase = true; }},
+    {{"line-numbers", 0, OptionArgument::required}, setLineNumbers},
+    {{"no-changed-lines"},
+     [](DiffOptions& options, std::string_view) { return !(options.compare.compareChanges = false); }},
+    {{"output", 0, OptionArgument::required}, setOutput},
+    {{"scope", 0, OptionArgument::required}, setScope},
+    {{"show-white-space"},
+     [](DiffOptions& options, std::string_view) { return options.showWhiteSpace = true; }},
+    {{"tab-stop", 0, OptionArgument::required},
+     [](DiffOptions& options, std::string_view value) { return parseNumber(value, 1, 16, options.tabStop); }},
+    {{"unified", 'u', OptionArgument::optional}, setUnified, "3"},
+    {{"", 'U', OptionArgument::required}, setUnified},
+    {{"version"}, [](DiffOptions& options, std::string_view) { return options.version = true; }},
+    {{"width", 0, OptionArgument::required},
+     [](DiffOptions& options, std::string_view value) {
+       return parseNumber(value, kMinimumWidth, kMaximumWidth, options.width);
+     }},
+};
+
+std::string checkOperands(const std::vector<std::string_view>& operands, DiffOptions& options) {
+  if (operands.empty()) return "missing operand";
+  if (operands.size() == 1) return "missing operand after '" + std::string(operands[0]) + "'";
+  if (operands.size() > 2) return "extra operand '" + std::string(operands[2]) + "'";
+  if (operands[0] == "-" && operands[1] == "-") return "standard input can be one side only";
+  for (const size_t side : {0, 1}) options.paths[side] = operands[side];
+  return {};
+}
+
+}  // namespace
+
+bool parseNumber(std::string_view text, uint32_t minimum, uint32_t maximum, uint32_t& number) {
+  uint32_t parsed = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), parsed);
+  if (error != std::errc() || end != text.data() + text.size()) return false;
+  if (parsed < minimum || parsed > maximum) return false;
+  number = parsed;
+  return true;
+}
+
+std::string parseOptions(std::span<const std::string_view> arguments, DiffOptions& options) {
+  std::vector<OptionName> names;
+  for (const OptionRow& row : kOptions) names.push_back(row.name);
+  OptionScanner scanner(names, arguments);
+  std::vector<std::string_view> operands;
+  for (OptionScanner::Item item; scanner.next(item);) {
+    if (item.option < 0) {
+      operands.push_back(item.value);
+      continue;
+    }
+    const OptionRow& row = kOptions[item.option];
+    const std::string_view value = item.hasValue ? item.value : row.missing;
+    if (!row.set(options, value)) {
+      return "invalid argument '" + std::string(value) + "' for '" + row.spelled() + "'";
+    }
+    if (options.help || options.version) return {};
+  }
+  return scanner.error().empty() ? checkOperands(operands, options) : scanner.error();
+}
+
+}  // namespace merivane

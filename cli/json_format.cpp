@@ -1,0 +1,127 @@
+#include "cli/json_format.h"
+
+#include <cstdint>
+#include <new>
+#include <span>
+#include <string_view>
+
+#include "cli/decimal.h"
+
+namespace merivane {
+namespace {
+
+constexpr const char* kSideNames[2] = {"left", "right"};
+
+void appendString(std::string& json, std::string_view text) {
+  constexpr char hex[] = "0123456789abcdef";
+  json += '"';
+  for (const char c : text) {
+    const uint8_t byte = static_cast<uint8_t>(c);
+    if (c == '"' || c == '\\') {
+      json += '\\';
+      json += c;
+    } else if (byte < 0x20 || byte >= 0x7F) {
+      json += "\\u00";
+      json += hex[byte >> 4];
+      json += hex[byte & 15];
+    } else {
+      json += c;
+    }
+  }
+  json += '"';
+}
+
+const char* statusName(RowStatus status) {
+  switch (status) {
+    case RowStatus::same:
+      return "same";
+    case RowStatus::leftOnly:
+      return "left";
+    case RowStatus::rightOnly:
+      return "right";
+    case RowStatus::changed:
+      return "changed";
+  }
+  return "";
+}
+
+/// The runs of marked bytes as half-open ranges.
+void appendMarks(std::string& json, std::span<const uint8_t> marks) {
+  json += '[';
+  const char* separator = "[";
+  for (uint32_t i = 0; i < marks.size(); ++i) {
+    if (!(marks[i] & kDiffersMark)) continue;
+    const uint32_t begin = i;
+    while (i < marks.size() && (marks[i] & kDiffersMark)) ++i;
+    json += separator;
+    appendDecimal(json, begin);
+    json += ',';
+    appendDecimal(json, i);
+    json += ']';
+    separator = ",[";
+  }
+  json += ']';
+}
+
+void appendRow(std::string& json, const DiffModel& model, uint32_t row) {
+  const RowStatus status = model.status(row);
+  json += "{\"status\":\"";
+  json += statusName(status);
+  json += '"';
+  for (const int side : {0, 1}) {
+    json += ",\"";
+    json += kSideNames[side];
+    json += "\":{\"line\":";
+    const uint32_t number = model.lineNumber(side, row);
+    if (number == kNoLine) {
+      json += "null";
+    } else {
+      appendDecimal(json, number + 1);
+    }
+    json += ",\"position\":";
+    appendDecimal(json, model.position(side, row));
+    json += '}';
+  }
+  if (status == RowStatus::changed) {
+    // Only for lack of memory does a changed row have none, and none would be a wrong answer.
+    if (model.marks(row).none()) throw std::bad_alloc();
+    for (const int side : {0, 1}) {
+      json += ",\"";
+      json += kSideNames[side];
+      json += "Marks\":";
+      appendMarks(json, model.marks(row).side(side));
+    }
+  }
+  json += '}';
+}
+
+}  // namespace
+
+void writeJson(const FileComparison& comparison, const std::string (&paths)[2], ByteSink& sink) {
+  const DiffModel& model = comparison.model;
+  std::string json = "{";
+  for (const int side : {0, 1}) {
+    json += '"';
+    json += kSideNames[side];
+    json += "\":{\"path\":";
+    appendString(json, paths[side]);
+    json += ",\"lineEnd\":\"";
+    json += lineEndKindName(comparison.documents[side].lineEndKind);
+    json += "\"},";
+  }
+  json += "\"diffs\":";
+  appendDecimal(json, model.differenceBlocks());
+  json += ",\"lines\":";
+  appendDecimal(json, model.differingRows());
+  json += ",\"rows\":[\n";
+  sink.write(json);
+  for (uint32_t row = 0; row < model.rowCount(); ++row) {
+    json.clear();
+    appendRow(json, model, row);
+    json += row + 1 < model.rowCount() ? ",\n" : "\n";
+    sink.write(json);
+  }
+  sink.write("]}\n");
+}
+
+}  // namespace merivane

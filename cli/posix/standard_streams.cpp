@@ -1,0 +1,77 @@
+#include "cli/standard_streams.h"
+
+#include <langinfo.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <clocale>
+#include <csignal>
+#include <cstdlib>
+#include <string_view>
+
+namespace merivane {
+namespace {
+
+SystemError lastError() { return static_cast<SystemError>(errno); }
+
+class StandardInput final : public InputFile {
+ public:
+  SystemError read(char* bytes, uint32_t wanted, uint32_t& got) override {
+    constexpr uint32_t atOnce = 1u << 30;
+    got = 0;
+    while (got < wanted) {
+      const ssize_t count = ::read(STDIN_FILENO, bytes + got, std::min(wanted - got, atOnce));
+      if (count < 0 && errno == EINTR) continue;
+      if (count < 0) return lastError();
+      if (count == 0) break;
+      got += static_cast<uint32_t>(count);
+    }
+    return 0;
+  }
+
+  uint64_t size() const override { return 0; }
+};
+
+class StandardOutput final : public OutputFile {
+ public:
+  SystemError write(std::string_view bytes) override {
+    while (!bytes.empty()) {
+      const ssize_t count = ::write(STDOUT_FILENO, bytes.data(), bytes.size());
+      if (count < 0 && errno == EINTR) continue;
+      if (count < 0) return lastError();
+      bytes.remove_prefix(static_cast<size_t>(count));
+    }
+    return 0;
+  }
+
+  SystemError commit() override { return ::close(STDOUT_FILENO) == 0 ? 0 : lastError(); }
+};
+
+bool terminalShowsColours() {
+  const char* const terminal = std::getenv("TERM");
+  return terminal != nullptr && std::string_view(terminal) != "dumb";
+}
+
+}  // namespace
+
+StandardStreams::StandardStreams()
+    : input_(std::make_unique<StandardInput>()), output_(std::make_unique<StandardOutput>()) {
+  std::signal(SIGPIPE, SIG_IGN);
+  // Only to learn the encoding: nothing the program writes depends on the locale.
+  std::setlocale(LC_CTYPE, "");
+  terminal_.utf8 = std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
+  std::setlocale(LC_CTYPE, "C");
+  terminal_.isTerminal = ::isatty(STDOUT_FILENO) != 0;
+  if (!terminal_.isTerminal) return;
+  terminal_.showsColours = terminalShowsColours();
+  winsize size = {};
+  if (::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0) terminal_.width = size.ws_col;
+}
+
+StandardStreams::~StandardStreams() = default;
+
+SystemError StandardStreams::brokenPipe() { return EPIPE; }
+
+}  // namespace merivane

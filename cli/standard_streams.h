@@ -1,0 +1,38 @@
+#pragma once
+
+#include <memory>
+
+#include "base/file_system.h"
+#include "base/result.h"
+#include "cli/run_diff.h"
+
+namespace merivane {
+
+/// The process's standard streams, byte for byte on every platform. There is one of these a process.
+class StandardStreams {
+ public:
+  /// Gets ready a terminal that shows colours on request only, and makes a reader that went away an error of
+  /// writing rather than the end of the process.
+  StandardStreams();
+  ~StandardStreams();
+  StandardStreams(const StandardStreams&) = delete;
+  StandardStreams& operator=(const StandardStreams&) = delete;
+
+  InputFile& input() { return *input_; }
+
+  /// Commit it at the end: some errors of writing show only then. Nothing can be written after that.
+  OutputFile& output() { return *output_; }
+
+  const TerminalFacts& terminal() const { return terminal_; }
+
+  /// The error of writing to where nobody reads any more.
+  static SystemError brokenPipe();
+
+ private:
+  std::unique_ptr<InputFile> input_;
+  std::unique_ptr<OutputFile> output_;
+  TerminalFacts terminal_;
+  uint32_t modeBefore_ = 0;  // of a console whose mode was changed; else 0
+};
+
+}  // namespace merivane

@@ -1,0 +1,169 @@
+#include "cli/text_format.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "cli/decimal.h"
+#include "cli/text_cell.h"
+
+namespace merivane {
+namespace {
+
+constexpr std::string_view kColourOff = "\x1b[m";
+constexpr std::string_view kHeadColour = "\x1b[36m";
+constexpr std::string_view kChangedColour = "\x1b[33m";
+constexpr std::string_view kSideColours[2] = {"\x1b[31m", "\x1b[32m"};
+constexpr std::string_view kMarkColours[2] = {"\x1b[7;31m", "\x1b[7;32m"};  // reversed, so that blanks show
+
+constexpr uint32_t kMiddle = 3;         // the row's mark with a blank on both sides
+constexpr uint32_t kNarrowestCell = 4;  // a terminal too narrow for two of these gets longer lines
+
+/// The mark between the sides of a row, by its status.
+constexpr std::string_view kSigns[] = {" ", "<", ">", "|"};
+
+class TextWriter {
+ public:
+  TextWriter(const FileComparison& comparison, const TextOptions& options, ByteSink& sink)
+      : comparison_(comparison), model_(comparison.model), options_(options), sink_(sink) {
+    for (const int side : {0, 1}) {
+      styles_[side] = {options.tabStop, options.showWhiteSpace, options.utf8, {}, {}};
+      if (!options.coloured) continue;
+      styles_[side].markOn = kMarkColours[side];
+      styles_[side].markOff = kColourOff;
+    }
+    // Row numbers are the same on both sides and stand once.
+    const uint32_t digits = options.lineNumbers == LineNumbers::none ? 0 : decimalDigits(model_.rowCount());
+    if (digits > 0) gutters_[0] = digits + 1;
+    if (options.lineNumbers == LineNumbers::lines) gutters_[1] = digits + 1;
+    const uint32_t besides = kMiddle + gutters_[0] + gutters_[1];
+    cellWidth_ = std::max((options.width - std::min(options.width, besides)) / 2, kNarrowestCell);
+  }
+
+  void write(const std::string (&paths)[2]) {
+    std::string titles[2];
+    for (const int side : {0, 1}) titles[side] = title(side, paths[side]);
+    writeHead(titles[0], titles[1]);
+    forEachSection(model_, options_.scope, [this](RowRange rows) {
+      if (options_.scope != ExportScope::everything) writeSectionHead(rows.begin);
+      for (uint32_t row = rows.begin; row < rows.end; ++row) writeRow(row);
+    });
+    sink_.write(summaryText(model_) + "\n");
+  }
+
+ private:
+  /// The path, its beginning left out where it is too long, and the kind of line ends.
+  std::string title(int side, std::string path) const {
+    constexpr std::string_view dots = "...";
+    const std::string kind =
+        std::string(" (") + lineEndKindName(comparison_.documents[side].lineEndKind) + ")";
+    const size_t room = gutters_[side] + cellWidth_;
+    if (path.size() + kind.size() > room) {
+      size_t from = path.size() - std::min(path.size(), room - std::min(room, dots.size() + kind.size()));
+      while (from < path.size() && (path[from] & 0xC0) == 0x80) ++from;
+      path.replace(0, from, dots);
+    }
+    return path + kind;
+  }
+
+  void writeSectionHead(uint32_t row) {
+    std::string heads[2];
+    for (const int side : {0, 1}) {
+      const uint32_t number = model_.lineNumber(side, row);
+      if (number == kNoLine) continue;
+      heads[side] = "-- Line ";
+      appendDecimal(heads[side], number + 1);
+      heads[side] += " --";
+    }
+    writeHead(heads[0], heads[1]);
+  }
+
+  /// A line of two texts about the columns below, from the left edge of their gutters.
+  void writeHead(std::string_view left, std::string_view right) {
+    CellStyle style = styles_[0];
+    style.showWhiteSpace = false;
+    row_.clear();
+    if (options_.coloured) row_ += kHeadColour;
+    const uint32_t width = gutters_[0] + cellWidth_;
+    const uint32_t used = appendCell(row_, left, {}, style, width);
+    if (!right.empty()) {
+      row_.append(width - used + kMiddle, ' ');
+      appendCell(row_, right, {}, style, gutters_[1] + cellWidth_);
+    }
+    if (options_.coloured) row_ += kColourOff;
+    row_ += '\n';
+    sink_.write(row_);
+  }
+
+  /// Nothing is written behind the last thing there is to see.
+  void writeRow(uint32_t row) {
+    const RowStatus status = model_.status(row);
+    const int filler = fillerSide(status);
+    row_.clear();
+    appendGutter(0, row);
+    uint32_t blanks = cellWidth_ - appendSide(0, row) + 1;
+    if (status == RowStatus::same) {
+      blanks += 2;
+    } else {
+      row_.append(blanks, ' ');
+      appendColoured(filler < 0 ? kChangedColour : kSideColours[1 - filler],
+                     kSigns[static_cast<size_t>(status)]);
+      blanks = 1;
+    }
+    if (filler != 1) {
+      row_.append(blanks, ' ');
+      appendGutter(1, row);
+      const size_t before = row_.size();
+      if (appendSide(1, row) == 0) row_.resize(row_.find_last_not_of(' ', before - 1) + 1);
+    }
+    row_ += '\n';
+    sink_.write(row_);
+  }
+
+  void appendColoured(std::string_view colour, std::string_view text) {
+    if (options_.coloured) row_ += colour;
+    row_ += text;
+    if (options_.coloured) row_ += kColourOff;
+  }
+
+  void appendGutter(int side, uint32_t row) {
+    if (gutters_[side] == 0) return;
+    const uint32_t number = options_.lineNumbers == LineNumbers::rows ? row : model_.lineNumber(side, row);
+    const uint32_t digits = number == kNoLine ? 0 : decimalDigits(number + 1);
+    row_.append(gutters_[side] - 1 - digits, ' ');
+    if (digits > 0) appendDecimal(row_, number + 1);
+    row_ += ' ';
+  }
+
+  /// Answers the columns used.
+  uint32_t appendSide(int side, uint32_t row) {
+    const RowStatus status = model_.status(row);
+    if (fillerSide(status) == side) return 0;
+    const std::string_view text = comparison_.documents[side].text.view();
+    const uint32_t begin = model_.position(side, row);
+    const uint32_t end = model_.endPosition(side, row, static_cast<uint32_t>(text.size()));
+    const bool oneSided = options_.coloured && fillerSide(status) >= 0;
+    if (oneSided) row_ += kSideColours[side];
+    const uint32_t used = appendCell(row_, text.substr(begin, end - begin), model_.marks(row).side(side),
+                                     styles_[side], cellWidth_);
+    if (oneSided) row_ += kColourOff;
+    return used;
+  }
+
+  const FileComparison& comparison_;
+  const DiffModel& model_;
+  const TextOptions& options_;
+  ByteSink& sink_;
+  CellStyle styles_[2];
+  uint32_t gutters_[2] = {0, 0};
+  uint32_t cellWidth_ = 0;
+  std::string row_;
+};
+
+}  // namespace
+
+void writeText(const FileComparison& comparison, const std::string (&paths)[2], const TextOptions& options,
+               ByteSink& sink) {
+  TextWriter(comparison, options, sink).write(paths);
+}
+
+}  // namespace merivane

@@ -1,0 +1,142 @@
+#include "cli/unified_format.h"
+
+#include <algorithm>
+
+#include "cli/decimal.h"
+
+namespace merivane {
+namespace {
+
+/// A file name as patch programs read it back: one with control bytes, quotes, backslashes or a blank at its
+/// end as a C string, another one with blanks with a TAB behind it, which ends it.
+std::string headerName(std::string_view path) {
+  const auto isSpecial = [](char c) {
+    return static_cast<uint8_t>(c) < 0x20 || c == 0x7F || c == '"' || c == '\\';
+  };
+  if (!path.ends_with(' ') && std::none_of(path.begin(), path.end(), isSpecial)) {
+    std::string name(path);
+    if (path.find(' ') != std::string_view::npos) name += '\t';
+    return name;
+  }
+  std::string name = "\"";
+  for (const char c : path) {
+    if (!isSpecial(c)) {
+      name += c;
+      continue;
+    }
+    name += '\\';
+    constexpr std::string_view named = "\a\b\t\n\v\f\r\"\\";
+    const size_t known = named.find(c);
+    if (known != std::string_view::npos) {
+      name += "abtnvfr\"\\"[known];
+    } else {
+      for (const int shift : {6, 3, 0}) name += static_cast<char>('0' + ((c >> shift) & 7));
+    }
+  }
+  return name + '"';
+}
+
+class UnifiedWriter {
+ public:
+  UnifiedWriter(const DiffModel& model, const std::string_view (&files)[2], const UnifiedOptions& options,
+                ByteSink& sink)
+      : model_(model), files_{files[0], files[1]}, options_(options), sink_(sink) {}
+
+  void write(const std::string (&paths)[2]) {
+    uint32_t difference = nextDifference(0);
+    if (difference == model_.rowCount()) return;
+    sink_.write("--- " + headerName(paths[0]) + "\n+++ " + headerName(paths[1]) + "\n");
+    while (difference < model_.rowCount()) {
+      RowRange hunk{difference - std::min(difference, options_.contextLines), 0};
+      uint32_t end;
+      do {
+        end = endOfDifference(difference);
+        difference = nextDifference(end);
+      } while (difference < model_.rowCount() && difference - end <= 2 * uint64_t{options_.contextLines});
+      hunk.end = end + std::min(model_.rowCount() - end, options_.contextLines);
+      writeHunk(hunk);
+    }
+  }
+
+ private:
+  bool has(int side, uint32_t row) const { return fillerSide(model_.status(row)) != side; }
+
+  std::string_view line(int side, uint32_t row) const {
+    const uint32_t begin = model_.position(side, row);
+    const uint32_t end = model_.endPosition(side, row, static_cast<uint32_t>(files_[side].size()));
+    return files_[side].substr(begin, end - begin);
+  }
+
+  bool differs(uint32_t row) const {
+    if (model_.status(row) != RowStatus::same) return true;
+    return !options_.trustsEqualRows && line(0, row) != line(1, row);
+  }
+
+  uint32_t nextDifference(uint32_t row) const {
+    while (row < model_.rowCount() && !differs(row)) ++row;
+    return row;
+  }
+
+  uint32_t endOfDifference(uint32_t row) const {
+    while (row < model_.rowCount() && differs(row)) ++row;
+    return row;
+  }
+
+  void writeHunk(RowRange hunk) {
+    std::string header = "@@ -";
+    appendLines(header, 0, hunk);
+    header += " +";
+    appendLines(header, 1, hunk);
+    header += " @@\n";
+    sink_.write(header);
+    for (uint32_t row = hunk.begin; row < hunk.end;) {
+      if (!differs(row)) {
+        writeLine(" ", line(0, row++));
+        continue;
+      }
+      const RowRange difference{row, std::min(endOfDifference(row), hunk.end)};
+      writeSide("-", 0, difference);
+      writeSide("+", 1, difference);
+      row = difference.end;
+    }
+  }
+
+  /// "first,count" of a side's lines in a hunk. Without a count it is one line, and without lines the first
+  /// is the one before.
+  void appendLines(std::string& header, int side, RowRange hunk) const {
+    uint32_t count = 0;
+    for (uint32_t row = hunk.begin; row < hunk.end; ++row) count += has(side, row);
+    // A hunk starts the text or follows a row of context, which has a line on both sides.
+    const uint32_t before = hunk.begin == 0 ? 0 : model_.lineNumber(side, hunk.begin - 1) + 1;
+    appendDecimal(header, count == 0 ? before : before + 1);
+    if (count == 1) return;
+    header += ',';
+    appendDecimal(header, count);
+  }
+
+  void writeSide(std::string_view sign, int side, RowRange rows) {
+    for (uint32_t row = rows.begin; row < rows.end; ++row) {
+      if (has(side, row)) writeLine(sign, line(side, row));
+    }
+  }
+
+  void writeLine(std::string_view sign, std::string_view line) {
+    sink_.write(sign);
+    sink_.write(line);
+    if (line.empty() || line.back() != '\n') sink_.write("\n\\ No newline at end of file\n");
+  }
+
+  const DiffModel& model_;
+  const std::string_view files_[2];
+  const UnifiedOptions& options_;
+  ByteSink& sink_;
+};
+
+}  // namespace
+
+void writeUnified(const DiffModel& model, const std::string_view (&files)[2], const std::string (&paths)[2],
+                  const UnifiedOptions& options, ByteSink& sink) {
+  UnifiedWriter(model, files, options, sink).write(paths);
+}
+
+}  // namespace merivane

@@ -1,0 +1,42 @@
+#include "cli/usage.h"
+
+namespace merivane {
+
+const char* const kUsageText = R"(Usage: merivane-diff [OPTION]... LEFT RIGHT
+Compare two text files. One of them may be -, standard input.
+
+What to show:
+  --format=FORMAT         text (aligned rows side by side; the default),
+                            summary, json, html or unified (a patch)
+  -U N, --unified[=N]     a patch with N (3) lines of context
+  --output=FILE           write FILE, whole or not at all, not standard output
+
+What counts as equal:
+  --ignore-case           upper and lower case letters are the same
+  --ignore-blanks=LIST    ignore blanks: all, multiple (runs count as one),
+                            start, end (of lines); commas between several
+  --no-changed-lines      never pair unlike lines as one changed line
+
+How text and html look:
+  --scope=SCOPE           everything (the default), context (differences and
+                            three rows around), differences
+  --line-numbers=KIND     real (lines of the files; the default), virtual
+                            (rows), none
+  --tab-stop=N            columns from tab stop to tab stop, 1 to 16 (4)
+  --show-white-space      make blanks and line ends visible
+  --width=N               columns of the text format, 20 to 10000 (as many as
+                            the terminal has)
+  --color=WHEN            colour the text format: auto (on a terminal, unless
+                            NO_COLOR is set; the default), always, never
+
+  --help                  show this text and exit
+  --version               show the version and exit
+
+Exit status: 0 no differences, 1 differences, 2 trouble.
+)";
+
+const char* const kVersionText = "merivane-diff (Merivane) " MERIVANE_VERSION "\n";
+
+const char* const kUsageHint = "Try 'merivane-diff --help' for more information.\n";
+
+}  // namespace merivane
