@@ -86,7 +86,7 @@ TEST_F(SystemFilesTest, TellsWhatAPathNames) {
 
 TEST_F(SystemFilesTest, ReadsWholeFilesInPieces) {
   std::string text;
-  for (int i = 0; i < 300000; ++i) text += static_cast<char>(i * i >> 3);
+  for (uint32_t i = 0; i < 300000; ++i) text += static_cast<char>(i * i >> 3);
   put("file", text);
   std::unique_ptr<InputFile> file;
   ASSERT_EQ(files_.open(path("file"), file), 0u);
