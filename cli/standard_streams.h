@@ -32,7 +32,7 @@ class StandardStreams {
   std::unique_ptr<InputFile> input_;
   std::unique_ptr<OutputFile> output_;
   TerminalFacts terminal_;
-  uint32_t modeBefore_ = 0;  // of a console whose mode was changed; else 0
+  [[maybe_unused]] uint32_t modeBefore_ = 0;  // of a Windows console whose mode was changed; else 0
 };
 
 }  // namespace merivane
