@@ -13,6 +13,7 @@ enum class Command : uint16_t {
   pageSetup = 20004,
   printPreview = 20005,
   print = 20006,
+  compareParents = 20007,
   close = 20008,
   exit = 20009,
 
@@ -45,7 +46,6 @@ enum class Command : uint16_t {
   refresh = 20212,
   switchSides = 20213,
   options = 20214,
-  compareParents = 20215,
 
   // Window
   cascade = 20300,
