@@ -6,9 +6,12 @@ namespace merivane {
 
 /// The texts of resources/texts.inc, by name; the value is the string number in the resources.
 enum class TextId : uint16_t {
+#pragma push_macro("TEXT")  // windows.h has one of its own
+#undef TEXT
 #define TEXT(name, number, text) name = number,
 #include "resources/texts.inc"
 #undef TEXT
+#pragma pop_macro("TEXT")
 };
 
 /// The text with its placeholders; an empty string for a number that has none. Never null.

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "engine/diff_model.h"
+#include "shell/commands.h"
+#include "shell/settings.h"
+
+namespace merivane {
+
+/// What of a text window, and of the program around it, decides about its commands.
+struct WindowFacts {
+  int32_t textWindows = 0;  // open ones, this one included
+  int32_t folderWindows = 0;
+
+  int activeSide = 0;
+  bool modified[2] = {false, false};
+  bool readOnly[2] = {false, false};
+  bool canUndo = false;
+  bool canRedo = false;
+  bool hasSelection = false;
+  bool clipboardHasText = false;
+  bool hasDifferences = false;
+  std::optional<RowStatus> caretRow;  // none: the caret stands outside the rows
+};
+
+/// How a command shows in menus and tool bar.
+struct CommandState {
+  bool enabled = true;
+  bool checked = false;
+  bool radio = false;  // the mark, if any, is a bullet instead of a tick
+
+  bool operator==(const CommandState&) const = default;
+};
+
+/// The state of a command of commandRows() in a text window. One that is not implemented is disabled.
+CommandState commandState(Command id, const WindowFacts& window, const Settings& settings);
+
+/// Whether a new window of a kind may be opened by command: not a second one where windows are reused.
+constexpr bool mayOpenNewWindow(bool reuse, int32_t open) { return !reuse || open == 0; }
+
+/// The menus that a right click in a pane opens, by their numbers in the resources.
+enum class PaneMenu : int { copyRight = 1122, copyLeft = 1123, deleteOnly = 1124, plain = 1125 };
+
+/// The menu for a click left (0) or right (1) of the split, with the caret on a row of this status.
+PaneMenu paneMenu(RowStatus row, int side);
+
+}  // namespace merivane

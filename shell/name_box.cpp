@@ -1,0 +1,38 @@
+#include "shell/name_box.h"
+
+namespace merivane {
+
+std::optional<Completion> NameCompletion::onEdit(std::string_view typed, const HistoryList& history) const {
+  if (lastEditWasDeletion_) return std::nullopt;
+  const int32_t entry = history.FindCompletion(typed);
+  if (entry < 0) return std::nullopt;
+  return Completion{entry, typed.size(), history.entries()[static_cast<size_t>(entry)].size()};
+}
+
+bool acceptsDrop(FileKind item, uint32_t dropKinds) {
+  return (item == FileKind::file && (dropKinds & kDropFiles) != 0) ||
+         (item == FileKind::folder && (dropKinds & kDropFolders) != 0);
+}
+
+std::optional<std::string> upOneFolder(std::string_view path) {
+  // What must stay: the backslash behind a drive, or server and share.
+  size_t root = 0;
+  if (path.size() >= 3 && path[1] == ':' && path[2] == '\\') {
+    root = 3;
+  } else if (path.substr(0, 2) == "\\\\") {
+    const size_t share = path.find('\\', 2);
+    root = share == std::string_view::npos ? path.size() : path.find('\\', share + 1);
+    if (root == std::string_view::npos) root = path.size();
+  } else if (path.substr(0, 1) == "\\") {
+    root = 1;
+  }
+  while (path.size() > root && path.back() == '\\') path.remove_suffix(1);
+  size_t cut = path.rfind('\\');
+  if (path.size() <= root || cut == std::string_view::npos) return std::nullopt;
+  if (cut < root) cut = root;
+  return std::string(path.substr(0, cut));
+}
+
+std::string boxTextKey(std::string_view baseName) { return std::string(baseName) + ".text"; }
+
+}  // namespace merivane

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/file_system.h"
+#include "shell/history_list.h"
+
+namespace merivane {
+
+/// What a box puts into itself while a name is typed: an entry of its history, with the characters behind
+/// the typed ones selected so that typing on replaces them.
+struct Completion {
+  int32_t entry = 0;  // index into the history
+  size_t selectionBegin = 0;
+  size_t selectionEnd = 0;
+
+  bool operator==(const Completion&) const = default;
+};
+
+/// When a name box completes. A completed tail that the user deletes must not come back at once, so nothing
+/// is completed from a deletion to the next other key.
+class NameCompletion {
+ public:
+  /// Every key before the edit field acts on it; `deletes` for Delete and Backspace.
+  void onKey(bool deletes) { lastEditWasDeletion_ = deletes; }
+
+  /// Text is cut or cleared otherwise than by a key.
+  void onCut() { lastEditWasDeletion_ = true; }
+
+  /// The edit text became `typed`. None: leave it.
+  std::optional<Completion> onEdit(std::string_view typed, const HistoryList& history) const;
+
+ private:
+  bool lastEditWasDeletion_ = false;
+};
+
+/// What may be dropped on a name box; bits.
+enum DropKinds : uint32_t { kDropFiles = 1, kDropFolders = 2 };
+
+bool acceptsDrop(FileKind item, uint32_t dropKinds);
+
+/// The folder above a path; none where there is no higher one, as for a drive, a share or a plain name.
+std::optional<std::string> upOneFolder(std::string_view path);
+
+/// The value that keeps a box's last text, and the base names of the text window's two boxes.
+std::string boxTextKey(std::string_view baseName);
+inline constexpr const char* kFileBoxNames[2] = {"LeftFile", "RightFile"};
+
+}  // namespace merivane

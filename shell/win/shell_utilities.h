@@ -1,0 +1,30 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "base/result.h"
+#include "base/texts.h"
+
+namespace merivane {
+
+/// Tells the user that an operation failed: a text whose "%1" is the system's words for the error.
+using ErrorReport = void (*)(HWND owner, TextId message, SystemError error);
+
+/// The target of a shortcut; any other name, and a shortcut that cannot be read, as it is. Needs COM.
+std::string ResolveShortcut(const std::string& name);
+
+/// Opens a file with its program, shows a folder in Explorer, or shows the properties of either. Each answers
+/// whether it worked; when not, `report` has told the user.
+bool OpenWithShell(HWND owner, const std::string& path, ErrorReport report);
+bool ExploreFolder(HWND owner, const std::string& folder, ErrorReport report);
+bool ShowProperties(HWND owner, const std::string& path, ErrorReport report);
+
+/// A name in the user's temporary folder that nothing has yet; empty when there is no such folder.
+std::string MakeTempFileName(const std::string& prefix);
+
+/// The path completed by the current folder and drive; as it is when that fails.
+std::string absolutePath(const std::string& path);
+
+}  // namespace merivane

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "base/file_system.h"
+#include "shell/commands.h"
+
+namespace merivane {
+
+/// Tells windows apart; the window's handle serves.
+using WindowId = uintptr_t;
+
+/// An open window of a kind, in the order of its list: a new one is put at the end, so that the numbers of
+/// the others in the Window menu stay. Fresh until its first comparison has been shown.
+struct ListedWindow {
+  WindowId id = 0;
+  bool fresh = true;
+};
+
+/// What decides which window a comparison goes to.
+struct WindowChoice {
+  std::optional<WindowId> target;  // the window that was asked
+  bool force = false;              // rather a new window than one that is in use
+  bool reuse = false;              // the kind's "do not open more than one" setting
+};
+
+/// The window that two files, or two folders, are compared in; none: a new one. The two differ on purpose:
+/// force makes a folder window always new, but still leaves a text window's target or a fresh one.
+std::optional<WindowId> chooseTextWindow(std::span<const ListedWindow> windows, const WindowChoice& choice);
+std::optional<WindowId> chooseFolderWindow(std::span<const ListedWindow> windows, const WindowChoice& choice);
+
+/// What the Window menu says of an open window.
+struct MenuWindow {
+  std::string title;
+  bool current = false;
+};
+
+struct WindowMenuItem {
+  enum class Kind { command, placeholder, separator };
+
+  Kind kind = Kind::separator;  // a placeholder is greyed and has no command
+  Command command = {};
+  std::string text;  // ready for a menu: a plain '&' is doubled
+  bool checked = false;
+
+  bool operator==(const WindowMenuItem&) const = default;
+};
+
+/// What follows the first four items of the Window menu, which stay.
+std::vector<WindowMenuItem> windowMenuItems(std::span<const MenuWindow> folderWindows,
+                                            std::span<const MenuWindow> textWindows);
+
+/// Which listed window a command names; `index` may lie beyond the list's end.
+struct ListedPlace {
+  bool textWindow = false;
+  size_t index = 0;
+
+  bool operator==(const ListedPlace&) const = default;
+};
+
+/// None for any other command.
+std::optional<ListedPlace> listedPlace(Command command);
+
+/// What a drop on a text window does. The kinds are those of the dropped items, shortcuts resolved.
+enum class TextWindowDrop { nothing, intoNameBox, compareFolders, compareFiles };
+
+/// One item goes to the name box of dropSide(); exactly two of one kind are compared.
+TextWindowDrop textWindowDrop(std::span<const FileKind> items);
+
+/// The half of a window `width` pixels wide that x lies in.
+constexpr int dropSide(int32_t x, int32_t width) { return x < width / 2 ? 0 : 1; }
+
+}  // namespace merivane

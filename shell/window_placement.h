@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "shell/settings_store.h"
+
+namespace merivane {
+
+/// In pixels of the screen; right and bottom lie just outside.
+struct ScreenRect {
+  int32_t left = 0;
+  int32_t top = 0;
+  int32_t right = 0;
+  int32_t bottom = 0;
+
+  bool operator==(const ScreenRect&) const = default;
+};
+
+struct ScreenPoint {
+  int32_t x = 0;
+  int32_t y = 0;
+
+  bool operator==(const ScreenPoint&) const = default;
+};
+
+/// Leaves a coordinate to the system, as window creation takes it.
+inline constexpr int32_t kUseDefault = INT32_MIN;
+
+/// Where the windows of a kind open: the restored rectangle, and whether they were maximized.
+struct WindowPlacement {
+  ScreenRect rect = {kUseDefault, kUseDefault, kUseDefault, kUseDefault};
+  bool valid = false;  // rect holds a saved position
+  bool maximized = false;
+
+  bool operator==(const WindowPlacement&) const = default;
+};
+
+/// "1,32,32,1f4,258": the maximized flag and the rectangle, hexadecimal, negative ones as 32-bit numbers.
+std::string formatPlacement(const WindowPlacement& placement);
+
+/// No position unless the text has all five fields and its rectangle is not empty and touches the work area.
+WindowPlacement parsePlacement(std::string_view text, const ScreenRect& workArea);
+
+/// As parsePlacement() of the stored text; no position when there is none.
+void LoadPlacement(const SettingsStore& store, const std::string& name, const ScreenRect& workArea,
+                   WindowPlacement& placement);
+void SavePlacement(SettingsStore& store, const std::string& name, const WindowPlacement& placement);
+
+/// How a live window stands.
+struct WindowStance {
+  ScreenRect rect;  // on the screen now
+  bool maximized = false;
+  bool minimized = false;
+};
+
+/// Takes over a window's placement. A maximized or minimized window leaves the rectangle captured before.
+void capturePlacement(const WindowStance& window, WindowPlacement& placement);
+
+/// What a window is created with; kUseDefault throughout leaves it to the system.
+struct NewWindowRect {
+  int32_t x = kUseDefault;
+  int32_t y = kUseDefault;
+  int32_t width = kUseDefault;
+  int32_t height = kUseDefault;
+
+  bool operator==(const NewWindowRect&) const = default;
+};
+
+/// The first window of a kind opens where the last one stood; a further one 50 pixels right of and below
+/// that, or at the corner of the screen where it would leave the work area at the right or the bottom.
+NewWindowRect newWindowRect(const WindowPlacement& placement, bool anotherIsOpen, const ScreenRect& workArea);
+
+/// Where a dialog stood: "left,top" in hexadecimal. None, which means centred, unless both fields are there
+/// and the point does not lie beyond the work area's right or bottom edge.
+std::optional<ScreenPoint> parseDialogPosition(std::string_view text, const ScreenRect& workArea);
+std::string formatDialogPosition(ScreenPoint position);
+
+}  // namespace merivane
