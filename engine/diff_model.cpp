@@ -30,7 +30,11 @@ uint32_t DiffModel::firstRowWhere(auto predicate) const {
   uint32_t begin = 0, end = rowCount();
   while (begin < end) {
     const uint32_t middle = begin + (end - begin) / 2;
-    (predicate(middle) ? end : begin) = predicate(middle) ? middle : middle + 1;
+    if (predicate(middle)) {
+      end = middle;
+    } else {
+      begin = middle + 1;
+    }
   }
   return begin;
 }
