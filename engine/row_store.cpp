@@ -1,7 +1,5 @@
 #include "engine/row_store.h"
 
-#include <utility>
-
 namespace merivane {
 
 RowMarks RowMarks::allocate(uint32_t leftLength, uint32_t rightLength) {

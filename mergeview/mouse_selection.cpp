@@ -76,9 +76,8 @@ MouseSelection::Unit MouseSelection::unitAt(int32_t x, int32_t y) const {
 void MouseSelection::select(const Unit& target) {
   const bool back = target.begin.position < origin_.begin.position;
   const TextPlace& anchor = back ? origin_.end : origin_.begin;
-  const TextPlace caret = back                                         ? target.begin
-                          : target.end.position < origin_.end.position ? origin_.end
-                                                                       : target.end;
+  const TextPlace& farEnd = target.end.position < origin_.end.position ? origin_.end : target.end;
+  const TextPlace& caret = back ? target.begin : farEnd;
   if (anchor.position != view_.anchor()) view_.moveCaret(anchor.row, anchor.position, false);
   const bool empty = caret.position == anchor.position;
   view_.moveCaret(caret.row, caret.position, !empty);

@@ -1,7 +1,7 @@
 #include "mergeview/row_layout.h"
 
 #include <algorithm>
-#include <limits>
+#include <span>
 
 namespace merivane {
 namespace {

@@ -7,8 +7,10 @@ namespace {
 
 constexpr int32_t kMarkerHeight = 5;
 
+/// The pixel line where a row starts, rounded, a half up.
 int32_t mapped(uint32_t row, int32_t height, uint32_t rows) {
-  return static_cast<int32_t>(static_cast<double>(row) * height / rows + 0.5);
+  return static_cast<int32_t>((2 * uint64_t{row} * static_cast<uint32_t>(height) + rows) /
+                              (2 * uint64_t{rows}));
 }
 
 /// Red and green are halved before they are added, blue after.

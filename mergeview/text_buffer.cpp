@@ -15,8 +15,8 @@ void TextBuffer::clear() {
 void TextBuffer::take(ByteArray&& text) {
   length_ = gapStart_ = text.size();
   gapSize_ = 0;
-  storage_ = std::move(text);
-  text.clear();
+  storage_.clear();
+  std::swap(storage_, text);
 }
 
 bool TextBuffer::copyFrom(const TextBuffer& other) {
