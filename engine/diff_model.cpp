@@ -1,35 +1,11 @@
 #include "engine/diff_model.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <iterator>
 #include <utility>
 
 #include "base/message_format.h"
 
 namespace merivane {
-
-RowMarks RowMarks::allocate(uint32_t leftLength, uint32_t rightLength) {
-  RowMarks marks;
-  const uint64_t size = 2 * sizeof(uint32_t) + uint64_t{leftLength} + rightLength;
-  if (size > SIZE_MAX / 2) return marks;
-  auto* block = static_cast<uint32_t*>(std::calloc(static_cast<size_t>(size), 1));
-  if (block == nullptr) return marks;
-  block[0] = leftLength;
-  block[1] = rightLength;
-  marks.block_.reset(block);
-  return marks;
-}
-
-void RowMarks::Free::operator()(uint32_t* block) const { std::free(block); }
-
-std::span<uint8_t> RowMarks::side(int side) {
-  if (none()) return {};
-  auto* bytes = reinterpret_cast<uint8_t*>(block_.get() + 2);
-  return {bytes + (side == 0 ? 0 : block_.get()[0]), block_.get()[side]};
-}
-
-std::span<const uint8_t> RowMarks::side(int side) const { return const_cast<RowMarks*>(this)->side(side); }
 
 void DiffModel::addRow(RowStatus status, uint32_t leftPosition, uint32_t rightPosition, RowMarks marks) {
   DiffRow row;
@@ -37,13 +13,10 @@ void DiffModel::addRow(RowStatus status, uint32_t leftPosition, uint32_t rightPo
   row.position[0] = leftPosition;
   row.position[1] = rightPosition;
   row.marks = std::move(marks);
-  rows_.push_back(std::move(row));
+  rows_.append(std::move(row));
 }
 
-void DiffModel::clear() {
-  rows_ = std::vector<DiffRow>();
-  differenceBlocks_ = differingRows_ = 0;
-}
+void DiffModel::clear() { *this = {}; }
 
 RowRange DiffModel::blockAround(uint32_t row) const {
   RowRange block{row, row + 1};
@@ -52,61 +25,95 @@ RowRange DiffModel::blockAround(uint32_t row) const {
   return block;
 }
 
+/// The first row for which the predicate holds, given that it does for all rows from some row on.
+uint32_t DiffModel::firstRowWhere(auto predicate) const {
+  uint32_t begin = 0, end = rowCount();
+  while (begin < end) {
+    const uint32_t middle = begin + (end - begin) / 2;
+    if (predicate(middle)) {
+      end = middle;
+    } else {
+      begin = middle + 1;
+    }
+  }
+  return begin;
+}
+
 int64_t DiffModel::rowAtPosition(int side, uint32_t position) const {
-  if (rows_.empty()) return -1;
-  const auto beyond = std::partition_point(
-      rows_.begin(), rows_.end(), [&](const DiffRow& row) { return row.position[side] <= position; });
-  return std::max<int64_t>(beyond - rows_.begin() - 1, 0);
+  if (rowCount() == 0) return -1;
+  const uint32_t beyond = firstRowWhere([&](uint32_t row) { return this->position(side, row) > position; });
+  return std::max<int64_t>(int64_t{beyond} - 1, 0);
 }
 
 int64_t DiffModel::rowAtPositionFromTop(int side, uint32_t position) const {
-  const auto first = std::partition_point(rows_.begin(), rows_.end(),
-                                          [&](const DiffRow& row) { return row.position[side] < position; });
-  if (first != rows_.end() && first->position[side] == position) return first - rows_.begin();
+  const uint32_t first = firstRowWhere([&](uint32_t row) { return this->position(side, row) >= position; });
+  if (first < rowCount() && this->position(side, first) == position) return first;
   return rowAtPosition(side, position);
 }
 
 void DiffModel::numberLines() {
-  uint32_t next[2] = {0, 0};
-  for (DiffRow& row : rows_) {
-    for (const int side : {0, 1})
-      row.lineNumber[side] = fillerSide(row.status) == side ? kNoLine : next[side]++;
+  uint32_t lines[2] = {0, 0};
+  numberLines({0, rowCount()}, lines);
+}
+
+/// Numbers a range of rows that has this many lines before it, and counts on to its end.
+void DiffModel::numberLines(RowRange range, uint32_t (&lines)[2]) {
+  for (uint32_t row = range.begin; row < range.end; ++row) {
+    for (const int side : {0, 1}) {
+      rows_.setLinesBefore(side, row, lines[side]);
+      if (fillerSide(status(row)) != side) ++lines[side];
+    }
   }
 }
 
 void DiffModel::countDifferences() {
-  differenceBlocks_ = differingRows_ = 0;
-  RowStatus previous = RowStatus::same;
-  for (const DiffRow& row : rows_) {
-    if (row.status != RowStatus::same) {
-      ++differingRows_;
-      if (row.status != previous) ++differenceBlocks_;
-    }
-    previous = row.status;
-  }
+  const RowRange all{0, rowCount()};
+  differenceBlocks_ = blockStarts(all);
+  differingRows_ = differing(all);
 }
 
 void DiffModel::shiftPositions(int side, uint32_t row, int64_t delta) {
-  for (size_t i = row; i < rows_.size(); ++i) {
-    rows_[i].position[side] = static_cast<uint32_t>(rows_[i].position[side] + delta);
-  }
+  if (row < rowCount()) rows_.shiftPositions(side, row, static_cast<uint32_t>(delta));
 }
 
 void DiffModel::replaceRows(RowRange range, DiffModel&& replacement) {
-  const size_t oldCount = range.size();
-  const size_t newCount = replacement.rows_.size();
-  const auto at = rows_.begin() + range.begin;
-  if (newCount > oldCount) {
-    rows_.insert(at + static_cast<ptrdiff_t>(oldCount),
-                 std::make_move_iterator(replacement.rows_.begin() + static_cast<ptrdiff_t>(oldCount)),
-                 std::make_move_iterator(replacement.rows_.end()));
-  } else {
-    rows_.erase(at + static_cast<ptrdiff_t>(newCount), at + static_cast<ptrdiff_t>(oldCount));
-  }
-  std::move(replacement.rows_.begin(),
-            replacement.rows_.begin() + static_cast<ptrdiff_t>(std::min(oldCount, newCount)),
-            rows_.begin() + range.begin);
+  const RowRange fresh{range.begin, range.begin + replacement.rowCount()};
+  uint32_t lines[2] = {linesBefore(0, range.begin), linesBefore(1, range.begin)};
+  const uint32_t behind[2] = {linesBefore(0, range.end), linesBefore(1, range.end)};
+  // The row behind the range may cease or come to start a block.
+  const uint32_t oldBlocks = blockStarts({range.begin, std::min(range.end + 1, rowCount())});
+  const uint32_t oldRows = differing(range);
+
+  rows_.replace(range, std::move(replacement.rows_));
   replacement.clear();
+
+  numberLines(fresh, lines);
+  for (const int side : {0, 1}) rows_.shiftLines(side, fresh.end, lines[side] - behind[side]);
+  differenceBlocks_ += blockStarts({fresh.begin, std::min(fresh.end + 1, rowCount())}) - oldBlocks;
+  differingRows_ += differing(fresh) - oldRows;
+}
+
+/// How many lines of a side come before a row, or before the end.
+uint32_t DiffModel::linesBefore(int side, uint32_t row) const {
+  if (row < rowCount()) return rows_.linesBefore(side, row);
+  if (row == 0) return 0;
+  return rows_.linesBefore(side, row - 1) + (fillerSide(status(row - 1)) != side ? 1 : 0);
+}
+
+uint32_t DiffModel::blockStarts(RowRange range) const {
+  uint32_t starts = 0;
+  RowStatus previous = range.begin > 0 ? status(range.begin - 1) : RowStatus::same;
+  for (uint32_t row = range.begin; row < range.end; ++row) {
+    if (status(row) != RowStatus::same && status(row) != previous) ++starts;
+    previous = status(row);
+  }
+  return starts;
+}
+
+uint32_t DiffModel::differing(RowRange range) const {
+  uint32_t rows = 0;
+  for (uint32_t row = range.begin; row < range.end; ++row) rows += status(row) != RowStatus::same ? 1 : 0;
+  return rows;
 }
 
 std::string summaryText(const DiffModel& model) {

@@ -1,0 +1,97 @@
+#include "engine/row_store.h"
+
+namespace merivane {
+
+RowMarks RowMarks::allocate(uint32_t leftLength, uint32_t rightLength) {
+  RowMarks marks;
+  const uint64_t size = 2 * sizeof(uint32_t) + uint64_t{leftLength} + rightLength;
+  if (size > SIZE_MAX / 2) return marks;
+  auto* block = static_cast<uint32_t*>(std::calloc(static_cast<size_t>(size), 1));
+  if (block == nullptr) return marks;
+  block[0] = leftLength;
+  block[1] = rightLength;
+  marks.block_.reset(block);
+  return marks;
+}
+
+std::span<uint8_t> RowMarks::side(int side) {
+  if (none()) return {};
+  auto* bytes = reinterpret_cast<uint8_t*>(block_.get() + 2);
+  return {bytes + (side == 0 ? 0 : block_.get()[0]), block_.get()[side]};
+}
+
+std::span<const uint8_t> RowMarks::side(int side) const { return const_cast<RowMarks*>(this)->side(side); }
+
+RowStore& RowStore::operator=(RowStore&& other) noexcept {
+  rows_ = std::exchange(other.rows_, {});
+  gapStart_ = std::exchange(other.gapStart_, 0);
+  gapSize_ = std::exchange(other.gapSize_, 0);
+  behind_ = std::exchange(other.behind_, {});
+  return *this;
+}
+
+void RowStore::append(DiffRow&& row) {
+  moveGap(size());
+  if (gapSize_ == 0) {
+    rows_.push_back(std::move(row));
+  } else {
+    rows_[gapStart_] = std::move(row);
+    --gapSize_;
+  }
+  ++gapStart_;
+}
+
+void RowStore::shiftPositions(int side, uint32_t row, uint32_t delta) {
+  moveGap(row);
+  behind_.position[side] += delta;
+}
+
+void RowStore::shiftLines(int side, uint32_t row, uint32_t delta) {
+  moveGap(row);
+  behind_.lines[side] += delta;
+}
+
+void RowStore::replace(RowRange range, RowStore&& replacement) {
+  const uint32_t count = replacement.size();
+  const uint32_t room = gapSize_ + range.size();
+  if (count > room) growGap(gapSize_ + count - room);
+  moveGap(range.end);
+  while (gapStart_ > range.begin) {
+    rows_[--gapStart_] = {};
+    ++gapSize_;
+  }
+  replacement.moveGap(count);
+  for (uint32_t row = 0; row < count; ++row) rows_[gapStart_++] = std::move(replacement.rows_[row]);
+  gapSize_ -= count;
+  replacement = {};
+}
+
+void RowStore::moveGap(uint32_t row) {
+  const auto cross = [this](uint32_t to, uint32_t from, uint32_t sign) {
+    DiffRow& moved = rows_[to];
+    if (gapSize_ != 0) moved = std::move(rows_[from]);
+    for (const int side : {0, 1}) {
+      moved.position[side] += sign * behind_.position[side];
+      moved.linesBefore[side] += sign * behind_.lines[side];
+    }
+  };
+  for (; gapStart_ < row; ++gapStart_) cross(gapStart_, gapStart_ + gapSize_, 1);
+  while (gapStart_ > row) {
+    --gapStart_;
+    cross(gapStart_ + gapSize_, gapStart_, ~0u);
+  }
+}
+
+/// Makes the gap at least this large, and larger by a share of the rows, so that a run of insertions moves
+/// every row a fixed number of times at most.
+void RowStore::growGap(uint32_t size) {
+  const size_t rows = this->size();
+  const size_t grown = rows + size + rows / 16 + 64;
+  rows_.reserve(grown);
+  rows_.resize(grown);
+  const size_t oldGapEnd = gapStart_ + gapSize_;
+  for (size_t from = rows + gapSize_, to = grown; from > oldGapEnd;) rows_[--to] = std::move(rows_[--from]);
+  gapSize_ = static_cast<uint32_t>(grown - rows);
+}
+
+}  // namespace merivane

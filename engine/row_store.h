@@ -1,0 +1,115 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <span>
+#include <utility>
+#include <vector>
+
+namespace merivane {
+
+enum class RowStatus : uint8_t { same = 0, leftOnly = 1, rightOnly = 2, changed = 3 };
+
+/// The side a row of this status has no line on; -1 when it has one on both.
+constexpr int fillerSide(RowStatus status) {
+  return status == RowStatus::leftOnly ? 1 : status == RowStatus::rightOnly ? 0 : -1;
+}
+
+constexpr uint8_t kDiffersMark = 0x80;
+
+/// Which characters of a changed row's two lines differ: a byte a character of the line, its LF included,
+/// with kDiffersMark set where it does. One pointer wide, as most rows have none.
+class RowMarks {
+ public:
+  RowMarks() = default;
+
+  /// Unset marks for lines of these lengths; none() when memory runs out.
+  static RowMarks allocate(uint32_t leftLength, uint32_t rightLength);
+
+  bool none() const { return block_ == nullptr; }
+  std::span<uint8_t> side(int side);
+  std::span<const uint8_t> side(int side) const;
+
+ private:
+  struct Free {
+    void operator()(uint32_t* block) const { std::free(block); }
+  };
+  std::unique_ptr<uint32_t, Free> block_;  // the two lengths, then the two sides' bytes
+};
+
+/// One aligned row. A one-sided row has an empty filler on the other side: its position there is where that
+/// side's next line begins.
+struct DiffRow {
+  uint32_t position[2] = {0, 0};                       // start of the row's line in each side's text
+  uint32_t linesBefore[2] = {0xFFFFFFFF, 0xFFFFFFFF};  // all ones while they are not numbered
+  RowMarks marks;                                      // changed rows only
+  RowStatus status = RowStatus::same;
+};
+
+/// A half-open run of rows.
+struct RowRange {
+  uint32_t begin = 0;
+  uint32_t end = 0;
+
+  bool empty() const { return begin == end; }
+  uint32_t size() const { return end - begin; }
+  bool operator==(const RowRange&) const = default;
+};
+
+/// The rows of a comparison, kept so that edits near each other cost no more than the rows they touch: a gap
+/// in the array lies where the last edit was, and the rows behind it are stored without what was added to
+/// their positions and line numbers since. Reading a row stays a look into an array.
+///
+/// The array is rows and gap alone. Growing throws std::bad_alloc and then changes nothing.
+class RowStore {
+ public:
+  RowStore() = default;
+  RowStore(RowStore&& other) noexcept { *this = std::move(other); }
+  RowStore& operator=(RowStore&& other) noexcept;
+
+  void reserve(size_t rows) { rows_.reserve(rows + gapSize_); }
+  void append(DiffRow&& row);
+
+  uint32_t size() const { return static_cast<uint32_t>(rows_.size()) - gapSize_; }
+
+  RowStatus status(uint32_t row) const { return rows_[index(row)].status; }
+  const RowMarks& marks(uint32_t row) const { return rows_[index(row)].marks; }
+  uint32_t position(int side, uint32_t row) const {
+    return row < gapStart_ ? rows_[row].position[side]
+                           : rows_[row + gapSize_].position[side] + behind_.position[side];
+  }
+  uint32_t linesBefore(int side, uint32_t row) const {
+    return row < gapStart_ ? rows_[row].linesBefore[side]
+                           : rows_[row + gapSize_].linesBefore[side] + behind_.lines[side];
+  }
+  void setLinesBefore(int side, uint32_t row, uint32_t lines) {
+    rows_[index(row)].linesBefore[side] = row < gapStart_ ? lines : lines - behind_.lines[side];
+  }
+
+  /// Adds to a side's positions, or lines, from `row` to the end; sums wrap around, so that a subtraction is
+  /// an addition too.
+  void shiftPositions(int side, uint32_t row, uint32_t delta);
+  void shiftLines(int side, uint32_t row, uint32_t delta);
+
+  /// Puts the rows of `replacement` in the place of `range`.
+  void replace(RowRange range, RowStore&& replacement);
+
+ private:
+  /// What the rows behind the gap are short of.
+  struct Shift {
+    uint32_t position[2] = {0, 0};
+    uint32_t lines[2] = {0, 0};
+  };
+
+  uint32_t index(uint32_t row) const { return row < gapStart_ ? row : row + gapSize_; }
+  void moveGap(uint32_t row);
+  void growGap(uint32_t size);
+
+  std::vector<DiffRow> rows_;
+  uint32_t gapStart_ = 0;
+  uint32_t gapSize_ = 0;
+  Shift behind_;
+};
+
+}  // namespace merivane

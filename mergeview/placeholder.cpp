@@ -1,1 +1,0 @@
-#include "mergeview/row_colours.h"

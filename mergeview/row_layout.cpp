@@ -1,0 +1,87 @@
+#include "mergeview/row_layout.h"
+
+#include <algorithm>
+#include <span>
+
+namespace merivane {
+namespace {
+
+/// Applies a change to each of the three channels.
+template <typename Change>
+Colour byChannel(Colour colour, Change change) {
+  Colour result = 0;
+  for (const int shift : {0, 8, 16}) result |= change(colour >> shift & 0xFF) << shift;
+  return result;
+}
+
+}  // namespace
+
+Colour invertedColour(Colour colour) {
+  return byChannel(colour, [](Colour channel) { return 255 - channel; });
+}
+
+Colour darkenedColour(Colour colour) {
+  return byChannel(colour, [](Colour channel) { return channel * 60 / 100; });
+}
+
+std::string rowNumber(const DiffModel& model, LineNumbers kind, int side, uint32_t row) {
+  if (kind == LineNumbers::none) return {};
+  if (kind == LineNumbers::rows) return std::to_string(row + 1);
+  const uint32_t line = model.lineNumber(side, row);
+  return line == kNoLine ? std::string() : std::to_string(line + 1);
+}
+
+void layOutRow(const RowSource& source, uint32_t row, const RowWindow& window, RowLayout& layout) {
+  const DiffModel& model = source.model;
+  const RowStatus status = model.status(row);
+  layout.background = rowColour(source.options.colours, status, source.side);
+  layout.number = rowNumber(model, source.options.lineNumbers, source.side, row);
+  layout.text.clear();
+  layout.runs.clear();
+  layout.textEnd = layout.selectionLeft = layout.selectionRight = 0;
+  if (fillerSide(status) == source.side) return;
+
+  const uint32_t start = model.position(source.side, row);
+  const uint32_t end = model.endPosition(source.side, row, source.text.size());
+  const Colour foreground = source.readOnly ? source.options.readOnlyColour : source.options.textColour;
+  std::span<const uint8_t> marks;
+  if (source.options.highlightChanges && status == RowStatus::changed)
+    marks = model.marks(row).side(source.side);
+  const auto isMarked = [&](uint32_t position) {
+    return position - start < marks.size() && (marks[position - start] & kDiffersMark) != 0;
+  };
+  const auto inWindow = [&](int64_t x) {
+    return static_cast<int32_t>(std::clamp<int64_t>(x - window.scrollX, 0, window.width));
+  };
+  const uint32_t selectionBegin = std::clamp(window.selectionBegin, start, end);
+  const uint32_t selectionEnd = std::clamp(window.selectionEnd, start, end);
+
+  LinePlace place = source.ruler.placeBeforeX(source.text, start, end, window.scrollX);
+  int32_t selectionLeft = 0, selectionRight = 0;
+  bool wasMarked = false;
+  while (true) {
+    if (place.position <= selectionBegin) selectionLeft = inWindow(place.x);
+    if (place.position <= selectionEnd) selectionRight = inWindow(place.x);
+    if (place.position == end || place.x - window.scrollX >= window.width) break;
+    const char c = source.text.charAt(place.position);
+    const bool marked = isMarked(place.position);
+    if (layout.runs.empty() || marked != wasMarked) {
+      const auto at = static_cast<uint32_t>(layout.text.size());
+      const auto left = static_cast<int32_t>(place.x - window.scrollX);
+      layout.runs.push_back({at, at, left, left, marked ? invertedColour(foreground) : foreground,
+                             marked ? darkenedColour(layout.background) : layout.background});
+      wasMarked = marked;
+    }
+    source.ruler.appendGlyphs(layout.text, c, place.column);
+    source.ruler.step(place, c);
+    layout.runs.back().end = static_cast<uint32_t>(layout.text.size());
+    layout.runs.back().right = static_cast<int32_t>(place.x - window.scrollX);
+  }
+  layout.textEnd = inWindow(place.x);
+  if (selectionBegin < selectionEnd) {
+    layout.selectionLeft = selectionLeft;
+    layout.selectionRight = selectionRight;
+  }
+}
+
+}  // namespace merivane

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "base/byte_array.h"
+
+namespace merivane {
+
+/// One side's whole text as single-byte characters, with "\n" ending each line: a gap buffer, so that edits
+/// near each other cost no more than their own length. It knows nothing of lines.
+///
+/// Positions run from 0 to size(). The text at a position lies in storage before the gap, or `gapSize`
+/// further on behind it; storage is always exactly text and gap. An operation that answers false ran out of
+/// memory, or of 32-bit positions, and changed nothing; telling the user is the caller's.
+class TextBuffer {
+ public:
+  static constexpr uint32_t kGapQuantum = 2048;
+
+  TextBuffer() { clear(); }
+
+  /// No text, and a gap of one quantum. Without memory even for that, no gap until the first insertion.
+  void clear();
+
+  /// Takes over a loaded text as it is, without copying it.
+  void take(ByteArray&& text);
+
+  /// Becomes a byte-for-byte copy of `other`, gap included.
+  bool copyFrom(const TextBuffer& other);
+
+  bool insert(uint32_t pos, const char* bytes, uint32_t n);
+  void erase(uint32_t pos, uint32_t n);
+
+  char charAt(uint32_t i) const { return storage_.data()[i < gapStart_ ? i : i + gapSize_]; }
+  char charBefore(uint32_t i) const { return charAt(i - 1); }
+  void setCharAt(uint32_t i, char c) { storage_.data()[i < gapStart_ ? i : i + gapSize_] = c; }
+
+  bool atEnd(uint32_t i) const { return i >= length_; }
+  uint32_t size() const { return length_; }
+  bool isEmpty() const { return length_ == 0; }
+  uint32_t allocated() const { return storage_.size(); }
+
+  /// The text of [a, b) as it lies in storage: two views, the second empty unless the gap is in between.
+  /// They hold until the next change.
+  struct Stretch {
+    std::string_view head;
+    std::string_view tail;
+  };
+  Stretch stretch(uint32_t a, uint32_t b) const;
+
+  /// The text of [a, b) in one view, for which the gap moves aside when it has to. Holds until the next
+  /// change or view.
+  std::string_view view(uint32_t a, uint32_t b);
+
+  /// The text from `pos` through the first "\n", or to the end; as view().
+  std::string_view extractLine(uint32_t pos);
+
+  /// Copies the text of [a, b).
+  bool extract(uint32_t a, uint32_t b, ByteArray& copy) const;
+
+ private:
+  void moveGap(uint32_t to);
+  bool resizeGap(uint64_t size);
+
+  ByteArray storage_;
+  uint32_t length_ = 0;
+  uint32_t gapStart_ = 0;
+  uint32_t gapSize_ = 0;
+};
+
+}  // namespace merivane

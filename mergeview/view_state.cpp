@@ -1,0 +1,278 @@
+#include "mergeview/view_state.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace merivane {
+namespace {
+
+/// Pixel coordinates stay well within what drawing takes.
+int32_t toPixels(int64_t x) {
+  constexpr int64_t limit = 1 << 30;
+  return static_cast<int32_t>(std::clamp<int64_t>(x, -limit, limit));
+}
+
+}  // namespace
+
+ViewState::ViewState(ViewHost& host) : host_(host) {
+  documents_.model.addRow(RowStatus::same, 0, 0);
+  documents_.model.numberLines();
+}
+
+void ViewState::take(FileComparison&& comparison, AfterComparison after) {
+  const uint32_t anchorRow = rowOf(activeSide_, anchor_);
+  const int64_t anchorX =
+      ruler_.placeAtPosition(text(activeSide_), rowStart(activeSide_, anchorRow), anchor_).x;
+  const int64_t caretX = caret_.x;
+  for (const int side : {0, 1}) {
+    TextDocument& document = comparison.documents[side];
+    documents_.text[side].take(std::move(document.text));
+    documents_.readOnly[side] = document.readOnly;
+    documents_.lineEndKind[side] = document.lineEndKind;
+  }
+  documents_.model = std::move(comparison.model);
+  remeasure();
+
+  const uint32_t lastRow = rowCount() - 1;
+  otherCaretPos_ = 0;
+  if (after == AfterComparison::keepPlace) {
+    caretRow_ = std::min(caretRow_, lastRow);
+    caret_ = placeInRow(activeSide_, caretRow_, caretX);
+    anchor_ = placeInRow(activeSide_, std::min(anchorRow, lastRow), anchorX).position;
+  } else {
+    caretRow_ = topRow_ = hScroll_[0] = hScroll_[1] = 0;
+    caret_ = {};
+    anchor_ = 0;
+  }
+  desiredX_ = caret_.x;
+  layOutPanes();
+  clampScrolling();
+  if (after == AfterComparison::firstDifference) {
+    uint32_t row = 0;
+    while (row < lastRow && model().status(row) == RowStatus::same) ++row;
+    if (model().status(row) != RowStatus::same) goToBlock(model().blockAround(row));
+  }
+  host_.refreshAll();
+}
+
+void ViewState::setOptions(const ViewOptions& options) {
+  const bool sameWidths =
+      options.tabStop == options_.tabStop && options.showWhiteSpace == options_.showWhiteSpace;
+  options_ = options;
+  if (options_.syncScroll) hScroll_[1 - activeSide_] = hScroll_[activeSide_];
+  if (!sameWidths) {
+    setFont(font());
+    return;
+  }
+  layOutPanes();
+  clampScrolling();
+  host_.refreshAll();
+}
+
+void ViewState::setFont(const FontMetrics& font) {
+  ruler_ = LineRuler(font, options_.tabStop, options_.showWhiteSpace);
+  caret_ = ruler_.placeAtPosition(text(activeSide_), rowStart(activeSide_, caretRow_), caret_.position);
+  desiredX_ = caret_.x;
+  remeasure();
+  resize(width_, height_);
+  host_.refreshAll();
+}
+
+void ViewState::resize(int32_t width, int32_t height) {
+  width_ = width;
+  height_ = height;
+  visibleRows_ = static_cast<uint32_t>(std::max(height / font().lineHeight, 1));
+  split_.recompute(width);
+  layOutPanes();
+  clampScrolling();
+  host_.panesMoved();
+}
+
+void ViewState::setSplitFromX(int32_t x) {
+  split_.setFromX(x, width_);
+  resize(width_, height_);
+}
+
+void ViewState::centreSplit() {
+  split_.centre(width_);
+  resize(width_, height_);
+}
+
+void ViewState::layOutPanes() {
+  const int32_t gutter = gutterWidth(options_.lineNumbers, rowCount(), font());
+  for (const int side : {0, 1}) panes_[side] = paneEdges(side, splitX(), width_, gutter, font());
+}
+
+uint32_t ViewState::lineEnd(int side, uint32_t row) const {
+  const uint32_t end = rowEnd(side, row);
+  return end > rowStart(side, row) && text(side).charBefore(end) == '\n' ? end - 1 : end;
+}
+
+uint32_t ViewState::rowOf(int side, uint32_t position) const {
+  auto row = static_cast<uint32_t>(model().rowAtPosition(side, position));
+  if (position > 0 && text(side).atEnd(position) && text(side).charBefore(position) != '\n') {
+    while (row > 0 && rowStart(side, row) == position) --row;
+  }
+  return row;
+}
+
+int32_t ViewState::caretX() const {
+  return toPixels(caret_.x - int64_t{hScroll_[activeSide_]} * font().charWidth);
+}
+
+int32_t ViewState::caretY() const { return toPixels((int64_t{caretRow_} - topRow_) * font().lineHeight); }
+
+void ViewState::moveCaret(uint32_t row, uint32_t position, bool extend) {
+  row = std::min(row, rowCount() - 1);
+  const uint32_t start = rowStart(activeSide_, row);
+  const uint32_t end = rowEnd(activeSide_, row);
+  const uint32_t limit = text(activeSide_).atEnd(end) ? end : lineEnd(activeSide_, row);
+  setCaret(row, ruler_.placeAtPosition(text(activeSide_), start, std::clamp(position, start, limit)), extend);
+  desiredX_ = caret_.x;
+}
+
+void ViewState::moveCaretVertically(uint32_t row, bool extend) {
+  row = std::min(row, rowCount() - 1);
+  setCaret(row, placeInRow(activeSide_, row, desiredX_), extend);
+}
+
+void ViewState::activate(int side) {
+  if (side == activeSide_) return;
+  if (hasSelection()) moveCaret(caretRow_, caret_.position, false);
+  otherCaretPos_ = caret_.position;
+  activeSide_ = side;
+  caret_ = placeInRow(side, caretRow_, desiredX_);
+  anchor_ = caret_.position;
+  host_.invalidateRows({caretRow_, caretRow_ + 1}, Panes::both);
+  host_.caretMoved();
+}
+
+void ViewState::setCaret(uint32_t row, const LinePlace& place, bool extend) {
+  const auto pane = static_cast<Panes>(activeSide_);
+  const auto between = [](uint32_t a, uint32_t b) { return RowRange{std::min(a, b), std::max(a, b) + 1}; };
+  if (extend) {
+    if (place.position != caret_.position) host_.invalidateRows(between(caretRow_, row), pane);
+  } else if (hasSelection()) {
+    host_.invalidateRows(between(rowOf(activeSide_, anchor_), caretRow_), pane);
+  }
+  if (row != caretRow_) {
+    host_.invalidateRows({caretRow_, caretRow_ + 1}, Panes::both);
+    host_.invalidateRows({row, row + 1}, Panes::both);
+  }
+  caretRow_ = row;
+  caret_ = place;
+  if (!extend) anchor_ = place.position;
+  host_.caretMoved();
+}
+
+LinePlace ViewState::placeInRow(int side, uint32_t row, int64_t x) const {
+  return ruler_.placeNearestX(text(side), rowStart(side, row), lineEnd(side, row), x);
+}
+
+uint32_t ViewState::visibleColumns(int side) const {
+  return static_cast<uint32_t>(std::max(panes_[side].textWidth() / font().charWidth, 1));
+}
+
+uint32_t ViewState::maxHScroll(int side) const {
+  const auto limit = [this](int of) {
+    // One column more, for a caret behind the last character.
+    const int64_t columns = (widest_[of] + font().charWidth - 1) / font().charWidth + 1;
+    return std::clamp<int64_t>(columns - visibleColumns(of), 0, std::numeric_limits<int32_t>::max());
+  };
+  return static_cast<uint32_t>(options_.syncScroll ? std::max(limit(0), limit(1)) : limit(side));
+}
+
+void ViewState::scrollTo(int64_t topRow) {
+  const auto top = static_cast<uint32_t>(std::clamp<int64_t>(topRow, 0, maxTopRow()));
+  if (top == topRow_) return;
+  topRow_ = top;
+  host_.panesMoved();
+}
+
+void ViewState::scrollColumnsTo(int side, int64_t column) {
+  const auto to = static_cast<uint32_t>(std::clamp<int64_t>(column, 0, maxHScroll(side)));
+  const bool both = options_.syncScroll;
+  if (hScroll_[side] == to && (!both || hScroll_[1 - side] == to)) return;
+  hScroll_[side] = to;
+  if (both) hScroll_[1 - side] = to;
+  host_.panesMoved();
+}
+
+void ViewState::showCaret() {
+  if (caretRow_ < topRow_) scrollTo(caretRow_);
+  if (caretRow_ >= topRow_ + visibleRows_) scrollTo(int64_t{caretRow_} - visibleRows_ + 1);
+
+  const int64_t column = caret_.x / font().charWidth;
+  const int64_t visible = visibleColumns(activeSide_);
+  const int64_t first = hScroll_[activeSide_];
+  if (column < first) scrollColumnsTo(activeSide_, column - visible / 4);
+  if (column >= first + visible) scrollColumnsTo(activeSide_, column - visible + 1 + visible / 4);
+}
+
+void ViewState::showRows(RowRange rows) {
+  const int64_t first = rows.begin;
+  if (first > topRow_ && rows.end <= topRow_ + visibleRows_) return;
+  const int64_t visible = visibleRows_;
+  scrollTo(rows.size() <= visible - 2 ? first - (visible - rows.size()) / 2 : first - 1);
+}
+
+void ViewState::goToBlock(RowRange block) {
+  const uint32_t row = std::min(block.begin, rowCount() - 1);
+  showRows({row, std::max(block.end, row + 1)});
+  moveCaret(row, rowStart(activeSide_, row), false);
+  showCaret();
+}
+
+void ViewState::rowsChanged(RowRange rows) {
+  for (const int side : {0, 1}) measure(side, rows);
+  layOutPanes();
+  clampScrolling();
+  host_.updateScrollBars();
+}
+
+void ViewState::placeCaret(uint32_t position) {
+  caretRow_ = rowOf(activeSide_, position);
+  caret_ = ruler_.placeAtPosition(text(activeSide_), rowStart(activeSide_, caretRow_), position);
+  anchor_ = position;
+  desiredX_ = caret_.x;
+  host_.caretMoved();
+}
+
+RowSource ViewState::source(int side) const {
+  return {model(), text(side), ruler_, options_, side, documents_.readOnly[side]};
+}
+
+RowWindow ViewState::window(int side) const {
+  RowWindow window{int64_t{hScroll_[side]} * font().charWidth, panes_[side].textWidth(), 0, 0};
+  if (side == activeSide_) {
+    window.selectionBegin = selectionBegin();
+    window.selectionEnd = selectionEnd();
+  }
+  return window;
+}
+
+/// Takes in the widths of rows that may turn out the widest so far.
+void ViewState::measure(int side, RowRange rows) {
+  const int64_t perCharacter = ruler_.widestCharacter();
+  for (uint32_t row = rows.begin; row < rows.end; ++row) {
+    const uint32_t start = rowStart(side, row);
+    const uint32_t end = rowEnd(side, row);
+    if ((end - start) * perCharacter <= widest_[side]) continue;
+    widest_[side] = std::max(widest_[side], ruler_.placeAtPosition(text(side), start, end).x);
+  }
+}
+
+void ViewState::remeasure() {
+  for (const int side : {0, 1}) {
+    widest_[side] = 0;
+    measure(side, {0, rowCount()});
+  }
+}
+
+void ViewState::clampScrolling() {
+  topRow_ = std::min(topRow_, maxTopRow());
+  for (const int side : {0, 1}) hScroll_[side] = std::min(hScroll_[side], maxHScroll(side));
+}
+
+}  // namespace merivane

@@ -1,0 +1,173 @@
+#pragma once
+
+#include <cstdint>
+
+#include "engine/comparison.h"
+#include "mergeview/line_ruler.h"
+#include "mergeview/row_layout.h"
+#include "mergeview/split.h"
+#include "mergeview/text_buffer.h"
+#include "mergeview/view_host.h"
+#include "mergeview/view_options.h"
+
+namespace merivane {
+
+/// Where the view goes when it takes over a comparison.
+enum class AfterComparison { top, keepPlace, firstDifference };
+
+/// What the view shows: both texts and how their lines align. A side is 0, left, or 1, right.
+struct Documents {
+  TextBuffer text[2];
+  bool readOnly[2] = {false, false};
+  LineEndKind lineEndKind[2] = {LineEndKind::crLf, LineEndKind::crLf};
+  DiffModel model;  // always at least one row
+};
+
+/// The state of one comparison's two panes, without their window: texts and rows, caret and selection, what
+/// is scrolled into view, and where the panes are. The host hears of what has to be repainted.
+///
+/// The caret is on the active side, in a row of the model, at a text position from the row's start to its
+/// end; in a filler row at the row's start, which holds no text. It may stand behind the very last "\n" of a
+/// side, where an edit can leave it. The selection is the active side's text between anchor and caret. All
+/// lengths are pixels, of the client area where they are coordinates.
+class ViewState {
+ public:
+  explicit ViewState(ViewHost& host);
+  ViewState(const ViewState&) = delete;
+  ViewState& operator=(const ViewState&) = delete;
+
+  ViewHost& host() { return host_; }
+
+  /// Whoever changes texts or rows says so with rowsChanged() or caretPlaced() before anything is drawn.
+  Documents& documents() { return documents_; }
+  const Documents& documents() const { return documents_; }
+  const DiffModel& model() const { return documents_.model; }
+  const TextBuffer& text(int side) const { return documents_.text[side]; }
+  uint32_t rowCount() const { return model().rowCount(); }
+
+  /// Takes over texts and rows, copying nothing. Never fails.
+  void take(FileComparison&& comparison, AfterComparison after);
+
+  // Settings and geometry.
+
+  const ViewOptions& options() const { return options_; }
+  const LineRuler& ruler() const { return ruler_; }
+  const FontMetrics& font() const { return ruler_.font(); }
+  void setOptions(const ViewOptions& options);
+  void setFont(const FontMetrics& font);
+  void resize(int32_t width, int32_t height);
+
+  int32_t width() const { return width_; }
+  int32_t height() const { return height_; }
+  float splitFraction() const { return split_.splitFraction(); }
+  int32_t splitX() const { return split_.splitX(); }
+  void setSplitFromX(int32_t x);
+  void centreSplit();
+  const PaneEdges& pane(int side) const { return panes_[side]; }
+
+  // Rows and positions.
+
+  uint32_t rowStart(int side, uint32_t row) const { return model().position(side, row); }
+
+  /// Behind the row's last character, its "\n" included, and before that "\n".
+  uint32_t rowEnd(int side, uint32_t row) const { return model().endPosition(side, row, text(side).size()); }
+  uint32_t lineEnd(int side, uint32_t row) const;
+  bool isFiller(int side, uint32_t row) const { return fillerSide(model().status(row)) == side; }
+
+  /// The row in which a caret at a position shows: at the end of a text without a last "\n" the row of that
+  /// line, not a filler behind it.
+  uint32_t rowOf(int side, uint32_t position) const;
+
+  // Caret and selection.
+
+  int activeSide() const { return activeSide_; }
+  uint32_t caretRow() const { return caretRow_; }
+  uint32_t caretColumn() const { return caret_.column; }
+  uint32_t caretPos(int side) const { return side == activeSide_ ? caret_.position : otherCaretPos_; }
+  uint32_t anchor() const { return anchor_; }
+  int64_t desiredX() const { return desiredX_; }
+  int32_t caretX() const;  // from the left of the text area
+  int32_t caretY() const;
+  bool hasSelection() const { return anchor_ != caret_.position; }
+  uint32_t selectionBegin() const { return anchor_ < caret_.position ? anchor_ : caret_.position; }
+  uint32_t selectionEnd() const { return anchor_ < caret_.position ? caret_.position : anchor_; }
+
+  /// Moves the caret to a place, clamped to the rows and the row's text. Extending leaves the anchor, else it
+  /// comes along. Does not scroll.
+  void moveCaret(uint32_t row, uint32_t position, bool extend);
+
+  /// Moves the caret to where `desiredX` falls in a row, which moving up and down keeps.
+  void moveCaretVertically(uint32_t row, bool extend);
+
+  /// Makes a side the active one. The caret stays in its row, at `desiredX`; the selection goes.
+  void activate(int side);
+
+  // Scrolling.
+
+  uint32_t topRow() const { return topRow_; }
+  uint32_t visibleRows() const { return visibleRows_; }  // whole ones, at least 1
+  uint32_t maxTopRow() const { return rowCount() > visibleRows_ ? rowCount() - visibleRows_ : 0; }
+  uint32_t hScroll(int side) const { return hScroll_[side]; }
+  uint32_t visibleColumns(int side) const;  // whole ones, at least 1
+  uint32_t maxHScroll(int side) const;
+
+  /// Clamped to what there is to scroll to. Sideways both sides go together with syncScroll.
+  void scrollTo(int64_t topRow);
+  void scrollColumnsTo(int side, int64_t column);
+
+  /// Scrolls no more than it takes to see the caret; sideways a quarter of the pane beyond.
+  void showCaret();
+
+  /// Centres rows that are not well within view, as jumps do; the top row counts as not in view.
+  void showRows(RowRange rows);
+
+  /// Jumps to the start of a row, or of the first of several, which it brings into view.
+  void goToRow(uint32_t row) { goToBlock({row, row + 1}); }
+  void goToBlock(RowRange block);
+
+  // Editing, which changes documents() on the active side.
+
+  /// The row count or rows may be others: lays out the gutter, clamps the scrolling and takes in the widths
+  /// of these rows.
+  void rowsChanged(RowRange rows);
+
+  /// Puts the caret at a position of the active side after its text has changed, with no selection; finds
+  /// its row.
+  void placeCaret(uint32_t position);
+
+  /// A row of a side as it is to be drawn.
+  RowSource source(int side) const;
+  RowWindow window(int side) const;
+
+ private:
+  void layOutPanes();
+  void measure(int side, RowRange rows);
+  void remeasure();
+  void setCaret(uint32_t row, const LinePlace& place, bool extend);
+  LinePlace placeInRow(int side, uint32_t row, int64_t x) const;
+  void clampScrolling();
+
+  ViewHost& host_;
+  Documents documents_;
+  ViewOptions options_;
+  LineRuler ruler_;
+
+  int32_t width_ = 0;
+  int32_t height_ = 0;
+  Split split_;
+  PaneEdges panes_[2];
+  int64_t widest_[2] = {0, 0};  // pixels that the longest line so far takes
+
+  int activeSide_ = 0;
+  uint32_t caretRow_ = 0;
+  LinePlace caret_;
+  uint32_t otherCaretPos_ = 0;
+  uint32_t anchor_ = 0;
+  int64_t desiredX_ = 0;
+
+  uint32_t topRow_ = 0;
+  uint32_t visibleRows_ = 1;
+  uint32_t hScroll_[2] = {0, 0};
+};
+
+}  // namespace merivane
