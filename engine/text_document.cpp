@@ -164,7 +164,6 @@ Outcome load(FileSystem& files, const std::string (&paths)[2], TextDocument (&do
   TextDocument loaded[2];
   for (const int side : {0, 1}) {
     loading[side].readRest();
-    if (loading[side].error == notEnoughStorage()) return {Result::outOfMemory};
     if (loading[side].error != 0) return {unreadable[side], loading[side].error};
     loaded[side].lineEndKind = detectLineEndKind(loading[side].bytes.view());
     loaded[side].readOnly = !files.isWritable(paths[side]);

@@ -51,7 +51,8 @@ std::string outcomeMessage(const Outcome& outcome);
 
 /// Loads both files. The checks run left path, right path, left binary, right binary, left load, right
 /// load, and the first that fails is the outcome; the documents are then as they were. Each file is opened
-/// and read once, so that what was tested is what is compared.
+/// and read once, so that what was tested is what is compared. A file that finds no room in memory or in
+/// 32-bit positions is unreadable, with notEnoughStorage().
 Outcome loadDocuments(FileSystem& files, const std::string (&paths)[2], TextDocument (&documents)[2]);
 
 }  // namespace merivane
