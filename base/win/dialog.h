@@ -1,0 +1,21 @@
+#pragma once
+
+#include "base/win/window.h"
+
+namespace merivane {
+
+/// A dialog of the resources together with its object; the promises of Window hold for it too. onMessage()
+/// answers, as a dialog procedure does, whether it handled the message.
+class Dialog : public Window {
+ protected:
+  /// Opens it without a message loop of its own. False when it cannot be had.
+  bool open(int resource, HWND owner);
+
+  /// Moves it over the middle of its owner.
+  void centre();
+
+ private:
+  static INT_PTR CALLBACK dialogProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam);
+};
+
+}  // namespace merivane

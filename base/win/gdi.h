@@ -1,0 +1,80 @@
+#pragma once
+
+#include <windows.h>
+
+#include <utility>
+
+namespace merivane {
+
+/// Owns a font, pen, brush, bitmap or region.
+template <typename Handle>
+class GdiObject {
+ public:
+  explicit GdiObject(Handle handle = nullptr) : handle_(handle) {}
+  GdiObject(GdiObject&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+  GdiObject& operator=(GdiObject&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    return *this;
+  }
+  ~GdiObject() {
+    if (handle_ != nullptr) DeleteObject(handle_);
+  }
+
+  Handle get() const { return handle_; }
+  explicit operator bool() const { return handle_ != nullptr; }
+
+ private:
+  Handle handle_;
+};
+
+using Font = GdiObject<HFONT>;
+using Brush = GdiObject<HBRUSH>;
+using Pen = GdiObject<HPEN>;
+using Bitmap = GdiObject<HBITMAP>;
+using Region = GdiObject<HRGN>;
+
+/// Keeps an object selected into a device context for as long as it lives.
+class Selection {
+ public:
+  Selection(HDC dc, HGDIOBJ object) : dc_(dc), previous_(SelectObject(dc, object)) {}
+  ~Selection() { SelectObject(dc_, previous_); }
+  Selection(const Selection&) = delete;
+  Selection& operator=(const Selection&) = delete;
+
+ private:
+  HDC dc_;
+  HGDIOBJ previous_;
+};
+
+/// A window's own device context, for measuring.
+class WindowDc {
+ public:
+  explicit WindowDc(HWND window) : window_(window), dc_(GetDC(window)) {}
+  ~WindowDc() { ReleaseDC(window_, dc_); }
+  WindowDc(const WindowDc&) = delete;
+  WindowDc& operator=(const WindowDc&) = delete;
+  operator HDC() const { return dc_; }
+
+ private:
+  HWND window_;
+  HDC dc_;
+};
+
+/// The font that the user chose for messages and dialogs.
+inline HFONT messageFont() {
+  static const Font font = [] {
+    NONCLIENTMETRICSA metrics = {};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    return Font(CreateFontIndirectA(&metrics.lfMessageFont));
+  }();
+  return font.get();
+}
+
+/// Pixels at 96 to the inch, in pixels of the screen.
+inline int scaled(int pixels) {
+  static const int resolution = GetDeviceCaps(WindowDc(nullptr), LOGPIXELSX);
+  return MulDiv(pixels, resolution, 96);
+}
+
+}  // namespace merivane
