@@ -1,0 +1,59 @@
+#include "mergeview/win/row_painter.h"
+
+#include <algorithm>
+
+namespace merivane {
+
+void RowPainter::paint(const RowSource& source, uint32_t row, const RowWindow& window, const PaneEdges& pane,
+                       int y) {
+  layOutRow(source, row, window, layout_);
+  fill(pane.paneLeft, pane.textLeft, y, layout_.background);
+  if (!layout_.number.empty()) {
+    paintNumber(pane, y, source.readOnly ? source.options.readOnlyColour : source.options.textColour);
+  }
+  paintText(pane, y);
+  fill(pane.textLeft + std::max(layout_.textEnd, 0), pane.paneRight, y, layout_.background);
+  if (layout_.selectionLeft < layout_.selectionRight) {
+    const RECT selected = {pane.textLeft + layout_.selectionLeft, y, pane.textLeft + layout_.selectionRight,
+                           y + fonts_.metrics.lineHeight};
+    InvertRect(dc_, &selected);
+  }
+}
+
+void RowPainter::fill(int left, int right, int y, Colour colour) {
+  const RECT area = {left, y, right, y + fonts_.metrics.lineHeight};
+  if (left >= right) return;
+  SetBkColor(dc_, colour);
+  ExtTextOutA(dc_, 0, 0, ETO_OPAQUE, &area, "", 0, nullptr);
+}
+
+void RowPainter::paintNumber(const PaneEdges& pane, int y, Colour colour) {
+  const Selection font(dc_, fonts_.numbers.get());
+  const auto length = static_cast<int>(layout_.number.size());
+  SIZE size = {};
+  GetTextExtentPoint32A(dc_, layout_.number.c_str(), length, &size);
+  const RECT gutter = {pane.paneLeft, y, pane.textLeft, y + fonts_.metrics.lineHeight};
+  SetTextColor(dc_, colour);
+  const int mode = SetBkMode(dc_, TRANSPARENT);
+  ExtTextOutA(dc_, pane.textLeft - gutterPadding(fonts_.metrics) - size.cx,
+              y + 1 + (fonts_.metrics.lineHeight - size.cy) / 2, ETO_CLIPPED, &gutter, layout_.number.c_str(),
+              static_cast<UINT>(length), nullptr);
+  SetBkMode(dc_, mode);
+}
+
+void RowPainter::paintText(const PaneEdges& pane, int y) {
+  const Selection font(dc_, fonts_.text.get());
+  // The layout decides where each character stands, not the device's rounding.
+  advances_.clear();
+  for (const char c : layout_.text) advances_.push_back(fonts_.metrics.widthOf(c));
+  for (const TextRun& run : layout_.runs) {
+    const RECT area = {std::max(pane.textLeft + run.left, pane.textLeft), y,
+                       std::min(pane.textLeft + run.right, pane.paneRight), y + fonts_.metrics.lineHeight};
+    SetTextColor(dc_, run.foreground);
+    SetBkColor(dc_, run.background);
+    ExtTextOutA(dc_, pane.textLeft + run.left, y, ETO_OPAQUE | ETO_CLIPPED, &area,
+                layout_.text.data() + run.begin, run.end - run.begin, advances_.data() + run.begin);
+  }
+}
+
+}  // namespace merivane

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <windows.h>
+
+#include "base/win/window.h"
+#include "mergeview/view_state.h"
+
+namespace merivane {
+
+/// The handle between the two panes' scroll bars. Dragging it moves the split, a double click centres it.
+class SplitterThumb final : public Window {
+ public:
+  /// `view` must outlive the thumb. Its window's left edge is that of the thumb's parent.
+  explicit SplitterThumb(ViewState& view) : view_(view) {}
+  ~SplitterThumb() override;
+
+  bool create(HWND parent);
+
+ private:
+  LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void onPaint();
+  void onButtonDown();
+  void onMouseMove(int x);
+  void onButtonUp();
+
+  ViewState& view_;
+  bool dragging_ = false;
+};
+
+}  // namespace merivane

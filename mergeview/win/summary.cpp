@@ -1,0 +1,119 @@
+#include "mergeview/win/summary.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "base/win/back_buffer.h"
+#include "mergeview/differences.h"
+
+namespace merivane {
+namespace {
+
+void fill(HDC dc, int left, int top, int right, int bottom, COLORREF colour) {
+  const RECT area = {left, top, right, bottom};
+  SetBkColor(dc, colour);
+  ExtTextOutA(dc, 0, 0, ETO_OPAQUE, &area, "", 0, nullptr);
+}
+
+}  // namespace
+
+Summary::~Summary() { destroy(); }
+
+bool Summary::create(HWND parent) {
+  WindowPlace place;
+  place.parent = parent;
+  return Window::create({"Summary"}, "", place);
+}
+
+LRESULT Summary::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_PAINT: onPaint(); return 0;
+    case WM_ERASEBKGND: return TRUE;
+    case WM_SIZE: refresh(); return 0;
+    case WM_LBUTTONDOWN: onLeftButtonDown(static_cast<short>(HIWORD(lParam))); return 0;
+    case WM_RBUTTONDOWN: onRightButtonDown(static_cast<short>(HIWORD(lParam))); return 0;
+    default: return defaultProcedure(message, wParam, lParam);
+  }
+}
+
+SummaryMap::Geometry Summary::geometry() const {
+  RECT client = {};
+  GetClientRect(handle(), &client);
+  return {client.bottom, GetSystemMetrics(SM_CYVSCROLL), view_.font().lineHeight, view_.visibleRows()};
+}
+
+void Summary::setBlank(bool blank) {
+  if (blank == blank_) return;
+  blank_ = blank;
+  refresh();
+}
+
+void Summary::refresh() {
+  map_.rowsChanged();
+  InvalidateRect(handle(), nullptr, FALSE);
+}
+
+void Summary::moveCaretMarker() {
+  if (isPlain()) return;
+  map_.update(view_.model(), geometry());
+  const RECT next = markerArea();
+  if (EqualRect(&next, &marker_)) return;
+  InvalidateRect(handle(), &marker_, FALSE);
+  InvalidateRect(handle(), &next, FALSE);
+}
+
+RECT Summary::markerArea() const {
+  RECT client = {};
+  GetClientRect(handle(), &client);
+  const PixelRange lines = map_.caretMarker(view_.caretRow());
+  return {SummaryMap::kMargin, map_.mapTop() + lines.begin, client.right - SummaryMap::kMargin,
+          map_.mapTop() + lines.end};
+}
+
+void Summary::onPaint() {
+  const BufferedPaint paint(handle());
+  map_.update(view_.model(), geometry());
+  const RECT& area = paint.area();
+  fill(paint.dc(), area.left, area.top, area.right, area.bottom, GetSysColor(COLOR_BTNFACE));
+  if (isPlain()) return;
+  paintBands(paint.dc(), area);
+  marker_ = markerArea();
+  paintMarker(paint.dc());
+}
+
+void Summary::paintBands(HDC dc, const RECT& area) {
+  const auto lines = summaryLines(map_.pixels(), view_.options().colours, GetSysColor(COLOR_BTNFACE));
+  RECT client = {};
+  GetClientRect(handle(), &client);
+  const int left = SummaryMap::kMargin;
+  const int right = client.right - SummaryMap::kMargin;
+  const int first = std::max<int>(area.top - map_.mapTop(), 0);
+  const int end = std::min<int>(area.bottom - map_.mapTop(), static_cast<int>(lines.size()));
+  for (int line = first; line < end; ++line) {
+    const SummaryLine& colours = lines[static_cast<size_t>(line)];
+    const int y = map_.mapTop() + line;
+    fill(dc, left, y, right, y + 1, colours.edge);
+    fill(dc, left + 1, y, right - 1, y + 1, colours.fill);
+  }
+}
+
+void Summary::paintMarker(HDC dc) const {
+  const auto black = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
+  RECT frame = marker_;
+  FrameRect(dc, &frame, black);
+  InflateRect(&frame, -1, -1);
+  FrameRect(dc, &frame, black);
+}
+
+void Summary::onLeftButtonDown(int y) {
+  if (!isPlain()) view_.goToRow(map_.rowAt(y));
+}
+
+void Summary::onRightButtonDown(int y) {
+  if (isPlain()) return;
+  const uint32_t row = map_.rowAt(y);
+  const auto difference = nearestDifference(view_.model(), row);
+  view_.goToBlock(difference.value_or(RowRange{row, row + 1}));
+}
+
+}  // namespace merivane

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <windows.h>
+
+#include "base/win/window.h"
+#include "mergeview/summary_map.h"
+#include "mergeview/view_state.h"
+
+namespace merivane {
+
+/// The summary bar: the whole comparison as coloured bands beside the text view's scroll bar, with a frame
+/// around where the caret is. A left click goes to that row, a right click to the nearest difference.
+class Summary final : public Window {
+ public:
+  /// `view` is the state it shows and steers; it must outlive the bar.
+  explicit Summary(ViewState& view) : view_(view) {}
+  ~Summary() override;
+
+  bool create(HWND parent);
+
+  /// Without anything to show, as before the first comparison, the bar is plain.
+  void setBlank(bool blank);
+
+  /// Rows, colours or their scale are others.
+  void refresh();
+
+  /// Only the frame around the caret's row moves.
+  void moveCaretMarker();
+
+ private:
+  LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void onPaint();
+  void onLeftButtonDown(int y);
+  void onRightButtonDown(int y);
+
+  SummaryMap::Geometry geometry() const;
+  bool isPlain() const { return blank_ || map_.mapHeight() <= 0; }
+  RECT markerArea() const;
+  void paintBands(HDC dc, const RECT& area);
+  void paintMarker(HDC dc) const;
+
+  ViewState& view_;
+  SummaryMap map_;
+  RECT marker_ = {};  // where the frame was painted
+  bool blank_ = true;
+};
+
+}  // namespace merivane

@@ -1,0 +1,203 @@
+#include "mergeview/win/text_view.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "base/win/back_buffer.h"
+#include "mergeview/diff_arrows.h"
+#include "mergeview/win/row_painter.h"
+
+namespace merivane {
+namespace {
+
+int pixelOf(WORD coordinate) { return static_cast<short>(coordinate); }
+
+POINT pointOf(LPARAM lParam) { return {pixelOf(LOWORD(lParam)), pixelOf(HIWORD(lParam))}; }
+
+void fill(HDC dc, const RECT& area, Colour colour) {
+  SetBkColor(dc, colour);
+  ExtTextOutA(dc, 0, 0, ETO_OPAQUE, &area, "", 0, nullptr);
+}
+
+}  // namespace
+
+TextView::TextView(TextViewOwner& owner) : owner_(owner), state_(*this), mouse_(state_) {}
+
+TextView::~TextView() { destroy(); }
+
+bool TextView::create(HWND parent) {
+  WindowPlace place;
+  place.style |= WS_TABSTOP | WS_VSCROLL;
+  place.parent = parent;
+  return Window::create({"TextView", CS_DBLCLKS}, "", place);
+}
+
+void TextView::setFont(const std::string& face, int points) {
+  const WindowDc dc(handle());
+  fonts_ = makeViewFonts(dc, face, fontHeight(dc, points));
+  state_.setFont(fonts_.metrics);
+}
+
+void TextView::showCaretBox(bool show) {
+  caretBox_ = show;
+  InvalidateRect(handle(), nullptr, FALSE);
+}
+
+LRESULT TextView::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_PAINT: onPaint(); return 0;
+    case WM_ERASEBKGND: return TRUE;
+    case WM_SIZE: onSize(LOWORD(lParam), HIWORD(lParam)); return 0;
+    case WM_SETFOCUS: onSetFocus(); return 0;
+    case WM_KILLFOCUS: onKillFocus(); return 0;
+    case WM_GETDLGCODE: return DLGC_WANTARROWS | DLGC_WANTCHARS | DLGC_WANTTAB;
+    case WM_KEYDOWN: return onKeyDown(wParam) ? 0 : defaultProcedure(message, wParam, lParam);
+    case WM_VSCROLL: onVScroll(LOWORD(wParam)); return 0;
+    case WM_MOUSEWHEEL: onMouseWheel(pixelOf(HIWORD(wParam)), (LOWORD(wParam) & MK_SHIFT) != 0); return 0;
+    case WM_MOUSEHWHEEL: onMouseHWheel(pixelOf(HIWORD(wParam))); return TRUE;
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK: onButtonDown(pointOf(lParam)); return 0;
+    case WM_RBUTTONDOWN: onRightButtonDown(pointOf(lParam)); return 0;
+    case WM_MOUSEMOVE: onMouseMove(pointOf(lParam)); return 0;
+    case WM_LBUTTONUP: onButtonUp(); return 0;
+    case WM_CAPTURECHANGED: onButtonUp(); return 0;
+    case WM_TIMER: onDragTimer(); return 0;
+    case WM_CONTEXTMENU: onContextMenu(pointOf(lParam)); return 0;
+    case WM_SETCURSOR:
+      return onSetCursor(reinterpret_cast<HWND>(wParam), LOWORD(lParam))
+                 ? TRUE
+                 : defaultProcedure(message, wParam, lParam);
+    default: return defaultProcedure(message, wParam, lParam);
+  }
+}
+
+// Drawing.
+
+void TextView::onPaint() {
+  const BufferedPaint paint(handle());
+  paintRows(paint.dc(), paint.area());
+  paintGap(paint.dc(), paint.area());
+  if (caretBox_) paintCaretBox(paint.dc());
+}
+
+void TextView::paintRows(HDC dc, const RECT& area) {
+  const int height = state_.font().lineHeight;
+  const auto first = state_.topRow() + static_cast<uint32_t>(area.top / height);
+  const auto below = state_.topRow() + static_cast<uint32_t>((area.bottom + height - 1) / height);
+  const uint32_t end = std::min(below, state_.rowCount());
+  RowPainter painter(dc, fonts_);
+  for (const int side : {0, 1}) {
+    const PaneEdges& pane = state_.pane(side);
+    if (area.right <= pane.paneLeft || area.left >= pane.paneRight) continue;
+    const RowSource source = state_.source(side);
+    const RowWindow window = state_.window(side);
+    for (uint32_t row = first; row < end; ++row) {
+      painter.paint(source, row, window, pane, static_cast<int>(row - state_.topRow()) * height);
+    }
+    const auto rowsEnd = static_cast<LONG>(int64_t{end - std::min(end, state_.topRow())} * height);
+    fill(dc, {pane.paneLeft, rowsEnd, pane.paneRight, area.bottom}, state_.options().colours.same);
+  }
+}
+
+void TextView::paintGap(HDC dc, const RECT& area) {
+  const GapWindow gap = {state_.pane(0).paneRight, state_.pane(1).paneLeft, state_.height(),
+                         state_.font().lineHeight, state_.topRow()};
+  if (area.right <= gap.left || area.left >= gap.right) return;
+  fill(dc, {gap.left, area.top, gap.right, area.bottom}, GetSysColor(COLOR_BTNFACE));
+  const Selection pen(dc, GetStockObject(NULL_PEN));
+  for (const DiffArrow& arrow : diffArrows(state_.model(), state_.options().colours, gap)) {
+    const Brush brush(CreateSolidBrush(arrow.colour));
+    const Selection selected(dc, brush.get());
+    std::vector<POINT> corners;
+    // Without a pen a polygon lacks its last column and line.
+    for (const GapPoint& corner : arrow.corners) corners.push_back({corner.x, corner.y});
+    Polygon(dc, corners.data(), static_cast<int>(corners.size()));
+  }
+}
+
+void TextView::paintCaretBox(HDC dc) {
+  const Brush brush(CreateSolidBrush(GetSysColor(COLOR_GRAYTEXT)));
+  for (const int side : {0, 1}) {
+    const PaneEdges& pane = state_.pane(side);
+    const RECT box = {pane.paneLeft, state_.caretY(), pane.paneRight,
+                      state_.caretY() + state_.font().lineHeight};
+    FrameRect(dc, &box, brush.get());
+  }
+}
+
+void TextView::onSize(int width, int height) { state_.resize(width, height); }
+
+bool TextView::onSetCursor(HWND window, int hitTest) {
+  if (window != handle() || hitTest != HTCLIENT) return false;
+  POINT at = {};
+  GetCursorPos(&at);
+  ScreenToClient(handle(), &at);
+  const PaneEdges& pane = state_.pane(sideAt(state_, at.x));
+  SetCursor(LoadCursorA(nullptr, at.x >= pane.textLeft && at.x < pane.paneRight ? IDC_IBEAM : IDC_ARROW));
+  return true;
+}
+
+// The caret.
+
+void TextView::onSetFocus() {
+  CreateCaret(handle(), nullptr, scaled(2), state_.font().lineHeight);
+  placeCaret();
+  ShowCaret(handle());
+}
+
+void TextView::onKillFocus() { DestroyCaret(); }
+
+void TextView::placeCaret() {
+  if (GetFocus() != handle()) return;
+  const PaneEdges& pane = state_.pane(state_.activeSide());
+  const bool inView = state_.caretX() >= 0 && state_.caretX() < pane.textWidth();
+  // Out of view it blinks where nothing shows.
+  SetCaretPos(inView ? pane.textLeft + state_.caretX() : -100, state_.caretY());
+}
+
+// What the state reports.
+
+void TextView::invalidateRows(RowRange rows, Panes panes) {
+  const int64_t height = state_.font().lineHeight;
+  const auto yOf = [&](uint32_t row) {
+    return static_cast<LONG>(
+        std::clamp<int64_t>((int64_t{row} - state_.topRow()) * height, 0, state_.height()));
+  };
+  for (const int side : {0, 1}) {
+    if (panes != Panes::both && static_cast<int>(panes) != side) continue;
+    const RECT area = {state_.pane(side).paneLeft, yOf(rows.begin), state_.pane(side).paneRight,
+                       yOf(rows.end)};
+    InvalidateRect(handle(), &area, FALSE);
+  }
+}
+
+void TextView::refreshAll() {
+  panesMoved();
+  owner_.onViewChanged();
+}
+
+void TextView::panesMoved() {
+  InvalidateRect(handle(), nullptr, FALSE);
+  updateScrollBars();
+  placeCaret();
+}
+
+void TextView::updateScrollBars() {
+  SCROLLINFO info = {};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_PAGE | SIF_POS | SIF_RANGE | SIF_DISABLENOSCROLL;
+  info.nMax = static_cast<int>(state_.rowCount() - 1);
+  info.nPage = state_.visibleRows();
+  info.nPos = static_cast<int>(state_.topRow());
+  SetScrollInfo(handle(), SB_VERT, &info, TRUE);
+  owner_.onPanesMoved();
+}
+
+void TextView::caretMoved() {
+  placeCaret();
+  owner_.onCaretMoved();
+}
+
+void TextView::beep() { MessageBeep(MB_OK); }
+
+}  // namespace merivane

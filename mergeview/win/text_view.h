@@ -1,0 +1,99 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "base/win/window.h"
+#include "mergeview/mouse_selection.h"
+#include "mergeview/view_host.h"
+#include "mergeview/view_state.h"
+#include "mergeview/win/view_fonts.h"
+
+namespace merivane {
+
+/// What the text view tells the window that it is a child of.
+class TextViewOwner {
+ public:
+  virtual ~TextViewOwner() = default;
+
+  /// The texts, their rows or what is known of them changed.
+  virtual void onViewChanged() = 0;
+
+  /// The panes show other rows or columns, have other edges, or can be scrolled another way.
+  virtual void onPanesMoved() = 0;
+
+  /// The caret or the selection is another.
+  virtual void onCaretMoved() = 0;
+
+  /// A context menu is wanted for the caret's row, on a side, at a point of the screen.
+  virtual void onPaneMenu(int side, POINT screen) = 0;
+};
+
+/// The window that shows the two panes of a comparison. The window does the drawing and hands keys, mouse
+/// and scroll bars to the state, which decides everything.
+class TextView final : public Window, private ViewHost {
+ public:
+  explicit TextView(TextViewOwner& owner);
+  ~TextView() override;
+
+  bool create(HWND parent);
+
+  ViewState& state() { return state_; }
+  const ViewState& state() const { return state_; }
+
+  void setFont(const std::string& face, int points);
+
+  /// Whether the caret's row has a box around it.
+  void showCaretBox(bool show);
+
+  /// A scroll bar message of a side's horizontal bar, which the parent has.
+  void onHScroll(int side, HWND bar, int request);
+
+ private:
+  LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void onPaint();
+  void onSize(int width, int height);
+  void onSetFocus();
+  void onKillFocus();
+  bool onKeyDown(WPARAM key);
+  void onVScroll(int request);
+  void onMouseWheel(int delta, bool sideways);
+  void onMouseHWheel(int delta);
+  void onButtonDown(POINT at);
+  void onRightButtonDown(POINT at);
+  void onMouseMove(POINT at);
+  void onButtonUp();
+  void onDragTimer();
+  void onContextMenu(POINT screen);
+  bool onSetCursor(HWND window, int hitTest);
+
+  void invalidateRows(RowRange rows, Panes panes) override;
+  void refreshAll() override;
+  void panesMoved() override;
+  void updateScrollBars() override;
+  void caretMoved() override;
+  void beep() override;
+
+  void paintRows(HDC dc, const RECT& area);
+  void paintGap(HDC dc, const RECT& area);
+  void paintCaretBox(HDC dc);
+  void placeCaret();
+  int countClicks(POINT at);
+
+  TextViewOwner& owner_;
+  ViewState state_;
+  MouseSelection mouse_;
+  ViewFonts fonts_;
+  bool caretBox_ = true;
+  bool dragging_ = false;
+  int wheelRest_ = 0;  // turned, but not yet enough to scroll
+  int sidewaysRest_ = 0;
+
+  // The last press, for telling double and triple clicks.
+  POINT lastPress_ = {};
+  LONG lastPressTime_ = 0;
+  int clicks_ = 0;
+};
+
+}  // namespace merivane

@@ -1,0 +1,176 @@
+// The text view's keys, mouse and scroll bars.
+
+#include <cstdlib>
+
+#include "base/win/gdi.h"
+#include "mergeview/navigation.h"
+#include "mergeview/win/clipboard.h"
+#include "mergeview/win/text_view.h"
+
+namespace merivane {
+namespace {
+
+constexpr UINT_PTR dragTimer = 1;
+constexpr UINT dragMilliseconds = 50;
+
+bool isDown(int key) { return GetKeyState(key) < 0; }
+
+/// Where a scroll bar is asked to go; `position` and `page` are its own, in its own unit.
+int64_t scrollTarget(HWND bar, int kind, int request, int64_t position, int64_t page, int64_t last) {
+  switch (request) {
+    case SB_LINEUP: return position - 1;
+    case SB_LINEDOWN: return position + 1;
+    case SB_PAGEUP: return position - page;
+    case SB_PAGEDOWN: return position + page;
+    case SB_TOP: return 0;
+    case SB_BOTTOM: return last;
+    case SB_THUMBTRACK:
+    case SB_THUMBPOSITION: {
+      // The message has only 16 bits of it.
+      SCROLLINFO info = {};
+      info.cbSize = sizeof info;
+      info.fMask = SIF_TRACKPOS;
+      return GetScrollInfo(bar, kind, &info) ? info.nTrackPos : position;
+    }
+    default: return position;
+  }
+}
+
+/// How far a turn of the wheel goes, in whole units; the rest is kept for the next one.
+int wheelSteps(int delta, int unitsANotch, int& rest) {
+  if (delta * rest < 0) rest = 0;  // turned back
+  rest += delta * unitsANotch;
+  const int steps = rest / WHEEL_DELTA;
+  rest -= steps * WHEEL_DELTA;
+  return steps;
+}
+
+/// Lines or characters a notch, asked each time as the user can change it at any time.
+UINT unitsANotch(UINT parameter, UINT fallback) {
+  UINT units = 0;
+  return SystemParametersInfoA(parameter, 0, &units, 0) ? units : fallback;
+}
+
+}  // namespace
+
+bool TextView::onKeyDown(WPARAM key) {
+  const bool ctrl = isDown(VK_CONTROL);
+  const bool shift = isDown(VK_SHIFT);
+  const auto move = [&](Key direction) {
+    pressKey(state_, direction, ctrl, shift);
+    return true;
+  };
+  switch (key) {
+    case VK_LEFT: return move(Key::left);
+    case VK_RIGHT: return move(Key::right);
+    case VK_UP: return move(Key::up);
+    case VK_DOWN: return move(Key::down);
+    case VK_HOME: return move(Key::home);
+    case VK_END: return move(Key::end);
+    case VK_PRIOR: return move(Key::pageUp);
+    case VK_NEXT: return move(Key::pageDown);
+    case 'A':
+      if (ctrl) selectAll(state_);
+      return ctrl;
+    case 'C':
+      if (ctrl) copySelection(handle(), state_);
+      return ctrl;
+    default: return false;
+  }
+}
+
+void TextView::onVScroll(int request) {
+  state_.scrollTo(
+      scrollTarget(handle(), SB_VERT, request, state_.topRow(), state_.visibleRows(), state_.maxTopRow()));
+}
+
+void TextView::onHScroll(int side, HWND bar, int request) {
+  state_.scrollColumnsTo(side, scrollTarget(bar, SB_CTL, request, state_.hScroll(side),
+                                            state_.visibleColumns(side), state_.maxHScroll(side)));
+}
+
+void TextView::onMouseWheel(int delta, bool sideways) {
+  if (sideways) {
+    onMouseHWheel(-delta);
+    return;
+  }
+  const UINT lines = unitsANotch(SPI_GETWHEELSCROLLLINES, 2);
+  const int units =
+      lines == WHEEL_PAGESCROLL ? static_cast<int>(state_.visibleRows()) : static_cast<int>(lines);
+  state_.scrollTo(int64_t{state_.topRow()} - wheelSteps(delta, units, wheelRest_));
+}
+
+void TextView::onMouseHWheel(int delta) {
+  POINT at = {};
+  GetCursorPos(&at);
+  ScreenToClient(handle(), &at);
+  const int side = sideAt(state_, at.x);
+  const auto units = static_cast<int>(unitsANotch(SPI_GETWHEELSCROLLCHARS, 3));
+  state_.scrollColumnsTo(side, int64_t{state_.hScroll(side)} + wheelSteps(delta, units, sidewaysRest_));
+}
+
+int TextView::countClicks(POINT at) {
+  const LONG now = GetMessageTime();
+  const bool samePlace = std::abs(at.x - lastPress_.x) <= GetSystemMetrics(SM_CXDOUBLECLK) / 2 &&
+                         std::abs(at.y - lastPress_.y) <= GetSystemMetrics(SM_CYDOUBLECLK) / 2;
+  const bool soon = static_cast<UINT>(now - lastPressTime_) <= GetDoubleClickTime();
+  clicks_ = samePlace && soon && clicks_ < 3 ? clicks_ + 1 : 1;
+  lastPress_ = at;
+  lastPressTime_ = now;
+  return clicks_;
+}
+
+void TextView::onButtonDown(POINT at) {
+  SetFocus(handle());
+  mouse_.press(at.x, at.y, countClicks(at), isDown(VK_SHIFT));
+  dragging_ = true;
+  SetCapture(handle());
+  SetTimer(handle(), dragTimer, dragMilliseconds, nullptr);
+}
+
+void TextView::onRightButtonDown(POINT at) {
+  SetFocus(handle());
+  // A selection stays when it is clicked into.
+  const int side = sideAt(state_, at.x);
+  const uint32_t position = placeAt(state_, side, at.x, at.y).position;
+  const bool within = side == state_.activeSide() && state_.hasSelection() &&
+                      position >= state_.selectionBegin() && position < state_.selectionEnd();
+  if (!within) mouse_.press(at.x, at.y, 1, false);
+}
+
+void TextView::onMouseMove(POINT at) {
+  if (dragging_) mouse_.drag(at.x, at.y);
+}
+
+void TextView::onDragTimer() {
+  POINT at = {};
+  GetCursorPos(&at);
+  ScreenToClient(handle(), &at);
+  const PaneEdges& pane = state_.pane(state_.activeSide());
+  const RECT inside = {pane.paneLeft, 0, pane.paneRight, state_.height()};
+  if (dragging_ && !PtInRect(&inside, at)) mouse_.drag(at.x, at.y);
+}
+
+void TextView::onButtonUp() {
+  if (!dragging_) return;
+  dragging_ = false;
+  KillTimer(handle(), dragTimer);
+  ReleaseCapture();
+}
+
+void TextView::onContextMenu(POINT screen) {
+  int side = state_.activeSide();
+  if (screen.x == -1 && screen.y == -1) {
+    // From the keyboard: at the caret.
+    screen = {state_.pane(side).textLeft + state_.caretX() + 2,
+              state_.caretY() + state_.font().lineHeight / 2};
+    ClientToScreen(handle(), &screen);
+  } else {
+    POINT at = screen;
+    ScreenToClient(handle(), &at);
+    side = sideAt(state_, at.x);
+  }
+  owner_.onPaneMenu(side, screen);
+}
+
+}  // namespace merivane

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "base/win/gdi.h"
+#include "mergeview/font_metrics.h"
+
+namespace merivane {
+
+/// The fonts that rows are drawn in on one device, and what the layout has to know of them.
+struct ViewFonts {
+  Font text;
+  Font numbers;  // the same face, a tenth smaller
+  FontMetrics metrics;
+};
+
+/// `dc` is the device's. `height` is that of the characters in its pixels.
+ViewFonts makeViewFonts(HDC dc, const std::string& face, int height);
+
+/// Of a font of so many points.
+int fontHeight(HDC dc, int points);
+
+}  // namespace merivane
