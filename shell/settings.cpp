@@ -103,6 +103,20 @@ RowColours Settings::rowColours() const {
   return {sameBkColor, emptyBkColor, leftBkColor, rightBkColor, changeBkColor, drawArrows};
 }
 
+ViewOptions Settings::viewOptions() const {
+  ViewOptions options;
+  options.tabStop = static_cast<uint32_t>(tabStop);
+  options.showWhiteSpace = showWhiteSpace;
+  options.lineNumbers = lineNumbers();
+  options.highlightChanges = highlightChanges;
+  options.wrapAround = wrapAround;
+  options.syncScroll = syncScroll;
+  options.colours = rowColours();
+  options.textColour = textColor;
+  options.readOnlyColour = readOnlyColor;
+  return options;
+}
+
 void LoadSettings(const SettingsStore& store, const SystemFacts& facts, Settings& settings) {
   for (const SettingsRow& row : settingsRows()) std::visit(Loader{store, facts, row.key, settings}, row.kind);
   dropIfBoth(settings.compareQuick, settings.compareFull);

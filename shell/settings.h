@@ -8,6 +8,7 @@
 #include "engine/compare_options.h"
 #include "mergeview/line_numbers.h"
 #include "mergeview/row_colours.h"
+#include "mergeview/view_options.h"
 #include "shell/history_list.h"
 #include "shell/settings_store.h"
 #include "shell/window_placement.h"
@@ -98,6 +99,7 @@ struct Settings {
 
   CompareOptions compareOptions() const;
   RowColours rowColours() const;
+  ViewOptions viewOptions() const;
   LineNumbers lineNumbers() const { return static_cast<LineNumbers>(showLineNumbers); }
 };
 

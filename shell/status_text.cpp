@@ -11,8 +11,9 @@ std::string caretText(uint32_t row, uint32_t lineNumber, uint32_t column) {
   return formatMessage(TextId::caretPosition, {int64_t{row} + 1, line, int64_t{column} + 1});
 }
 
-std::array<int32_t, 4> statusPartEdges(int32_t width) {
-  return {width - 375, width - 215, width - 140, width};
+std::array<int32_t, 4> statusPartEdges(int32_t width, int32_t resolution) {
+  const auto fromRight = [&](int32_t pixels) { return width - pixels * resolution / 96; };
+  return {fromRight(375), fromRight(215), fromRight(140), width};
 }
 
 }  // namespace merivane

@@ -11,7 +11,8 @@ namespace merivane {
 std::string caretText(uint32_t row, uint32_t lineNumber, uint32_t column);
 
 /// The right edges of the status bar's four parts in a window of this width in pixels, the size grip's
-/// taken off while the window is not maximized. The second part holds the caret's text.
-std::array<int32_t, 4> statusPartEdges(int32_t width);
+/// taken off while the window is not maximized, on a screen of so many pixels an inch. The second part holds
+/// the caret's text.
+std::array<int32_t, 4> statusPartEdges(int32_t width, int32_t resolution);
 
 }  // namespace merivane
