@@ -1,0 +1,80 @@
+#include "shell/win/application.h"
+
+#include <ole2.h>
+
+#include "base/win/messages.h"
+#include "base/win/window.h"
+#include "shell/command_line.h"
+#include "shell/name_box.h"
+#include "shell/win/shell_utilities.h"
+#include "shell/win/system_facts.h"
+
+namespace merivane {
+namespace {
+
+std::string currentFolder() {
+  char folder[260];
+  const DWORD length = GetCurrentDirectoryA(sizeof folder, folder);
+  return length < sizeof folder ? std::string(folder, length) : std::string();
+}
+
+}  // namespace
+
+bool Application::InitApplication(const std::string& commandLine) {
+  LoadSettings(store_, systemFacts(), settings);
+  // What needs it, shortcuts and drags, fails by itself without; comparing does not.
+  OleInitialize(nullptr);
+  startFolder = currentFolder();
+
+  const StartAction action = readArguments(splitArguments(commandLine), systemFiles(), absolutePath);
+  switch (action.kind) {
+    case StartAction::Kind::message:
+      showMessage(nullptr, action.message, MB_OK | MB_ICONINFORMATION);
+      return false;
+    case StartAction::Kind::twoFiles:
+      return windows.OpenFilesInTextWindow(nullptr, action.paths[0], action.paths[1], false);
+    case StartAction::Kind::oneFile:
+    case StartAction::Kind::emptyTextWindow: return windows.NewTextWindow(action.paths[0]);
+  }
+  return false;
+}
+
+void Application::run() {
+  MSG message;
+  while (GetMessageA(&message, nullptr, 0, 0) != 0) {
+    route(message);
+    windows.forgetClosed();
+  }
+}
+
+void Application::route(MSG& message) {
+  for (const HWND dialog : {findDialog.handle(), optionsDialog}) {
+    if (dialog != nullptr && IsDialogMessageA(dialog, &message)) return;
+  }
+  if (message.hwnd != nullptr) {
+    HWND top = message.hwnd;
+    while (const HWND parent = GetParent(top)) top = parent;
+    if (Window* const window = Window::of(top)) {
+      if (window->PreTranslateMessage(message)) return;
+      const HACCEL accelerators = window->accelerators();
+      if (accelerators != nullptr && TranslateAcceleratorA(top, accelerators, &message)) return;
+    }
+  }
+  TranslateMessage(&message);
+  DispatchMessageA(&message);
+}
+
+std::string Application::boxText(int side) const {
+  return store_.GetString(boxTextKey(kFileBoxNames[side])).value_or("");
+}
+
+void Application::keepBoxTexts(const std::string (&names)[2]) {
+  for (const int side : {0, 1}) store_.SetString(boxTextKey(kFileBoxNames[side]), names[side]);
+}
+
+void Application::end() {
+  SaveSettings(store_, settings);
+  OleUninitialize();
+}
+
+}  // namespace merivane

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "shell/settings.h"
+#include "shell/win/find_dialog.h"
+#include "shell/win/open_windows.h"
+#include "shell/win/registry_store.h"
+
+namespace merivane {
+
+/// The program: what lasts from its start to its end, and the one message loop of all its windows.
+class Application {
+ public:
+  explicit Application(int showCommand) : windows(*this, showCommand) {}
+
+  /// Loads the settings and opens what the command line asks for. False: there is nothing to run for, but
+  /// the exit steps are due all the same.
+  bool InitApplication(const std::string& commandLine);
+
+  /// Serves messages until WM_QUIT.
+  void run();
+
+  /// The exit steps.
+  void end();
+
+  /// What the name boxes of a text window held when two files were last compared.
+  std::string boxText(int side) const;
+  void keepBoxTexts(const std::string (&names)[2]);
+
+  Settings settings;
+  OpenWindows windows;
+  FindDialog findDialog{settings};
+  HWND optionsDialog = nullptr;  // while open
+  std::string startFolder;       // current when the program started; empty if there was no telling
+
+ private:
+  void route(MSG& message);
+
+  RegistryKey key_{HKEY_CURRENT_USER, kSettingsKey};
+  SettingsStore store_{key_};
+};
+
+}  // namespace merivane

@@ -1,0 +1,144 @@
+// Comparing, saving and closing a text window's files.
+
+#include <utility>
+
+#include "base/paths.h"
+#include "base/win/messages.h"
+#include "engine/text_document.h"
+#include "shell/win/application.h"
+#include "shell/win/compare_window.h"
+#include "shell/win/file_dialogs.h"
+#include "shell/win/registered_messages.h"
+
+namespace merivane {
+
+// Comparing.
+
+void CompareWindow::compare(const std::string& left, const std::string& right) {
+  setName(0, left);
+  setName(1, right);
+  lastFocus_ = frame_.view.handle();
+  SetForegroundWindow(handle());
+  SetFocus(handle());
+  UpdateWindow(handle());
+  SendMessageA(handle(), WM_COMMAND, static_cast<WPARAM>(Command::refresh), 0);
+}
+
+void CompareWindow::startComparison() {
+  // The files are read anew, so that what was not saved would go.
+  if (job_ != nullptr || !mayClose(*this, application_.settings.askConfirmation)) return;
+  const std::string names[2] = {frame_.nameBoxes[0].text(), frame_.nameBoxes[1].text()};
+  application_.keepBoxTexts(names);
+  job_ = ComparisonJob::start(handle(), names, application_.settings.compareOptions());
+  waitDialog_.open(handle());
+}
+
+void CompareWindow::cancelComparison() {
+  job_->cancel();
+  // The thread takes until its next look at the flag; the user need not.
+  PostMessageA(handle(), compareDoneMessage, 0, 0);
+}
+
+void CompareWindow::onComparisonDone() {
+  if (job_ == nullptr || !job_->isDone()) return;  // of a job given up before
+  const std::shared_ptr<ComparisonJob> job = std::exchange(job_, nullptr);
+  waitDialog_.close();
+  const Outcome outcome = job->outcome();
+  showComparison(outcome, *job);
+  if (!outcome.succeeded()) {
+    showMessage(handle(), outcomeMessage(outcome), MB_OK | MB_ICONERROR);
+  } else if (application_.settings.identicalMessage && view_.model().differingRows() == 0) {
+    showMessage(handle(), TextId::filesIdentical, MB_OK | MB_ICONINFORMATION);
+  }
+}
+
+void CompareWindow::showComparison(const Outcome& outcome, ComparisonJob& job) {
+  const bool succeeded = outcome.succeeded();
+  FileComparison comparison;
+  AfterComparison after = AfterComparison::top;
+  if (succeeded) {
+    comparison = std::move(job.result());
+    const bool again = job.path(0) == savedPaths_[0] && job.path(1) == savedPaths_[1];
+    if (again) after = AfterComparison::keepPlace;
+    if (application_.settings.scrollToFirst) after = AfterComparison::firstDifference;
+    fresh_ = false;
+  } else {
+    comparison.model.addRow(RowStatus::same, 0, 0);
+    comparison.model.numberLines();
+  }
+  for (const int side : {0, 1}) {
+    savedPaths_[side] = succeeded ? job.path(side) : std::string();
+    if (succeeded) application_.settings.fileHistory(side).Add(frame_.nameBoxes[side].text());
+  }
+  frame_.summary.setBlank(!succeeded);
+  view_.take(std::move(comparison), after);
+}
+
+// Names.
+
+std::string CompareWindow::nameOf(int side) const { return sideName(titleSide(side)); }
+
+TitleSide CompareWindow::titleSide(int side) const {
+  return {savedPaths_[side], frame_.nameBoxes[side].text(), false};
+}
+
+// Saving.
+
+// A name that was only typed into a box may be that of a file which this text did not come from.
+bool CompareWindow::saveSide(int side) {
+  return savedPaths_[side].empty() ? saveAs(side) : save(side, savedPaths_[side]);
+}
+
+void CompareWindow::saveAll() {
+  for (const int side : {0, 1}) {
+    if (titleSide(side).modified && !saveSide(side)) return;
+  }
+}
+
+bool CompareWindow::save(int side, const std::string& path) {
+  TextBuffer& text = view_.documents().text[side];
+  ByteArray bytes;
+  if (!convertToFile(text.view(0, text.size()), view_.documents().lineEndKind[side], false, bytes)) {
+    reportOutOfMemory();
+    return false;
+  }
+  const SystemError error = replaceFile(systemFiles(), path, bytes.view());
+  if (error != 0) {
+    showSystemError(handle(), TextId::couldNotSave, error);
+    return false;
+  }
+  savedPaths_[side] = path;
+  view_.documents().readOnly[side] = false;
+  refresh();
+  return true;
+}
+
+bool CompareWindow::saveAs(int side) {
+  return saveAs(side, loadText(side == 0 ? TextId::saveLeftFile : TextId::saveRightFile).c_str());
+}
+
+bool CompareWindow::saveAs(int side, const char* title) {
+  const auto chosen = chooseSaveFile(handle(), title, nameOf(side));
+  if (!chosen || !save(side, *chosen)) return false;
+  setName(side, *chosen);
+  return true;
+}
+
+// Closing.
+
+CloseAnswer CompareWindow::ask(const std::string& question) {
+  switch (showMessage(handle(), question, MB_YESNOCANCEL | MB_ICONQUESTION)) {
+    case IDYES: return CloseAnswer::yes;
+    case IDNO: return CloseAnswer::no;
+    default: return CloseAnswer::cancel;
+  }
+}
+
+void CompareWindow::onClose() {
+  if (!mayClose(*this, application_.settings.askConfirmation)) return;
+  if (job_ != nullptr) job_->cancel();
+  waitDialog_.close();
+  DestroyWindow(handle());
+}
+
+}  // namespace merivane

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+
+namespace merivane {
+
+/// Asks for a file that exists, starting from `name`. None when cancelled.
+std::optional<std::string> chooseFile(HWND owner, const std::string& title, const std::string& name);
+
+/// Asks where to save, starting from `name`, and before an existing file is written over. None when
+/// cancelled.
+std::optional<std::string> chooseSaveFile(HWND owner, const std::string& title, const std::string& name);
+
+}  // namespace merivane

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commdlg.h>
+
+#include "shell/settings.h"
+
+namespace merivane {
+
+/// The system's Find dialog, one for the whole program. What is searched for is kept in the settings.
+class FindDialog {
+ public:
+  explicit FindDialog(Settings& settings) : settings_(settings) {}
+  FindDialog(const FindDialog&) = delete;
+  FindDialog& operator=(const FindDialog&) = delete;
+
+  /// Opens it over a window, or brings it to the front where it is open. What is entered comes to its owner
+  /// as findReplaceMessage.
+  void open(HWND owner);
+
+  /// Null while it is closed.
+  HWND handle() const { return IsWindow(dialog_) ? dialog_ : nullptr; }
+
+  /// Takes a findReplaceMessage in. True when a search was asked for: the settings say for what, and the
+  /// dialog is closed.
+  bool takeRequest(const FINDREPLACEA& request);
+
+ private:
+  Settings& settings_;
+  HWND dialog_ = nullptr;
+  FINDREPLACEA description_ = {};  // the dialog's while it is open
+  char text_[256] = "";
+};
+
+}  // namespace merivane

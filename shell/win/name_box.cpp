@@ -1,0 +1,126 @@
+#include "shell/win/name_box.h"
+
+#include <commctrl.h>
+
+#include <exception>
+#include <vector>
+
+#include "base/win/messages.h"
+#include "base/win/window.h"
+#include "shell/win/drops.h"
+
+namespace merivane {
+namespace {
+
+constexpr int longestName = 32767;
+
+}  // namespace
+
+NameBox::~NameBox() {
+  if (history_ != nullptr) history_->detach(*this);
+}
+
+void NameBox::create(HWND parent, int id, uint32_t dropKinds, HistoryList& history) {
+  const DWORD style =
+      WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL;
+  handle_ = CreateWindowExA(WS_EX_ACCEPTFILES, "COMBOBOX", "", style, 0, 0, 0, 0, parent,
+                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), programInstance(), nullptr);
+  edit_ = GetWindow(handle_, GW_CHILD);
+  SendMessageA(handle_, CB_LIMITTEXT, longestName, 0);
+  for (const HWND window : {handle_, edit_}) {
+    SetWindowSubclass(window, subclassProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+  }
+  dropKinds_ = dropKinds;
+  history_ = &history;
+  history.attach(*this);
+  refill(history);
+}
+
+std::string NameBox::text() const {
+  std::string text(static_cast<size_t>(GetWindowTextLengthA(handle_)), '\0');
+  const int length = GetWindowTextA(handle_, text.data(), static_cast<int>(text.size()) + 1);
+  text.resize(static_cast<size_t>(length));
+  return text;
+}
+
+void NameBox::setText(const std::string& text) { SetWindowTextA(handle_, text.c_str()); }
+
+void NameBox::refill(const HistoryList& list) {
+  const std::string edited = text();
+  SendMessageA(handle_, CB_RESETCONTENT, 0, 0);
+  for (const std::string& entry : list.entries()) {
+    SendMessageA(handle_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.c_str()));
+  }
+  setText(edited);
+}
+
+void NameBox::onEdit() {
+  const auto completion = completion_.onEdit(text(), *history_);
+  if (!completion) return;
+  SendMessageA(handle_, CB_SETCURSEL, static_cast<WPARAM>(completion->entry), 0);
+  SendMessageA(edit_, EM_SETSEL, completion->selectionBegin, static_cast<LPARAM>(completion->selectionEnd));
+}
+
+void NameBox::drop(const std::string& name) {
+  if (!acceptsDrop(systemFiles().kind(name), dropKinds_)) return;
+  setText(name);
+  SetFocus(handle_);
+  // After the focus, which selects the whole text.
+  SendMessageA(edit_, EM_SETSEL, name.size(), static_cast<LPARAM>(name.size()));
+  notifyParent(kNameBoxDropped);
+}
+
+void NameBox::notifyParent(UINT code) {
+  const WPARAM source = MAKEWPARAM(GetDlgCtrlID(handle_), code);
+  PostMessageA(GetParent(handle_), WM_COMMAND, source, reinterpret_cast<LPARAM>(handle_));
+}
+
+bool NameBox::onKeyDown(WPARAM key) {
+  completion_.onKey(key == VK_DELETE || key == VK_BACK);
+  if (key != VK_RETURN || SendMessageA(handle_, CB_GETDROPPEDSTATE, 0, 0)) return false;
+  notifyParent(kNameBoxEnter);
+  return true;
+}
+
+void NameBox::onDropFiles(HDROP drop) {
+  const std::vector<std::string> names = takeDrop(drop);
+  if (!names.empty()) this->drop(names[0]);
+}
+
+LRESULT CALLBACK NameBox::subclassProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                            UINT_PTR id, DWORD_PTR box) {
+  auto& self = *reinterpret_cast<NameBox*>(box);
+  try {
+    switch (message) {
+      case WM_KEYDOWN:
+        if (window == self.edit_ && self.onKeyDown(wParam)) return 0;
+        break;
+      case WM_CHAR:
+        // The edit field would beep at it; the key has been dealt with.
+        if (window == self.edit_ && wParam == '\r' && !SendMessageA(self.handle_, CB_GETDROPPEDSTATE, 0, 0)) {
+          return 0;
+        }
+        break;
+      case WM_CUT:
+      case WM_CLEAR: self.completion_.onCut(); break;
+      case WM_DROPFILES: self.onDropFiles(reinterpret_cast<HDROP>(wParam)); return 0;
+      case WM_NCDESTROY:
+        RemoveWindowSubclass(window, subclassProcedure, id);
+        if (window == self.handle_) self.handle_ = nullptr;
+        break;
+      case WM_SIZE:
+      case WM_KILLFOCUS: {
+        // A combo box leaves its text selected, or selects it, where nobody types.
+        const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+        if (GetFocus() != self.edit_) SendMessageA(self.edit_, EM_SETSEL, static_cast<WPARAM>(-1), 0);
+        return result;
+      }
+    }
+  } catch (const std::exception&) {
+    reportOutOfMemory();
+    return 0;
+  }
+  return DefSubclassProc(window, message, wParam, lParam);
+}
+
+}  // namespace merivane

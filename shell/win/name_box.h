@@ -1,0 +1,55 @@
+#pragma once
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <string>
+
+#include "shell/name_box.h"
+
+namespace merivane {
+
+/// What a name box sends to its parent as the code of a command message besides the combo box's own.
+inline constexpr UINT kNameBoxEnter = 200;    // Enter was pressed with the list closed
+inline constexpr UINT kNameBoxDropped = 202;  // a dropped file or folder was put in
+
+/// A combo box for the name of a file or folder: shows a history, completes what is typed from it and takes
+/// drops. It outlives its window.
+class NameBox final : public HistoryView {
+ public:
+  NameBox() = default;
+  ~NameBox() override;
+  NameBox(const NameBox&) = delete;
+  NameBox& operator=(const NameBox&) = delete;
+
+  /// `history` must outlive the box.
+  void create(HWND parent, int id, uint32_t dropKinds, HistoryList& history);
+  HWND handle() const { return handle_; }
+
+  std::string text() const;
+  void setText(const std::string& text);
+
+  /// The parent passes on that the edit text changed.
+  void onEdit();
+
+  /// Takes one dropped item, if it is of a kind that the box accepts.
+  void drop(const std::string& name);
+
+  void refill(const HistoryList& list) override;
+
+ private:
+  static LRESULT CALLBACK subclassProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                            UINT_PTR id, DWORD_PTR box);
+  bool onKeyDown(WPARAM key);
+  void onDropFiles(HDROP drop);
+  void notifyParent(UINT code);
+
+  HWND handle_ = nullptr;
+  HWND edit_ = nullptr;
+  HistoryList* history_ = nullptr;
+  uint32_t dropKinds_ = 0;
+  NameCompletion completion_;
+};
+
+}  // namespace merivane

@@ -1,0 +1,38 @@
+#include "shell/win/status_bar.h"
+
+#include <commctrl.h>
+
+#include "base/win/gdi.h"
+#include "base/win/messages.h"
+#include "base/win/window.h"
+#include "shell/status_text.h"
+
+namespace merivane {
+
+void StatusBar::create(HWND parent) {
+  const DWORD style = WS_CHILD | WS_CLIPSIBLINGS | SBARS_SIZEGRIP | CCS_BOTTOM;
+  handle_ = CreateWindowExA(0, STATUSCLASSNAMEA, "", style, 0, 0, 0, 0, parent, nullptr, programInstance(),
+                            nullptr);
+  setText(help, loadText(TextId::pressF1));
+}
+
+int StatusBar::fit() {
+  SendMessageA(handle_, WM_SIZE, 0, 0);
+  RECT area = {};
+  GetWindowRect(handle_, &area);
+  const int grip = IsZoomed(GetParent(handle_)) ? 0 : GetSystemMetrics(SM_CXVSCROLL);
+  const auto edges = statusPartEdges(area.right - area.left - grip, scaled(96));
+  SendMessageA(handle_, SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
+  return area.bottom - area.top;
+}
+
+void StatusBar::setText(Part part, const std::string& text) {
+  char shown[256] = "";
+  if (SendMessageA(handle_, SB_GETTEXTLENGTHA, part, 0) < static_cast<LRESULT>(sizeof shown)) {
+    SendMessageA(handle_, SB_GETTEXTA, part, reinterpret_cast<LPARAM>(shown));
+  }
+  // Setting the same text again would flicker at every move of the caret.
+  if (text != shown) SendMessageA(handle_, SB_SETTEXTA, part, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+}  // namespace merivane

@@ -1,0 +1,40 @@
+#include "shell/win/system_facts.h"
+
+#include <cstring>
+
+#include "base/win/gdi.h"
+
+namespace merivane {
+namespace {
+
+bool fontExists(const char* face) {
+  LOGFONTA wanted = {};
+  wanted.lfCharSet = DEFAULT_CHARSET;
+  if (std::strlen(face) >= sizeof wanted.lfFaceName) return false;
+  std::strcpy(wanted.lfFaceName, face);
+  const auto found = [](const LOGFONTA*, const TEXTMETRICA*, DWORD, LPARAM answer) CALLBACK -> int {
+    *reinterpret_cast<bool*>(answer) = true;
+    return 0;
+  };
+  bool answer = false;
+  EnumFontFamiliesExA(WindowDc(nullptr), &wanted, found, reinterpret_cast<LPARAM>(&answer), 0);
+  return answer;
+}
+
+}  // namespace
+
+ScreenRect workArea() {
+  RECT area = {};
+  SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+  return {area.left, area.top, area.right, area.bottom};
+}
+
+SystemFacts systemFacts() { return {workArea(), fontExists}; }
+
+WindowStance windowStance(HWND window) {
+  RECT rect = {};
+  GetWindowRect(window, &rect);
+  return {{rect.left, rect.top, rect.right, rect.bottom}, IsZoomed(window) != 0, IsIconic(window) != 0};
+}
+
+}  // namespace merivane
