@@ -73,7 +73,7 @@ void Application::keepBoxTexts(const std::string (&names)[2]) {
 }
 
 void Application::end() {
-  SaveSettings(store_, settings);
+  keepSettings();
   OleUninitialize();
 }
 

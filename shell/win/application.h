@@ -26,6 +26,9 @@ class Application {
   /// The exit steps.
   void end();
 
+  /// Writes the settings.
+  void keepSettings() { SaveSettings(store_, settings); }
+
   /// What the name boxes of a text window held when two files were last compared.
   std::string boxText(int side) const;
   void keepBoxTexts(const std::string (&names)[2]);

@@ -61,7 +61,7 @@ LRESULT CompareWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SIZE: onSize(wParam); return 0;
     case WM_GETMINMAXINFO: onGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)); return 0;
     case WM_MOVE: capturePlacement(); return 0;
-    case WM_ACTIVATE: onActivate(LOWORD(wParam) != WA_INACTIVE); return 0;
+    case WM_ACTIVATE: onActivate(LOWORD(wParam) != WA_INACTIVE, HIWORD(wParam) != 0); return 0;
     case WM_SETFOCUS: onSetFocus(); return 0;
     case WM_SETTINGCHANGE:
     case WM_SYSCOLORCHANGE: onSystemChange(); return 0;
@@ -77,6 +77,8 @@ LRESULT CompareWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DROPFILES: onDropFiles(reinterpret_cast<HDROP>(wParam)); return 0;
     case WM_HELP: run(Command::usersManual); return TRUE;
     case WM_CLOSE: onClose(); return 0;
+    case WM_QUERYENDSESSION: return mayClose() ? TRUE : FALSE;
+    case WM_ENDSESSION: onEndSession(wParam != 0); return 0;
     default: return defaultProcedure(message, wParam, lParam);
   }
 }
@@ -105,11 +107,11 @@ void CompareWindow::onGetMinMaxInfo(MINMAXINFO& info) const {
   info.ptMinTrackSize = {scaled(400), scaled(240)};
 }
 
-void CompareWindow::onActivate(bool active) {
+void CompareWindow::onActivate(bool active, bool minimized) {
   const HWND focus = GetFocus();
   if (active) {
     capturePlacement();
-    SetFocus(handle());
+    if (!minimized) SetFocus(handle());
   } else if (IsChild(handle(), focus)) {
     lastFocus_ = focus;
   }

@@ -58,7 +58,7 @@ class CompareWindow final : public Window, private TextViewOwner, private Closin
   bool onCreate();
   void onSize(WPARAM kind);
   void onGetMinMaxInfo(MINMAXINFO& info) const;
-  void onActivate(bool active);
+  void onActivate(bool active, bool minimized);
   void onSetFocus();
   void onSystemChange();
   void capturePlacement();
@@ -102,7 +102,9 @@ class CompareWindow final : public Window, private TextViewOwner, private Closin
   void cancelComparison();
   void onComparisonDone();
   void showComparison(const Outcome& outcome, ComparisonJob& job);
+  bool mayClose();
   void onClose();
+  void onEndSession(bool ending);
   TitleSide titleSide(int side) const;
   std::string nameOf(int side) const;
   bool saveSide(int side);

@@ -26,7 +26,7 @@ void CompareWindow::compare(const std::string& left, const std::string& right) {
 
 void CompareWindow::startComparison() {
   // The files are read anew, so that what was not saved would go.
-  if (job_ != nullptr || !mayClose(*this, application_.settings.askConfirmation)) return;
+  if (job_ != nullptr || !mayClose()) return;
   const std::string names[2] = {frame_.nameBoxes[0].text(), frame_.nameBoxes[1].text()};
   application_.keepBoxTexts(names);
   job_ = ComparisonJob::start(handle(), names, application_.settings.compareOptions());
@@ -134,11 +134,18 @@ CloseAnswer CompareWindow::ask(const std::string& question) {
   }
 }
 
+bool CompareWindow::mayClose() { return merivane::mayClose(*this, application_.settings.askConfirmation); }
+
 void CompareWindow::onClose() {
-  if (!mayClose(*this, application_.settings.askConfirmation)) return;
+  if (!mayClose()) return;
   if (job_ != nullptr) job_->cancel();
   waitDialog_.close();
   DestroyWindow(handle());
+}
+
+// The program is ended without further notice when the user logs off.
+void CompareWindow::onEndSession(bool ending) {
+  if (ending) application_.keepSettings();
 }
 
 }  // namespace merivane

@@ -109,6 +109,7 @@ void OpenWindows::ActivateListedWindow(Command command) const {
   if (!place || !place->textWindow || place->index >= open_.size()) return;
   const HWND window = open_[place->index]->handle();
   if (IsIconic(window)) ShowWindow(window, SW_RESTORE);
+  BringWindowToTop(window);
   SetForegroundWindow(window);
 }
 

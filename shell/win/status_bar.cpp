@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <iterator>
+
 #include "base/win/gdi.h"
 #include "base/win/messages.h"
 #include "base/win/window.h"
@@ -13,6 +15,9 @@ void StatusBar::create(HWND parent) {
   const DWORD style = WS_CHILD | WS_CLIPSIBLINGS | SBARS_SIZEGRIP | CCS_BOTTOM;
   handle_ = CreateWindowExA(0, STATUSCLASSNAMEA, "", style, 0, 0, 0, 0, parent, nullptr, programInstance(),
                             nullptr);
+  // A part that is not there yet takes no text.
+  const int edges[4] = {};
+  SendMessageA(handle_, SB_SETPARTS, std::size(edges), reinterpret_cast<LPARAM>(edges));
   setText(help, loadText(TextId::pressF1));
 }
 
