@@ -33,6 +33,9 @@ bool TextView::create(HWND parent) {
 }
 
 void TextView::setFont(const std::string& face, int points) {
+  if (face == face_ && points == points_) return;
+  face_ = face;
+  points_ = points;
   const WindowDc dc(handle());
   fonts_ = makeViewFonts(dc, face, fontHeight(dc, points));
   state_.setFont(fonts_.metrics);

@@ -84,6 +84,8 @@ class TextView final : public Window, private ViewHost {
   TextViewOwner& owner_;
   ViewState state_;
   MouseSelection mouse_;
+  std::string face_;
+  int points_ = 0;
   ViewFonts fonts_;
   bool caretBox_ = true;
   bool dragging_ = false;
