@@ -83,14 +83,12 @@ void Window::adopt(HWND handle, Window* object) {
 LRESULT Window::receive(HWND handle, UINT message, WPARAM wParam, LPARAM lParam, WNDPROC otherwise) {
   Window* const window = of(handle);
   if (window == nullptr) return otherwise(handle, message, wParam, lParam);
-  if (message == WM_NCDESTROY) {
+  try {
+    if (message != WM_NCDESTROY) return window->onMessage(message, wParam, lParam);
     SetWindowLongPtrA(handle, GWLP_USERDATA, 0);
     window->handle_ = nullptr;
     window->onDestroyed();
     return otherwise(handle, message, wParam, lParam);
-  }
-  try {
-    return window->onMessage(message, wParam, lParam);
   } catch (const std::exception&) {
     // The standard library throws nothing else here than that memory or a length ran out.
     reportOutOfMemory();

@@ -29,7 +29,7 @@ bool TextView::create(HWND parent) {
   WindowPlace place;
   place.style |= WS_TABSTOP | WS_VSCROLL;
   place.parent = parent;
-  return Window::create({"TextView", CS_DBLCLKS}, "", place);
+  return Window::create({"TextView"}, "", place);
 }
 
 void TextView::setFont(const std::string& face, int points) {
@@ -58,8 +58,7 @@ LRESULT TextView::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_VSCROLL: onVScroll(LOWORD(wParam)); return 0;
     case WM_MOUSEWHEEL: onMouseWheel(pixelOf(HIWORD(wParam)), (LOWORD(wParam) & MK_SHIFT) != 0); return 0;
     case WM_MOUSEHWHEEL: onMouseHWheel(pixelOf(HIWORD(wParam))); return TRUE;
-    case WM_LBUTTONDOWN:
-    case WM_LBUTTONDBLCLK: onButtonDown(pointOf(lParam)); return 0;
+    case WM_LBUTTONDOWN: onButtonDown(pointOf(lParam)); return 0;
     case WM_RBUTTONDOWN: onRightButtonDown(pointOf(lParam)); return 0;
     case WM_MOUSEMOVE: onMouseMove(pointOf(lParam)); return 0;
     case WM_LBUTTONUP: onButtonUp(); return 0;

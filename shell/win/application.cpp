@@ -23,7 +23,7 @@ std::string currentFolder() {
 bool Application::InitApplication(const std::string& commandLine) {
   LoadSettings(store_, systemFacts(), settings);
   // What needs it, shortcuts and drags, fails by itself without; comparing does not.
-  OleInitialize(nullptr);
+  oleStarted_ = SUCCEEDED(OleInitialize(nullptr));
   startFolder = currentFolder();
 
   const StartAction action = readArguments(splitArguments(commandLine), systemFiles(), absolutePath);
@@ -74,7 +74,7 @@ void Application::keepBoxTexts(const std::string (&names)[2]) {
 
 void Application::end() {
   keepSettings();
-  OleUninitialize();
+  if (oleStarted_) OleUninitialize();
 }
 
 }  // namespace merivane

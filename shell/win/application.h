@@ -44,6 +44,7 @@ class Application {
 
   RegistryKey key_{HKEY_CURRENT_USER, kSettingsKey};
   SettingsStore store_{key_};
+  bool oleStarted_ = false;
 };
 
 }  // namespace merivane

@@ -103,6 +103,13 @@ void CompareFrame::followPanes() {
   for (const int side : {0, 1}) setScrollBar(side);
 }
 
+NameBox* CompareFrame::focusedNameBox() {
+  for (NameBox& box : nameBoxes) {
+    if (box.hasFocus()) return &box;
+  }
+  return nullptr;
+}
+
 void CompareFrame::setScrollBar(int side) {
   const ViewState& state = view.state();
   SCROLLINFO info = {};

@@ -32,6 +32,10 @@ class CompareFrame {
   /// Lays out what stands along the split between the panes, and sets the horizontal scroll bars.
   void followPanes();
 
+  /// The name box that is being edited, if one is.
+  NameBox* focusedNameBox();
+  const NameBox* focusedNameBox() const { return const_cast<CompareFrame*>(this)->focusedNameBox(); }
+
   /// The side of a horizontal scroll bar.
   int sideOfBar(HWND bar) const { return bar == scrollBars_[0] ? 0 : 1; }
 

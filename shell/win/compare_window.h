@@ -93,6 +93,7 @@ class CompareWindow final : public Window, private TextViewOwner, private Closin
   void browse(int side);
   void goUpOneFolder(int side);
   std::string activePath() const;
+  void undo();
   void search(bool forwards);
   void onFind(const FINDREPLACEA& request);
   void copyRows(RowRange rows);

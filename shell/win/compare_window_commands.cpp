@@ -22,6 +22,7 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
       {Command::close, [](W& w) { PostMessageA(w.handle(), WM_CLOSE, 0, 0); }},
       {Command::exit, [](W& w) { w.application_.windows.closeAll(); }},
 
+      {Command::undo, [](W& w) { w.undo(); }},
       {Command::copy, [](W& w) { copySelection(w.handle(), w.view_); }},
       {Command::selectAll, [](W& w) { selectAll(w.view_); }},
       {Command::find, [](W& w) { w.application_.findDialog.open(w.handle()); }},
@@ -101,6 +102,8 @@ WindowFacts CompareWindow::facts() const {
   facts.folderWindows = application_.windows.folderWindows();
   facts.activeSide = view_.activeSide();
   for (const int side : {0, 1}) facts.readOnly[side] = view_.documents().readOnly[side];
+  const NameBox* box = frame_.focusedNameBox();
+  facts.canUndo = box != nullptr && box->canUndo();
   facts.hasSelection = view_.hasSelection();
   facts.clipboardHasText = IsClipboardFormatAvailable(CF_TEXT) != 0;
   facts.hasDifferences = view_.model().differenceBlocks() > 0;
@@ -165,6 +168,11 @@ void CompareWindow::goUpOneFolder(int side) {
   }
   box.setText(*folder);
   SetFocus(box.handle());
+}
+
+// The key would not reach a name box that is being edited.
+void CompareWindow::undo() {
+  if (NameBox* const box = frame_.focusedNameBox()) box->undo();
 }
 
 void CompareWindow::search(bool forwards) {

@@ -109,6 +109,7 @@ bool CompareWindow::save(int side, const std::string& path) {
   }
   savedPaths_[side] = path;
   view_.documents().readOnly[side] = false;
+  InvalidateRect(frame_.view.handle(), nullptr, FALSE);  // read-only text has another colour
   refresh();
   return true;
 }

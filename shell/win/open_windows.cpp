@@ -33,7 +33,7 @@ CompareWindow* OpenWindows::make() {
   auto window = std::make_unique<CompareWindow>(application_);
   const int show = application_.settings.compareWindow.maximized ? SW_SHOWMAXIMIZED : showCommand_;
   open_.reserve(open_.size() + 1);
-  closed_.reserve(open_.size() + 1);  // closing a window must not need memory
+  closed_.reserve(closed_.size() + open_.size() + 1);  // closing a window must not need memory
   if (!window->open(place)) return nullptr;
   open_.push_back(std::move(window));
   ShowWindow(open_.back()->handle(), show);
