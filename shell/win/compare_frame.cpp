@@ -103,8 +103,8 @@ void CompareFrame::followPanes() {
   for (const int side : {0, 1}) setScrollBar(side);
 }
 
-NameBox* CompareFrame::focusedNameBox() {
-  for (NameBox& box : nameBoxes) {
+const NameBox* CompareFrame::focusedNameBox() const {
+  for (const NameBox& box : nameBoxes) {
     if (box.hasFocus()) return &box;
   }
   return nullptr;

@@ -33,8 +33,7 @@ class CompareFrame {
   void followPanes();
 
   /// The name box that is being edited, if one is.
-  NameBox* focusedNameBox();
-  const NameBox* focusedNameBox() const { return const_cast<CompareFrame*>(this)->focusedNameBox(); }
+  const NameBox* focusedNameBox() const;
 
   /// The side of a horizontal scroll bar.
   int sideOfBar(HWND bar) const { return bar == scrollBars_[0] ? 0 : 1; }

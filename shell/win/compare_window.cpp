@@ -1,12 +1,10 @@
 #include "shell/win/compare_window.h"
 
-#include <algorithm>
 #include <vector>
 
 #include "base/win/gdi.h"
 #include "base/win/messages.h"
 #include "engine/text_document.h"
-#include "mergeview/navigation.h"
 #include "shell/command_table.h"
 #include "shell/status_text.h"
 #include "shell/win/application.h"
@@ -25,9 +23,13 @@ constexpr int acceleratorsNumber = 1110;
 
 const WindowClass compareWindowClass = {"CompareWindow", 0, IDC_ARROW, COLOR_BTNFACE, iconNumber};
 
-UINT menuFlags(const CommandState& state) {
-  return MF_BYCOMMAND | (state.enabled ? MF_ENABLED : MF_GRAYED) |
-         (state.checked ? MF_CHECKED : MF_UNCHECKED);
+void showState(HMENU menu, UINT item, const CommandState& state) {
+  EnableMenuItem(menu, item, MF_BYCOMMAND | (state.enabled ? MF_ENABLED : MF_GRAYED));
+  if (state.radio && state.checked) {
+    CheckMenuRadioItem(menu, item, item, item, MF_BYCOMMAND);
+  } else {
+    CheckMenuItem(menu, item, MF_BYCOMMAND | (state.checked ? MF_CHECKED : MF_UNCHECKED));
+  }
 }
 
 }  // namespace
@@ -65,9 +67,7 @@ LRESULT CompareWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SETFOCUS: onSetFocus(); return 0;
     case WM_SETTINGCHANGE:
     case WM_SYSCOLORCHANGE: onSystemChange(); return 0;
-    case WM_INITMENUPOPUP:
-      if (HIWORD(lParam) == 0) onInitMenuPopup(reinterpret_cast<HMENU>(wParam));
-      return 0;
+    case WM_INITMENUPOPUP: onInitMenuPopup(reinterpret_cast<HMENU>(wParam)); return 0;
     case WM_MENUSELECT: onMenuSelect(LOWORD(wParam), HIWORD(wParam)); return 0;
     case WM_COMMAND: onCommand(LOWORD(wParam), HIWORD(wParam)); return 0;
     case WM_NOTIFY: return onNotify(*reinterpret_cast<NMHDR*>(lParam));
@@ -171,14 +171,7 @@ void CompareWindow::onInitMenuPopup(HMENU menu) {
   for (int i = 0; i < GetMenuItemCount(menu); ++i) {
     const UINT item = GetMenuItemID(menu, i);
     const auto command = static_cast<Command>(item);
-    if (findCommand(command) == nullptr) continue;
-    const CommandState state = stateOf(command, now);
-    EnableMenuItem(menu, item, menuFlags(state) & ~MF_CHECKED);
-    if (state.radio && state.checked) {
-      CheckMenuRadioItem(menu, item, item, item, MF_BYCOMMAND);
-    } else {
-      CheckMenuItem(menu, item, MF_BYCOMMAND | (state.checked ? MF_CHECKED : MF_UNCHECKED));
-    }
+    if (findCommand(command) != nullptr) showState(menu, item, stateOf(command, now));
   }
 }
 

@@ -172,7 +172,7 @@ void CompareWindow::goUpOneFolder(int side) {
 
 // The key would not reach a name box that is being edited.
 void CompareWindow::undo() {
-  if (NameBox* const box = frame_.focusedNameBox()) box->undo();
+  if (const NameBox* box = frame_.focusedNameBox()) box->undo();
 }
 
 void CompareWindow::search(bool forwards) {
