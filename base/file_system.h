@@ -12,6 +12,16 @@ namespace merivane {
 
 enum class FileKind { none, file, folder, other };
 
+/// What tells whether a file has been written since: another stamp, other contents. Of a path that names no
+/// file it is the empty one.
+struct FileStamp {
+  uint64_t size = 0;
+  int64_t modified = 0;  // in the platform's own unit
+  bool exists = false;
+
+  bool operator==(const FileStamp&) const = default;
+};
+
 /// A file open for reading, from its start on. Closes itself.
 class InputFile {
  public:
@@ -50,6 +60,8 @@ class FileSystem {
 
   /// Whether an existing file may be opened for writing.
   virtual bool isWritable(const std::string& path) = 0;
+
+  virtual FileStamp stamp(const std::string& path) = 0;
 
   /// Opens a file for reading; a folder is an error. Answers 0 or the error.
   virtual SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) = 0;

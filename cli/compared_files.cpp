@@ -41,6 +41,10 @@ bool ComparedFiles::isWritable(const std::string& path) {
   return !isStandardInput(path) && files_.isWritable(path);
 }
 
+FileStamp ComparedFiles::stamp(const std::string& path) {
+  return isStandardInput(path) ? FileStamp() : files_.stamp(path);
+}
+
 SystemError ComparedFiles::open(const std::string& path, std::unique_ptr<InputFile>& file) {
   std::unique_ptr<InputFile> own;
   if (!isStandardInput(path)) {

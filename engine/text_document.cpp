@@ -127,9 +127,11 @@ namespace {
 struct Loading {
   std::unique_ptr<InputFile> file;
   ByteArray bytes;
+  FileStamp stamp;
   SystemError error = 0;
 
   void readSample(FileSystem& files, const std::string& path) {
+    stamp = files.stamp(path);
     error = files.open(path, file);
     if (error != 0) return;
     if (!bytes.allocate(kBinarySampleSize)) {
@@ -166,6 +168,7 @@ Outcome load(FileSystem& files, const std::string (&paths)[2], TextDocument (&do
     loading[side].readRest();
     if (loading[side].error != 0) return {unreadable[side], loading[side].error};
     loaded[side].lineEndKind = detectLineEndKind(loading[side].bytes.view());
+    loaded[side].stamp = loading[side].stamp;
     loaded[side].readOnly = !files.isWritable(paths[side]);
     convertFromFile(loading[side].bytes, loaded[side].lineEndKind);
     loaded[side].text = std::move(loading[side].bytes);

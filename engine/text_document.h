@@ -21,6 +21,7 @@ struct TextDocument {
   ByteArray text;
   LineEndKind lineEndKind = LineEndKind::crLf;
   bool readOnly = false;  // the file exists but may not be opened for writing
+  FileStamp stamp;        // the file's before it was read
 };
 
 constexpr uint32_t kBinarySampleSize = 1024;

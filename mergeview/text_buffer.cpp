@@ -29,20 +29,24 @@ bool TextBuffer::copyFrom(const TextBuffer& other) {
 
 bool TextBuffer::insert(uint32_t pos, const char* bytes, uint32_t n) {
   if (n == 0) return true;
-  moveGap(pos);
-  if (gapSize_ < n && !resizeGap(uint64_t{n} + kGapQuantum)) return false;
-  std::memcpy(storage_.data() + gapStart_, bytes, n);
-  gapStart_ += n;
-  gapSize_ -= n;
-  length_ += n;
+  if (!reserve(n)) return false;
+  replace(pos, 0, {bytes, n});
   return true;
 }
 
 void TextBuffer::erase(uint32_t pos, uint32_t n) {
-  if (n == 0) return;
+  if (n > 0) replace(pos, n, {});
+}
+
+bool TextBuffer::reserve(uint32_t n) { return gapSize_ >= n || resizeGap(uint64_t{n} + kGapQuantum); }
+
+void TextBuffer::replace(uint32_t pos, uint32_t removed, std::string_view bytes) {
+  const auto n = static_cast<uint32_t>(bytes.size());
   moveGap(pos);
-  gapSize_ += n;
-  length_ -= n;
+  if (n > 0) std::memcpy(storage_.data() + gapStart_, bytes.data(), n);
+  gapStart_ += n;
+  gapSize_ = gapSize_ - n + removed;
+  length_ = length_ + n - removed;
   if (gapSize_ > kGapQuantum) resizeGap(kGapQuantum);
 }
 

@@ -31,6 +31,12 @@ class TextBuffer {
   bool insert(uint32_t pos, const char* bytes, uint32_t n);
   void erase(uint32_t pos, uint32_t n);
 
+  /// Makes sure that the next replacement can insert `n` bytes.
+  bool reserve(uint32_t n);
+
+  /// Puts bytes in the place of the `removed` ones at `pos`. Cannot fail, as reserve() has made room.
+  void replace(uint32_t pos, uint32_t removed, std::string_view bytes);
+
   char charAt(uint32_t i) const { return storage_.data()[i < gapStart_ ? i : i + gapSize_]; }
   char charBefore(uint32_t i) const { return charAt(i - 1); }
   void setCharAt(uint32_t i, char c) { storage_.data()[i < gapStart_ ? i : i + gapSize_] = c; }

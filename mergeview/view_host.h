@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string_view>
+
+#include "base/byte_array.h"
 #include "engine/diff_model.h"
 
 namespace merivane {
@@ -24,10 +27,22 @@ class ViewHost {
   /// How far one can scroll may have changed.
   virtual void updateScrollBars() = 0;
 
-  /// The caret stands elsewhere: place it, tell the status bar and mark it in the summary bar.
+  /// The caret stands elsewhere or has the other shape, for overwriting: place it, tell the status bar and
+  /// mark it in the summary bar.
   virtual void caretMoved() = 0;
 
   virtual void beep() = 0;
+
+  /// Puts plain text, with CR LF line ends, on the clipboard. False when that fails, of which the host tells
+  /// the user.
+  virtual bool setClipboardText(std::string_view text) = 0;
+
+  /// Fetches the clipboard's plain text. False when there is none, and when fetching it fails, of which the
+  /// host tells the user.
+  virtual bool clipboardText(ByteArray& text) = 0;
+
+  /// An action was given up as there was no memory for it.
+  virtual void reportOutOfMemory() = 0;
 };
 
 }  // namespace merivane

@@ -30,29 +30,53 @@ void ViewState::take(FileComparison&& comparison, AfterComparison after) {
     documents_.text[side].take(std::move(document.text));
     documents_.readOnly[side] = document.readOnly;
     documents_.lineEndKind[side] = document.lineEndKind;
+    documents_.stamp[side] = document.stamp;
   }
   documents_.model = std::move(comparison.model);
-  remeasure();
-
   const uint32_t lastRow = rowCount() - 1;
-  otherCaretPos_ = 0;
-  if (after == AfterComparison::keepPlace) {
-    caretRow_ = std::min(caretRow_, lastRow);
-    caret_ = placeInRow(activeSide_, caretRow_, caretX);
-    anchor_ = placeInRow(activeSide_, std::min(anchorRow, lastRow), anchorX).position;
-  } else {
-    caretRow_ = topRow_ = hScroll_[0] = hScroll_[1] = 0;
-    caret_ = {};
-    anchor_ = 0;
-  }
-  desiredX_ = caret_.x;
-  layOutPanes();
-  clampScrolling();
-  if (after == AfterComparison::firstDifference) {
+  if (after != AfterComparison::keepPlace) {
+    restart(activeSide_);
+    if (after == AfterComparison::top) return;
     uint32_t row = 0;
     while (row < lastRow && model().status(row) == RowStatus::same) ++row;
     if (model().status(row) != RowStatus::same) goToBlock(model().blockAround(row));
+    return;
   }
+  remeasure();
+  otherCaretPos_ = 0;
+  caretRow_ = std::min(caretRow_, lastRow);
+  caret_ = placeInRow(activeSide_, caretRow_, caretX);
+  anchor_ = placeInRow(activeSide_, std::min(anchorRow, lastRow), anchorX).position;
+  desiredX_ = caret_.x;
+  layOutPanes();
+  clampScrolling();
+  host_.refreshAll();
+}
+
+void ViewState::restart(int side) {
+  activeSide_ = side;
+  caretRow_ = topRow_ = hScroll_[0] = hScroll_[1] = 0;
+  caret_ = {};
+  otherCaretPos_ = anchor_ = 0;
+  desiredX_ = 0;
+  remeasure();
+  layOutPanes();
+  clampScrolling();
+  host_.refreshAll();
+}
+
+void ViewState::swapSides(DiffModel&& model) {
+  std::swap(documents_.text[0], documents_.text[1]);
+  std::swap(documents_.readOnly[0], documents_.readOnly[1]);
+  std::swap(documents_.lineEndKind[0], documents_.lineEndKind[1]);
+  std::swap(documents_.stamp[0], documents_.stamp[1]);
+  documents_.model = std::move(model);
+  std::swap(hScroll_[0], hScroll_[1]);
+  std::swap(widest_[0], widest_[1]);
+  activeSide_ = 1 - activeSide_;
+  placeCaret(activeSide_, caret_.position, anchor_);
+  layOutPanes();
+  clampScrolling();
   host_.refreshAll();
 }
 
@@ -107,14 +131,6 @@ void ViewState::layOutPanes() {
 uint32_t ViewState::lineEnd(int side, uint32_t row) const {
   const uint32_t end = rowEnd(side, row);
   return end > rowStart(side, row) && text(side).charBefore(end) == '\n' ? end - 1 : end;
-}
-
-uint32_t ViewState::rowOf(int side, uint32_t position) const {
-  auto row = static_cast<uint32_t>(model().rowAtPosition(side, position));
-  if (position > 0 && text(side).atEnd(position) && text(side).charBefore(position) != '\n') {
-    while (row > 0 && rowStart(side, row) == position) --row;
-  }
-  return row;
 }
 
 int32_t ViewState::caretX() const {
@@ -231,10 +247,19 @@ void ViewState::rowsChanged(RowRange rows) {
   host_.updateScrollBars();
 }
 
-void ViewState::placeCaret(uint32_t position) {
-  caretRow_ = rowOf(activeSide_, position);
-  caret_ = ruler_.placeAtPosition(text(activeSide_), rowStart(activeSide_, caretRow_), position);
-  anchor_ = position;
+void ViewState::toggleOverwrite() {
+  overwrite_ = !overwrite_;
+  host_.caretMoved();
+}
+
+void ViewState::placeCaret(int side, uint32_t position, uint32_t anchor, uint32_t filler) {
+  if (side != activeSide_) otherCaretPos_ = caret_.position;
+  activeSide_ = side;
+  otherCaretPos_ = std::min(otherCaretPos_, text(1 - side).size());
+  const bool inFiller = filler < rowCount() && isFiller(side, filler) && rowStart(side, filler) == position;
+  caretRow_ = inFiller ? filler : rowOf(side, position);
+  caret_ = ruler_.placeAtPosition(text(side), rowStart(side, caretRow_), position);
+  anchor_ = anchor;
   desiredX_ = caret_.x;
   host_.caretMoved();
 }

@@ -3,10 +3,10 @@
 #include <cstdint>
 
 #include "engine/comparison.h"
+#include "mergeview/documents.h"
 #include "mergeview/line_ruler.h"
 #include "mergeview/row_layout.h"
 #include "mergeview/split.h"
-#include "mergeview/text_buffer.h"
 #include "mergeview/view_host.h"
 #include "mergeview/view_options.h"
 
@@ -14,14 +14,6 @@ namespace merivane {
 
 /// Where the view goes when it takes over a comparison.
 enum class AfterComparison { top, keepPlace, firstDifference };
-
-/// What the view shows: both texts and how their lines align. A side is 0, left, or 1, right.
-struct Documents {
-  TextBuffer text[2];
-  bool readOnly[2] = {false, false};
-  LineEndKind lineEndKind[2] = {LineEndKind::crLf, LineEndKind::crLf};
-  DiffModel model;  // always at least one row
-};
 
 /// The state of one comparison's two panes, without their window: texts and rows, caret and selection, what
 /// is scrolled into view, and where the panes are. The host hears of what has to be repainted.
@@ -48,6 +40,12 @@ class ViewState {
   /// Takes over texts and rows, copying nothing. Never fails.
   void take(FileComparison&& comparison, AfterComparison after);
 
+  /// Starts at the top of texts and rows that are others, with a side active.
+  void restart(int side);
+
+  /// Exchanges the sides, the caret staying in its text; `model` is how they align that way round.
+  void swapSides(DiffModel&& model);
+
   // Settings and geometry.
 
   const ViewOptions& options() const { return options_; }
@@ -55,6 +53,10 @@ class ViewState {
   const FontMetrics& font() const { return ruler_.font(); }
   void setOptions(const ViewOptions& options);
   void setFont(const FontMetrics& font);
+
+  /// What counts as equal where an edit has its rows compared anew.
+  const CompareOptions& compareOptions() const { return compareOptions_; }
+  void setCompareOptions(const CompareOptions& options) { compareOptions_ = options; }
   void resize(int32_t width, int32_t height);
 
   int32_t width() const { return width_; }
@@ -76,7 +78,7 @@ class ViewState {
 
   /// The row in which a caret at a position shows: at the end of a text without a last "\n" the row of that
   /// line, not a filler behind it.
-  uint32_t rowOf(int side, uint32_t position) const;
+  uint32_t rowOf(int side, uint32_t position) const { return documents_.rowOf(side, position); }
 
   // Caret and selection.
 
@@ -125,15 +127,22 @@ class ViewState {
   void goToRow(uint32_t row) { goToBlock({row, row + 1}); }
   void goToBlock(RowRange block);
 
-  // Editing, which changes documents() on the active side.
+  // Editing, which changes documents().
+
+  /// Whether typing takes the place of the characters at the caret.
+  bool overwrite() const { return overwrite_; }
+  void toggleOverwrite();
+
+  /// Puts caret and anchor at positions of a side, which becomes the active one, after texts or rows have
+  /// changed; finds the caret's row, or leaves it in the filler where it was before if that is there.
+  void placeCaret(int side, uint32_t position, uint32_t anchor, uint32_t filler = kNoLine);
+
+  /// The same on the active side, with no selection.
+  void placeCaret(uint32_t position) { placeCaret(activeSide_, position, position); }
 
   /// The row count or rows may be others: lays out the gutter, clamps the scrolling and takes in the widths
   /// of these rows.
   void rowsChanged(RowRange rows);
-
-  /// Puts the caret at a position of the active side after its text has changed, with no selection; finds
-  /// its row.
-  void placeCaret(uint32_t position);
 
   /// A row of a side as it is to be drawn.
   RowSource source(int side) const;
@@ -150,6 +159,7 @@ class ViewState {
   ViewHost& host_;
   Documents documents_;
   ViewOptions options_;
+  CompareOptions compareOptions_;
   LineRuler ruler_;
 
   int32_t width_ = 0;
@@ -164,6 +174,7 @@ class ViewState {
   uint32_t otherCaretPos_ = 0;
   uint32_t anchor_ = 0;
   int64_t desiredX_ = 0;
+  bool overwrite_ = false;
 
   uint32_t topRow_ = 0;
   uint32_t visibleRows_ = 1;

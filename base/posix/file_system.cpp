@@ -147,6 +147,13 @@ class PosixFileSystem final : public FileSystem {
 
   bool isWritable(const std::string& path) override { return ::access(path.c_str(), W_OK) == 0; }
 
+  FileStamp stamp(const std::string& path) override {
+    struct stat status;
+    if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+    const int64_t seconds = status.st_mtim.tv_sec;
+    return {static_cast<uint64_t>(status.st_size), seconds * 1'000'000'000 + status.st_mtim.tv_nsec, true};
+  }
+
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
     auto opened = std::make_unique<PosixInputFile>();
     const SystemError error = opened->open(path);

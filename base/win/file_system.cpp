@@ -153,6 +153,16 @@ class WindowsFileSystem final : public FileSystem {
     return file.valid() || GetLastError() == ERROR_SHARING_VIOLATION;
   }
 
+  FileStamp stamp(const std::string& path) override {
+    WIN32_FILE_ATTRIBUTE_DATA found;
+    if (!GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &found)) return {};
+    if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return {};
+    const auto joined = [](DWORD high, DWORD low) { return uint64_t{high} << 32 | low; };
+    const FILETIME& written = found.ftLastWriteTime;
+    return {joined(found.nFileSizeHigh, found.nFileSizeLow),
+            static_cast<int64_t>(joined(written.dwHighDateTime, written.dwLowDateTime)), true};
+  }
+
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
     auto opened = std::make_unique<WindowsInputFile>();
     const SystemError error = opened->open(path);

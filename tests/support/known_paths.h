@@ -19,6 +19,7 @@ class KnownPaths final : public FileSystem {
     return found == kinds_.end() ? FileKind::none : found->second;
   }
   bool isWritable(const std::string&) override { return false; }
+  FileStamp stamp(const std::string&) override { return {}; }
   SystemError open(const std::string&, std::unique_ptr<InputFile>&) override { return 1; }
   SystemError create(const std::string&, std::unique_ptr<OutputFile>&) override { return 1; }
 

@@ -35,6 +35,11 @@ bool FakeHost::wasInvalidated(uint32_t row, Panes panes) const {
   });
 }
 
+bool FakeHost::setClipboardText(std::string_view text) {
+  clipboard = text;
+  return true;
+}
+
 FileComparison comparisonOf(std::string_view left, std::string_view right) {
   FileComparison comparison;
   const std::string_view texts[2] = {left, right};
@@ -117,15 +122,46 @@ std::string MarkedView::marked() const {
 }
 
 MarkedView& MarkedView::press(std::string_view keys) {
-  static const std::map<std::string, Key> names = {
+  static const std::map<std::string, Key> moves = {
       {"left", Key::left}, {"right", Key::right}, {"up", Key::up},         {"down", Key::down},
       {"home", Key::home}, {"end", Key::end},     {"pageup", Key::pageUp}, {"pagedown", Key::pageDown},
   };
+  using Command = void (*)(ViewState&, UndoHistory&);
+  constexpr auto line = BlockKind::line, block = BlockKind::difference;
+  static const std::map<std::string, Command> commands = {
+      {"enter", [](ViewState& v, UndoHistory& h) { Editor(v, h).characterInput('\r', 1, false); }},
+      {"backspace", [](ViewState& v, UndoHistory& h) { Editor(v, h).characterInput('\b', 1, false); }},
+      {"delete", [](ViewState& v, UndoHistory& h) { Editor(v, h).deleteForward(); }},
+      {"insert", [](ViewState& v, UndoHistory&) { v.toggleOverwrite(); }},
+      {"cut", [](ViewState& v, UndoHistory& h) { Editor(v, h).cut(); }},
+      {"copy", [](ViewState& v, UndoHistory& h) { Editor(v, h).copy(); }},
+      {"paste", [](ViewState& v, UndoHistory& h) { Editor(v, h).paste(); }},
+      {"delete-row", [](ViewState& v, UndoHistory& h) { Editor(v, h).deleteRow(); }},
+      {"delete-to-end", [](ViewState& v, UndoHistory& h) { Editor(v, h).deleteToLineEnd(); }},
+      {"undo", [](ViewState&, UndoHistory& h) { h.undo(); }},
+      {"redo", [](ViewState&, UndoHistory& h) { h.redo(); }},
+      {"copy-line-left", [](ViewState& v, UndoHistory& h) { copyBlock(v, h, line, 0); }},
+      {"copy-line-right", [](ViewState& v, UndoHistory& h) { copyBlock(v, h, line, 1); }},
+      {"copy-block-left", [](ViewState& v, UndoHistory& h) { copyBlock(v, h, block, 0); }},
+      {"copy-block-right", [](ViewState& v, UndoHistory& h) { copyBlock(v, h, block, 1); }},
+      {"delete-line", [](ViewState& v, UndoHistory& h) { deleteBlock(v, h, line); }},
+      {"delete-block", [](ViewState& v, UndoHistory& h) { deleteBlock(v, h, block); }},
+      {"clip-line", [](ViewState& v, UndoHistory&) { blockToClipboard(v, line); }},
+      {"clip-block", [](ViewState& v, UndoHistory&) { blockToClipboard(v, block); }},
+  };
   std::istringstream words{std::string(keys)};
   for (std::string word; words >> word;) {
+    if (const auto command = commands.find(word); command != commands.end()) {
+      command->second(*state_, history_);
+      continue;
+    }
     bool ctrl = false, shift = false;
     for (; word.size() > 2 && word[1] == '-'; word.erase(0, 2)) (word[0] == 'C' ? ctrl : shift) = true;
-    pressKey(*state_, names.at(word), ctrl, shift);
+    if (word.size() == 1) {
+      Editor(*state_, history_).characterInput(word[0], 1, ctrl);
+    } else {
+      pressKey(*state_, moves.at(word), ctrl, shift);
+    }
   }
   return *this;
 }

@@ -35,7 +35,9 @@ class MemoryOutput final : public OutputFile {
   }
 
   SystemError commit() override {
-    files_.files[path_].contents = contents_;
+    MemoryFiles::File& file = files_.files[path_];
+    file.contents.swap(contents_);
+    ++file.modified;
     return 0;
   }
 
@@ -55,6 +57,12 @@ FileKind MemoryFiles::kind(const std::string& path) {
 bool MemoryFiles::isWritable(const std::string& path) {
   const auto found = files.find(path);
   return found != files.end() && found->second.writable;
+}
+
+FileStamp MemoryFiles::stamp(const std::string& path) {
+  const auto found = files.find(path);
+  if (found == files.end()) return {};
+  return {found->second.contents.size(), found->second.modified, true};
 }
 
 SystemError MemoryFiles::open(const std::string& path, std::unique_ptr<InputFile>& file) {

@@ -19,6 +19,7 @@ class MemoryFiles final : public FileSystem {
     std::string contents;
     bool writable = true;
     bool tellsSize = true;  // a pipe does not
+    int64_t modified = 0;   // counts the commits
   };
 
   std::map<std::string, File> files;
@@ -26,6 +27,7 @@ class MemoryFiles final : public FileSystem {
 
   FileKind kind(const std::string& path) override;
   bool isWritable(const std::string& path) override;
+  FileStamp stamp(const std::string& path) override;
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override;
   SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override;
 };
@@ -42,6 +44,7 @@ class FailingFiles final : public FileSystem {
 
   FileKind kind(const std::string& path) override { return files_.kind(path); }
   bool isWritable(const std::string& path) override { return files_.isWritable(path); }
+  FileStamp stamp(const std::string& path) override { return files_.stamp(path); }
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override;
   SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override;
 

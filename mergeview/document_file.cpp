@@ -1,0 +1,37 @@
+#include "mergeview/document_file.h"
+
+#include <memory>
+#include <new>
+
+namespace merivane {
+
+SystemError saveDocument(FileSystem& files, const std::string& path, Documents& documents, int side) {
+  const SystemError error = saveText(files, path, documents.text[side], documents.lineEndKind[side]);
+  if (error != 0) return error;
+  documents.stamp[side] = files.stamp(path);
+  documents.readOnly[side] = false;
+  return 0;
+}
+
+SystemError saveText(FileSystem& files, const std::string& path, const TextBuffer& text, LineEndKind kind) {
+  try {
+    std::unique_ptr<OutputFile> file;
+    SystemError error = files.create(path, file);
+    const auto [head, tail] = text.stretch(0, text.size());
+    for (const std::string_view stretch : {head, tail}) {
+      ByteArray bytes;
+      if (error == 0 && !convertToFile(stretch, kind, false, bytes)) error = notEnoughStorage();
+      if (error == 0) error = file->write(bytes.view());
+    }
+    return error == 0 ? file->commit() : error;
+  } catch (const std::bad_alloc&) {
+    return notEnoughStorage();
+  }
+}
+
+bool changedOnDisk(FileSystem& files, const std::string& path, const FileStamp& known) {
+  const FileStamp now = files.stamp(path);
+  return now.exists && now != known;
+}
+
+}  // namespace merivane

@@ -1,0 +1,142 @@
+#include "mergeview/editor.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "mergeview/edit_record.h"
+#include "mergeview/navigation.h"
+
+namespace merivane {
+namespace {
+
+constexpr char kBackspace = '\b';
+constexpr char kEscape = '\x1B';
+
+}  // namespace
+
+void Editor::characterInput(char c, int count, bool ctrl) {
+  if (ctrl) return;
+  for (; count > 0; --count) {
+    switch (c) {
+      case kBackspace:
+        backspace();
+        break;
+      case '\n':
+      case kEscape:
+        view_.host().beep();
+        break;
+      case '\r':
+        newLine();
+        break;
+      default:
+        typeChar(c);
+    }
+  }
+}
+
+void Editor::typeChar(char c) {
+  const TextBuffer& text = view_.text(side());
+  const bool overwrites =
+      view_.overwrite() && !view_.hasSelection() && !text.atEnd(caret()) && text.charAt(caret()) != '\n';
+  if (!overwrites) return insertText({&c, 1});
+  if (isReadOnly()) return;
+  Edit edit{EditKind::overwrite, side(), caret(), 1, {}, caret() + 1, rowsFrom(caret())};
+  if (!edit.inserted.assign({&c, 1})) return view_.host().reportOutOfMemory();
+  performEdit(view_, history_, std::move(edit));
+}
+
+void Editor::insertText(std::string_view bytes) {
+  if (isReadOnly() || (bytes.empty() && !view_.hasSelection())) return;
+  const uint32_t begin = view_.selectionBegin();
+  const auto n = static_cast<uint32_t>(bytes.size());
+  Edit edit{EditKind::insertion, side(), begin, view_.selectionEnd() - begin, {}, begin + n, rowsFrom(begin)};
+  if (!edit.inserted.assign(bytes)) return view_.host().reportOutOfMemory();
+  performEdit(view_, history_, std::move(edit));
+}
+
+void Editor::backspace() {
+  if (isReadOnly()) return;
+  if (view_.hasSelection()) return deleteSelection();
+  const uint32_t row = view_.caretRow();
+  if (row > 0 && view_.caretColumn() == 0 && view_.isFiller(side(), row - 1)) {
+    pressKey(view_, Key::left, false, false);
+  } else if (caret() > 0) {
+    erase(caret() - 1, caret());
+  } else {
+    view_.showCaret();
+  }
+}
+
+void Editor::deleteForward() {
+  if (isReadOnly()) return;
+  if (view_.hasSelection()) return deleteSelection();
+  if (view_.isFiller(side(), view_.caretRow())) {
+    pressKey(view_, Key::right, false, false);
+  } else if (!view_.text(side()).atEnd(caret())) {
+    erase(caret(), caret() + 1);
+  } else {
+    view_.showCaret();
+  }
+}
+
+void Editor::deleteSelection() {
+  if (!isReadOnly()) erase(view_.selectionBegin(), view_.selectionEnd());
+}
+
+void Editor::deleteRow() {
+  const uint32_t row = view_.caretRow();
+  eraseNotSelection(view_.rowStart(side(), row), view_.rowEnd(side(), row));
+}
+
+void Editor::deleteToLineEnd() {
+  // Behind a last "\n" the caret is beyond the line's end.
+  eraseNotSelection(caret(), std::max(caret(), view_.lineEnd(side(), view_.caretRow())));
+}
+
+void Editor::cut() {
+  if (isReadOnly() || !view_.hasSelection()) return;
+  if (copyToClipboard(view_, side(), view_.selectionBegin(), view_.selectionEnd())) deleteSelection();
+}
+
+void Editor::copy() {
+  if (view_.hasSelection()) {
+    copyToClipboard(view_, side(), view_.selectionBegin(), view_.selectionEnd());
+  }
+}
+
+void Editor::paste() {
+  ByteArray text;
+  if (isReadOnly() || !view_.host().clipboardText(text)) return;
+  convertFromFile(text, LineEndKind::crLf);
+  insertText(text.view());
+}
+
+/// The caret's row if it can take an edit at the position: a caret in a filler edits there.
+RowRange Editor::rowsFrom(uint32_t position) const {
+  const uint32_t row = position == caret() ? view_.caretRow() : view_.rowOf(side(), position);
+  return {row, row + 1};
+}
+
+void Editor::erase(uint32_t begin, uint32_t end) {
+  if (begin == end) return;
+  performEdit(view_, history_, {EditKind::deletion, side(), begin, end - begin, {}, begin, rowsFrom(begin)});
+}
+
+/// Erases some text whatever is selected; the selection goes, also where there is nothing to erase.
+void Editor::eraseNotSelection(uint32_t begin, uint32_t end) {
+  if (isReadOnly()) return;
+  if (begin == end) view_.moveCaret(view_.caretRow(), caret(), false);
+  erase(begin, end);
+}
+
+bool copyToClipboard(ViewState& view, int side, uint32_t begin, uint32_t end) {
+  ByteArray converted;
+  // What reads the clipboard takes a NUL for the end.
+  if (!convertToFile(view.documents().text[side].view(begin, end), LineEndKind::crLf, true, converted)) {
+    view.host().reportOutOfMemory();
+    return false;
+  }
+  return view.host().setClipboardText(converted.view());
+}
+
+}  // namespace merivane

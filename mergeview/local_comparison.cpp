@@ -1,0 +1,141 @@
+#include "mergeview/local_comparison.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <utility>
+
+#include "engine/comparison.h"
+
+namespace merivane {
+namespace {
+
+constexpr uint32_t kReach = 40;
+constexpr uint32_t kFurtherReach = 20;
+
+uint32_t sizeOf(const TextChange& change) { return static_cast<uint32_t>(change.inserted.size()); }
+
+int64_t growth(const TextChange& change) { return int64_t{sizeOf(change)} - change.removed; }
+
+/// The row of the byte at a position; behind the end that of the last byte, as the fillers behind it hold
+/// none.
+uint32_t rowOfByte(const Documents& documents, int side, uint64_t position) {
+  const uint32_t size = documents.text[side].size();
+  const uint64_t byte = std::min<uint64_t>(position, size == 0 ? 0 : size - 1);
+  return static_cast<uint32_t>(documents.model.rowAtPosition(side, static_cast<uint32_t>(byte)));
+}
+
+/// The rows that a change takes part of its lines from. Text that is inserted may be the other side's next
+/// rows, so that as many bytes behind it take part.
+RowRange rowsOf(const Documents& documents, const TextChange& change) {
+  const TextBuffer& text = documents.text[change.side];
+  uint32_t first = documents.rowOf(change.side, change.start);
+  if (change.start == 0 || text.charBefore(change.start) == '\n') {
+    first = change.from.empty()
+                ? static_cast<uint32_t>(documents.model.rowAtPositionFromTop(change.side, change.start))
+                : std::min(first, change.from.begin);
+  }
+  const uint64_t reach = std::max(change.removed, sizeOf(change));
+  const uint32_t last = rowOfByte(documents, change.side, change.start + reach);
+  return {first, std::max({first + 1, change.from.end, last + 1})};
+}
+
+/// The text of one side in the window as it will be.
+bool changedStretch(const TextBuffer& text, uint32_t begin, uint32_t end, const TextChange& change,
+                    ByteArray& stretch) {
+  if (!stretch.allocate(static_cast<uint64_t>(end - begin + growth(change)))) return false;
+  char* to = stretch.data();
+  const auto append = [&to](std::string_view bytes) {
+    if (!bytes.empty()) std::memcpy(to, bytes.data(), bytes.size());
+    to += bytes.size();
+  };
+  const auto [head, headRest] = text.stretch(begin, change.start);
+  const auto [tail, tailRest] = text.stretch(change.start + change.removed, end);
+  for (const std::string_view bytes : {head, headRest, change.inserted, tail, tailRest}) append(bytes);
+  return true;
+}
+
+/// Compares old rows, those behind the change at the places they have after it, with what came in their
+/// place.
+RowsAnswer classify(const DiffModel& model, RowRange window, const DiffModel& fresh, const TextChange& change,
+                    uint32_t lastChanged) {
+  if (fresh.rowCount() != window.size()) return RowsAnswer::rows;
+  RowsAnswer answer = RowsAnswer::text;
+  for (uint32_t i = 0; i < fresh.rowCount(); ++i) {
+    const uint32_t row = window.begin + i;
+    if (model.status(row) != fresh.status(i)) return RowsAnswer::rows;
+    for (const int side : {0, 1}) {
+      const int64_t moved = side == change.side && row > lastChanged ? growth(change) : 0;
+      if (model.position(side, row) + moved != fresh.position(side, i)) return RowsAnswer::rows;
+    }
+    if (fresh.status(i) == RowStatus::changed) answer = RowsAnswer::marks;
+  }
+  return answer;
+}
+
+std::optional<RowsChange> tryToChange(Documents& documents, const TextChange& change,
+                                      const CompareOptions& options) {
+  DiffModel& model = documents.model;
+  TextBuffer& text = documents.text[change.side];
+  const RowRange rows = rowsOf(documents, change);
+  const RowRange window = comparisonWindow(model, rows);
+  const uint32_t lastChanged =
+      change.removed > 0
+          ? std::max(rows.begin, rowOfByte(documents, change.side, uint64_t{change.start} + change.removed))
+          : rows.begin;
+
+  uint32_t begin[2], end[2];
+  for (const int side : {0, 1}) {
+    begin[side] = model.position(side, window.begin);
+    end[side] = model.endPosition(side, window.end - 1, documents.text[side].size());
+  }
+  const int other = 1 - change.side;
+  ByteArray stretch;
+  if (!text.reserve(sizeOf(change)) ||
+      !changedStretch(text, begin[change.side], end[change.side], change, stretch)) {
+    return std::nullopt;
+  }
+  std::string_view stretches[2];
+  stretches[change.side] = stretch.view();
+  stretches[other] = documents.text[other].view(begin[other], end[other]);
+  DiffModel fresh;
+  if (compareTexts(stretches[0], stretches[1], options, nullptr, fresh) != Result::success)
+    return std::nullopt;
+  for (const int side : {0, 1}) fresh.shiftPositions(side, 0, begin[side]);
+
+  RowsChange result;
+  result.answer = classify(model, window, fresh, change, lastChanged);
+  result.touched = {rows.begin, lastChanged + 1};
+  result.compared = {window.begin, window.begin + fresh.rowCount()};
+  // The last step that can fail, and the first that changes anything.
+  model.replaceRows(window, std::move(fresh));
+  model.shiftPositions(change.side, result.compared.end, growth(change));
+  text.replace(change.start, change.removed, change.inserted);
+  return result;
+}
+
+}  // namespace
+
+RowRange comparisonWindow(const DiffModel& model, RowRange changed) {
+  const auto up = [](uint32_t row, uint32_t by) { return row - std::min(row, by); };
+  const auto down = [&model](uint32_t end, uint32_t by) {
+    return static_cast<uint32_t>(std::min<uint64_t>(uint64_t{end} + by, model.rowCount()));
+  };
+  RowRange window{up(changed.begin, kReach), down(changed.end, kReach)};
+  const uint32_t highest = up(window.begin, kFurtherReach);
+  while (window.begin > highest && model.status(window.begin) != RowStatus::same) --window.begin;
+  const uint32_t lowest = down(window.end, kFurtherReach);
+  while (window.end < lowest && model.status(window.end - 1) != RowStatus::same) ++window.end;
+  return window;
+}
+
+std::optional<RowsChange> changeText(Documents& documents, const TextChange& change,
+                                     const CompareOptions& options) {
+  try {
+    return tryToChange(documents, change, options);
+  } catch (const std::bad_alloc&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace merivane

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "engine/compare_options.h"
+#include "mergeview/documents.h"
+
+namespace merivane {
+
+/// Bytes of one side that are put in the place of others.
+struct TextChange {
+  int side = 0;
+  uint32_t start = 0;
+  uint32_t removed = 0;  // how many go
+  std::string_view inserted;
+
+  /// The rows that the change is made from: the caret's, or a block's. They tell which of the fillers at
+  /// `start` it belongs to. Empty, all of them take part.
+  RowRange from;
+};
+
+/// How far the rows look different after a change.
+enum class RowsAnswer {
+  text = 0,   // the changed rows do, in their own pane
+  marks = 1,  // and, as their characters are marked anew, in the other one too
+  rows = 2,   // rows came, went or stand elsewhere
+};
+
+struct RowsChange {
+  RowsAnswer answer = RowsAnswer::text;
+  RowRange touched;   // the rows that the change was made in; look at them only where no row moved
+  RowRange compared;  // the rows that were compared anew, as they are now
+};
+
+/// The rows that are compared anew around changed ones: 40 each way, and up to 20 more that differ.
+RowRange comparisonWindow(const DiffModel& model, RowRange changed);
+
+/// Changes a text and compares the rows around the change anew, so that the sides stay aligned. How many
+/// rows take part depends on the change alone, not on the length of the texts. Answers none, and nothing
+/// has changed, when memory runs out.
+std::optional<RowsChange> changeText(Documents& documents, const TextChange& change,
+                                     const CompareOptions& options);
+
+}  // namespace merivane
