@@ -1,5 +1,6 @@
 #include "mergeview/editor.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "mergeview/edit_record.h"
@@ -83,18 +84,13 @@ void Editor::deleteSelection() {
 }
 
 void Editor::deleteRow() {
-  if (isReadOnly()) return;
   const uint32_t row = view_.caretRow();
-  view_.moveCaret(row, caret(), false);
-  erase(view_.rowStart(side(), row), view_.rowEnd(side(), row));
+  eraseNotSelection(view_.rowStart(side(), row), view_.rowEnd(side(), row));
 }
 
 void Editor::deleteToLineEnd() {
-  if (isReadOnly()) return;
-  const uint32_t row = view_.caretRow();
-  view_.moveCaret(row, caret(), false);
   // Behind a last "\n" the caret is beyond the line's end.
-  if (const uint32_t end = view_.lineEnd(side(), row); caret() < end) erase(caret(), end);
+  eraseNotSelection(caret(), std::max(caret(), view_.lineEnd(side(), view_.caretRow())));
 }
 
 void Editor::cut() {
@@ -124,6 +120,13 @@ RowRange Editor::rowsFrom(uint32_t position) const {
 void Editor::erase(uint32_t begin, uint32_t end) {
   if (begin == end) return;
   performEdit(view_, history_, {EditKind::deletion, side(), begin, end - begin, {}, begin, rowsFrom(begin)});
+}
+
+/// Erases some text whatever is selected; the selection goes, also where there is nothing to erase.
+void Editor::eraseNotSelection(uint32_t begin, uint32_t end) {
+  if (isReadOnly()) return;
+  if (begin == end) view_.moveCaret(view_.caretRow(), caret(), false);
+  erase(begin, end);
 }
 
 bool copyToClipboard(ViewState& view, int side, uint32_t begin, uint32_t end) {

@@ -43,6 +43,7 @@ class Editor {
   uint32_t caret() const { return view_.caretPos(side()); }
   RowRange rowsFrom(uint32_t position) const;
   void erase(uint32_t begin, uint32_t end);
+  void eraseNotSelection(uint32_t begin, uint32_t end);
 
   ViewState& view_;
   UndoHistory& history_;

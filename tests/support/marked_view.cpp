@@ -40,17 +40,12 @@ bool FakeHost::setClipboardText(std::string_view text) {
   return true;
 }
 
-FileComparison comparisonOf(std::string_view left, std::string_view right, const CompareOptions& options) {
+FileComparison comparisonOf(std::string_view left, std::string_view right) {
   FileComparison comparison;
   const std::string_view texts[2] = {left, right};
   for (const int side : {0, 1}) EXPECT_TRUE(comparison.documents[side].text.assign(texts[side]));
-  EXPECT_EQ(compareTexts(left, right, options, nullptr, comparison.model), Result::success);
+  EXPECT_EQ(compareTexts(left, right, {}, nullptr, comparison.model), Result::success);
   return comparison;
-}
-
-std::string textOf(const ViewState& view, int side) {
-  const auto [head, tail] = view.text(side).stretch(0, view.text(side).size());
-  return std::string(head) + std::string(tail);
 }
 
 MarkedView::MarkedView(std::string_view marked) : state_(std::make_unique<ViewState>(host_)) {

@@ -48,11 +48,13 @@ class FakeUndoOwner : public UndoOwner {
 };
 
 /// A comparison of two in-memory texts.
-FileComparison comparisonOf(std::string_view left, std::string_view right,
-                            const CompareOptions& options = {});
+FileComparison comparisonOf(std::string_view left, std::string_view right);
 
 /// A side's whole text.
-std::string textOf(const ViewState& view, int side);
+inline std::string textOf(const ViewState& view, int side) {
+  const auto [head, tail] = view.text(side).stretch(0, view.text(side).size());
+  return std::string(head) + std::string(tail);
+}
 
 /// A view of two panes of 400 by 160 pixels, ten rows of 40 columns besides gutter and splitter, written as
 /// marked text: rows are separated by " / " and sides by " # ", "-" is a filler, "~" at the end of a cell
