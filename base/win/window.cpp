@@ -18,6 +18,10 @@ std::vector<Window*>& liveWindows() {
 
 HINSTANCE programInstance() { return GetModuleHandleA(nullptr); }
 
+bool isKeyDown(int key) { return GetKeyState(key) < 0; }
+
+bool isCtrlDown() { return isKeyDown(VK_CONTROL) && !isKeyDown(VK_MENU); }
+
 std::string windowText(HWND window) {
   std::string text(static_cast<size_t>(GetWindowTextLengthA(window)), '\0');
   const int length = GetWindowTextA(window, text.data(), static_cast<int>(text.size()) + 1);

@@ -11,6 +11,12 @@ HINSTANCE programInstance();
 /// The title or text of a window of this program.
 std::string windowText(HWND window);
 
+/// Whether a key was down when the current message was sent.
+bool isKeyDown(int key);
+
+/// Whether Ctrl was, and not the right Alt key, which is Ctrl and Alt and types signs on many keyboards.
+bool isCtrlDown();
+
 /// What a window class of the program is made of. The menu belongs to the window, not to the class.
 struct WindowClass {
   const char* name;

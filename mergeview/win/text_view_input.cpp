@@ -12,11 +12,6 @@ namespace {
 constexpr UINT_PTR dragTimer = 1;
 constexpr UINT dragMilliseconds = 50;
 
-bool isDown(int key) { return GetKeyState(key) < 0; }
-
-/// Ctrl alone: with Alt it is the right Alt key, which many keyboards type brackets and signs with.
-bool isCtrlDown() { return isDown(VK_CONTROL) && !isDown(VK_MENU); }
-
 /// Where a scroll bar is asked to go; `position` and `page` are its own, in its own unit.
 int64_t scrollTarget(HWND bar, int kind, int request, int64_t position, int64_t page, int64_t last) {
   switch (request) {
@@ -57,7 +52,7 @@ UINT unitsANotch(UINT parameter, UINT fallback) {
 
 bool TextView::onKeyDown(WPARAM key) {
   const bool ctrl = isCtrlDown();
-  const bool shift = isDown(VK_SHIFT);
+  const bool shift = isKeyDown(VK_SHIFT);
   const auto move = [&](Key direction) {
     pressKey(state_, direction, ctrl, shift);
     return true;
@@ -150,7 +145,7 @@ int TextView::countClicks(POINT at) {
 
 void TextView::onButtonDown(POINT at) {
   SetFocus(handle());
-  mouse_.press(at.x, at.y, countClicks(at), isDown(VK_SHIFT));
+  mouse_.press(at.x, at.y, countClicks(at), isKeyDown(VK_SHIFT));
   dragging_ = true;
   SetCapture(handle());
   SetTimer(handle(), dragTimer, dragMilliseconds, nullptr);

@@ -141,7 +141,7 @@ bool CompareWindow::PreTranslateMessage(const MSG& message) {
   if (message.message == WM_SYSKEYDOWN && message.wParam == VK_BACK) return undoInNameBox();
   if (message.message != WM_KEYDOWN) return false;
   switch (message.wParam) {
-    case 'Z': return GetKeyState(VK_CONTROL) < 0 && undoInNameBox();
+    case 'Z': return isCtrlDown() && undoInNameBox();
     case VK_ESCAPE:
       if (!application_.settings.escQuitsApp) return false;
       SendMessageA(handle(), WM_COMMAND, static_cast<WPARAM>(Command::exit), 0);
@@ -160,13 +160,13 @@ bool CompareWindow::undoInNameBox() const {
 
 /// Whether the key is not the focused control's own.
 bool CompareWindow::onTab(const MSG& message) {
-  const bool ctrl = GetKeyState(VK_CONTROL) < 0;
+  const bool ctrl = isCtrlDown();
   const bool inView = message.hwnd == frame_.view.handle();
   if (inView && !ctrl) return false;
   if (!inView && (SendMessageA(message.hwnd, WM_GETDLGCODE, 0, 0) & DLGC_WANTTAB) != 0) return true;
   HWND control = message.hwnd;
   while (control != handle() && GetParent(control) != handle()) control = GetParent(control);
-  SetFocus(GetNextDlgTabItem(handle(), control, GetKeyState(VK_SHIFT) < 0));
+  SetFocus(GetNextDlgTabItem(handle(), control, isKeyDown(VK_SHIFT)));
   const HWND focus = GetFocus();
   if (SendMessageA(focus, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) SendMessageA(focus, EM_SETSEL, 0, -1);
   return true;

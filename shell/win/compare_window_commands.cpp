@@ -201,7 +201,8 @@ void CompareWindow::switchSides() {
   const std::string names[2] = {frame_.nameBoxes[0].text(), frame_.nameBoxes[1].text()};
   if (!merivane::switchSides(view_, history_)) return;
   std::swap(savedPaths_[0], savedPaths_[1]);
-  for (const int side : {0, 1}) setName(side, names[1 - side]);
+  for (const int side : {0, 1}) frame_.nameBoxes[side].setText(names[1 - side]);
+  refresh();
 }
 
 std::string CompareWindow::activePath() const { return nameOf(view_.activeSide()); }
