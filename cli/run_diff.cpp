@@ -5,9 +5,9 @@
 #include <new>
 #include <stdexcept>
 
+#include "base/buffered_sink.h"
 #include "base/message_format.h"
 #include "base/texts.h"
-#include "cli/buffered_sink.h"
 #include "cli/compared_files.h"
 #include "cli/diff_options.h"
 #include "cli/json_format.h"

@@ -117,6 +117,16 @@ ViewOptions Settings::viewOptions() const {
   return options;
 }
 
+HtmlOptions Settings::htmlOptions() const {
+  HtmlOptions options;
+  options.scope = static_cast<ExportScope>(exportHow);
+  options.lineNumbers = lineNumbers();
+  options.showWhiteSpace = showWhiteSpace;
+  options.tabStop = static_cast<uint32_t>(tabStop);
+  options.colours = rowColours();
+  return options;
+}
+
 void LoadSettings(const SettingsStore& store, const SystemFacts& facts, Settings& settings) {
   for (const SettingsRow& row : settingsRows()) std::visit(Loader{store, facts, row.key, settings}, row.kind);
   dropIfBoth(settings.compareQuick, settings.compareFull);

@@ -9,6 +9,7 @@
 #include "mergeview/line_numbers.h"
 #include "mergeview/row_colours.h"
 #include "mergeview/view_options.h"
+#include "output/html_export.h"
 #include "shell/history_list.h"
 #include "shell/settings_store.h"
 #include "shell/window_placement.h"
@@ -100,6 +101,7 @@ struct Settings {
   CompareOptions compareOptions() const;
   RowColours rowColours() const;
   ViewOptions viewOptions() const;
+  HtmlOptions htmlOptions() const;
   LineNumbers lineNumbers() const { return static_cast<LineNumbers>(showLineNumbers); }
 };
 

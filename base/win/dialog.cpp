@@ -7,6 +7,13 @@ bool Dialog::open(int resource, HWND owner) {
                             reinterpret_cast<LPARAM>(static_cast<Window*>(this))) != nullptr;
 }
 
+INT_PTR Dialog::run(int resource, HWND owner) {
+  const INT_PTR answer =
+      DialogBoxParamA(programInstance(), MAKEINTRESOURCEA(resource), owner, dialogProcedure,
+                      reinterpret_cast<LPARAM>(static_cast<Window*>(this)));
+  return answer == -1 ? 0 : answer;
+}
+
 void Dialog::centre() {
   RECT own = {};
   RECT over = {};

@@ -11,6 +11,9 @@ class Dialog : public Window {
   /// Opens it without a message loop of its own. False when it cannot be had.
   bool open(int resource, HWND owner);
 
+  /// Opens it and serves it until EndDialog(), whose number it answers, or 0 when it cannot be had.
+  INT_PTR run(int resource, HWND owner);
+
   /// Moves it over the middle of its owner.
   void centre();
 

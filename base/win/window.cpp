@@ -18,6 +18,13 @@ std::vector<Window*>& liveWindows() {
 
 HINSTANCE programInstance() { return GetModuleHandleA(nullptr); }
 
+std::string windowText(HWND window) {
+  std::string text(static_cast<size_t>(GetWindowTextLengthA(window)), '\0');
+  const int length = GetWindowTextA(window, text.data(), static_cast<int>(text.size()) + 1);
+  text.resize(static_cast<size_t>(length));
+  return text;
+}
+
 Window::Window() { liveWindows().push_back(this); }
 
 Window::~Window() {

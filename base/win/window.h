@@ -2,9 +2,14 @@
 
 #include <windows.h>
 
+#include <string>
+
 namespace merivane {
 
 HINSTANCE programInstance();
+
+/// The title or text of a window of this program.
+std::string windowText(HWND window);
 
 /// What a window class of the program is made of. The menu belongs to the window, not to the class.
 struct WindowClass {

@@ -3,10 +3,33 @@
 #include <cstring>
 
 #include "base/win/messages.h"
-#include "engine/text_document.h"
 
 namespace merivane {
 namespace {
+
+/// The clipboard, open for as long as this lives. Another program may have it open for a moment, as those
+/// that keep its history do whenever it changes.
+class OpenedClipboard {
+ public:
+  explicit OpenedClipboard(HWND owner) {
+    constexpr int tries = 10;
+    constexpr DWORD pauseMilliseconds = 10;
+    for (int i = 0; i < tries && !opened_; ++i) {
+      if (i > 0) Sleep(pauseMilliseconds);
+      opened_ = OpenClipboard(owner) != 0;
+    }
+    if (!opened_) MessageBeep(MB_OK);
+  }
+  ~OpenedClipboard() {
+    if (opened_) CloseClipboard();
+  }
+  OpenedClipboard(const OpenedClipboard&) = delete;
+  OpenedClipboard& operator=(const OpenedClipboard&) = delete;
+  explicit operator bool() const { return opened_; }
+
+ private:
+  bool opened_ = false;
+};
 
 /// A block that the clipboard can own, with a NUL behind the text. Null without memory.
 HGLOBAL makeBlock(std::string_view text) {
@@ -17,37 +40,49 @@ HGLOBAL makeBlock(std::string_view text) {
     GlobalFree(block);
     return nullptr;
   }
-  std::memcpy(bytes, text.data(), text.size());
+  if (!text.empty()) std::memcpy(bytes, text.data(), text.size());
   bytes[text.size()] = '\0';
   GlobalUnlock(block);
   return block;
 }
 
+/// Copies a block's text up to its NUL, which a program may have left out. False without memory.
+bool copyBlock(HGLOBAL block, ByteArray& text) {
+  const auto* const bytes = static_cast<const char*>(block == nullptr ? nullptr : GlobalLock(block));
+  if (bytes == nullptr) return false;
+  const bool copied = text.assign({bytes, strnlen(bytes, GlobalSize(block))});
+  GlobalUnlock(block);
+  return copied;
+}
+
 }  // namespace
 
-bool copyText(HWND owner, TextBuffer& text, uint32_t begin, uint32_t end) {
-  ByteArray converted;
-  const bool ready = convertToFile(text.view(begin, end), LineEndKind::crLf, true, converted);
-  const HGLOBAL block = ready ? makeBlock(converted.view()) : nullptr;
+bool putOnClipboard(HWND owner, std::string_view text) {
+  const HGLOBAL block = makeBlock(text);
   if (block == nullptr) {
     reportOutOfMemory();
     return false;
   }
-  if (!OpenClipboard(owner)) {
-    GlobalFree(block);
-    MessageBeep(MB_OK);  // another program holds it
-    return false;
+  bool done = false;
+  if (const OpenedClipboard clipboard(owner); clipboard) {
+    EmptyClipboard();
+    done = SetClipboardData(CF_TEXT, block) != nullptr;
   }
-  EmptyClipboard();
-  const bool done = SetClipboardData(CF_TEXT, block) != nullptr;
-  CloseClipboard();
   if (!done) GlobalFree(block);
   return done;
 }
 
-bool copySelection(HWND owner, ViewState& view) {
-  TextBuffer& text = view.documents().text[view.activeSide()];
-  return view.hasSelection() && copyText(owner, text, view.selectionBegin(), view.selectionEnd());
+bool takeFromClipboard(HWND owner, ByteArray& text) {
+  if (!IsClipboardFormatAvailable(CF_TEXT)) return false;
+  bool done = false;
+  {
+    const OpenedClipboard clipboard(owner);
+    if (!clipboard) return false;
+    done = copyBlock(GetClipboardData(CF_TEXT), text);
+  }
+  // The clipboard is closed before anything is shown: other programs wait for it.
+  if (!done) reportOutOfMemory();
+  return done;
 }
 
 }  // namespace merivane

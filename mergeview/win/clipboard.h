@@ -2,15 +2,17 @@
 
 #include <windows.h>
 
-#include "mergeview/view_state.h"
+#include <string_view>
+
+#include "base/byte_array.h"
 
 namespace merivane {
 
-/// Puts the text of [begin, end) on the clipboard, with CR LF line ends. Reports running out of memory;
-/// answers whether it was done.
-bool copyText(HWND owner, TextBuffer& text, uint32_t begin, uint32_t end);
+/// Puts a text on the clipboard. False when that failed, of which the user has been told.
+bool putOnClipboard(HWND owner, std::string_view text);
 
-/// The same for what is selected; nothing without a selection.
-bool copySelection(HWND owner, ViewState& view);
+/// Fetches the clipboard's text. False when there is none, or when that failed, of which the user has been
+/// told.
+bool takeFromClipboard(HWND owner, ByteArray& text);
 
 }  // namespace merivane

@@ -4,7 +4,9 @@
 #include <vector>
 
 #include "base/win/back_buffer.h"
+#include "base/win/messages.h"
 #include "mergeview/diff_arrows.h"
+#include "mergeview/win/clipboard.h"
 #include "mergeview/win/row_painter.h"
 
 namespace merivane {
@@ -21,7 +23,8 @@ void fill(HDC dc, const RECT& area, Colour colour) {
 
 }  // namespace
 
-TextView::TextView(TextViewOwner& owner) : owner_(owner), state_(*this), mouse_(state_) {}
+TextView::TextView(TextViewOwner& owner, UndoHistory& history)
+    : owner_(owner), state_(*this), editor_(state_, history), mouse_(state_) {}
 
 TextView::~TextView() { destroy(); }
 
@@ -39,6 +42,7 @@ void TextView::setFont(const std::string& face, int points) {
   const WindowDc dc(handle());
   fonts_ = makeViewFonts(dc, face, fontHeight(dc, points));
   state_.setFont(fonts_.metrics);
+  if (GetFocus() == handle()) makeCaret();
 }
 
 void TextView::showCaretBox(bool show) {
@@ -55,14 +59,16 @@ LRESULT TextView::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_KILLFOCUS: onKillFocus(); return 0;
     case WM_GETDLGCODE: return DLGC_WANTARROWS | DLGC_WANTCHARS | DLGC_WANTTAB;
     case WM_KEYDOWN: return onKeyDown(wParam) ? 0 : defaultProcedure(message, wParam, lParam);
+    case WM_CHAR: onChar(static_cast<char>(wParam), LOWORD(lParam)); return 0;
+    case WM_IME_CHAR: onImeChar(LOWORD(wParam), LOWORD(lParam)); return 0;
     case WM_VSCROLL: onVScroll(LOWORD(wParam)); return 0;
     case WM_MOUSEWHEEL: onMouseWheel(pixelOf(HIWORD(wParam)), (LOWORD(wParam) & MK_SHIFT) != 0); return 0;
     case WM_MOUSEHWHEEL: onMouseHWheel(pixelOf(HIWORD(wParam))); return TRUE;
     case WM_LBUTTONDOWN: onButtonDown(pointOf(lParam)); return 0;
     case WM_RBUTTONDOWN: onRightButtonDown(pointOf(lParam)); return 0;
     case WM_MOUSEMOVE: onMouseMove(pointOf(lParam)); return 0;
-    case WM_LBUTTONUP: onButtonUp(); return 0;
-    case WM_CAPTURECHANGED: onButtonUp(); return 0;
+    case WM_LBUTTONUP: endDrag(); return 0;
+    case WM_CAPTURECHANGED: endDrag(); return 0;
     case WM_TIMER: onDragTimer(); return 0;
     case WM_CONTEXTMENU: onContextMenu(pointOf(lParam)); return 0;
     case WM_SETCURSOR:
@@ -141,13 +147,17 @@ bool TextView::onSetCursor(HWND window, int hitTest) {
 
 // The caret.
 
-void TextView::onSetFocus() {
-  CreateCaret(handle(), nullptr, scaled(2), state_.font().lineHeight);
+void TextView::onSetFocus() { makeCaret(); }
+
+void TextView::onKillFocus() { DestroyCaret(); }
+
+void TextView::makeCaret() {
+  const FontMetrics& font = state_.font();
+  blockCaret_ = state_.overwrite();
+  CreateCaret(handle(), nullptr, blockCaret_ ? font.charWidth : scaled(2), font.lineHeight);
   placeCaret();
   ShowCaret(handle());
 }
-
-void TextView::onKillFocus() { DestroyCaret(); }
 
 void TextView::placeCaret() {
   if (GetFocus() != handle()) return;
@@ -174,6 +184,7 @@ void TextView::invalidateRows(RowRange rows, Panes panes) {
 }
 
 void TextView::refreshAll() {
+  endDrag();  // it started in rows that are others now
   panesMoved();
   owner_.onViewChanged();
 }
@@ -196,10 +207,20 @@ void TextView::updateScrollBars() {
 }
 
 void TextView::caretMoved() {
-  placeCaret();
+  if (GetFocus() == handle() && blockCaret_ != state_.overwrite()) {
+    makeCaret();
+  } else {
+    placeCaret();
+  }
   owner_.onCaretMoved();
 }
 
 void TextView::beep() { MessageBeep(MB_OK); }
+
+bool TextView::setClipboardText(std::string_view text) { return putOnClipboard(handle(), text); }
+
+bool TextView::clipboardText(ByteArray& text) { return takeFromClipboard(handle(), text); }
+
+void TextView::reportOutOfMemory() { merivane::reportOutOfMemory(); }
 
 }  // namespace merivane

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/win/window.h"
+#include "mergeview/editor.h"
 #include "mergeview/mouse_selection.h"
 #include "mergeview/view_host.h"
 #include "mergeview/view_state.h"
@@ -30,17 +31,21 @@ class TextViewOwner {
   virtual void onPaneMenu(int side, POINT screen) = 0;
 };
 
-/// The window that shows the two panes of a comparison. The window does the drawing and hands keys, mouse
-/// and scroll bars to the state, which decides everything.
+/// The window that shows the two panes of a comparison and takes what is typed into them. The window does
+/// the drawing and hands keys, mouse and scroll bars to the state and the editor, which decide everything.
 class TextView final : public Window, private ViewHost {
  public:
-  explicit TextView(TextViewOwner& owner);
+  /// `history`, of what is done here, must outlive the window.
+  TextView(TextViewOwner& owner, UndoHistory& history);
   ~TextView() override;
 
   bool create(HWND parent);
 
   ViewState& state() { return state_; }
   const ViewState& state() const { return state_; }
+
+  /// For editing what is shown, which ends selecting with the mouse.
+  Editor& edit();
 
   void setFont(const std::string& face, int points);
 
@@ -57,13 +62,16 @@ class TextView final : public Window, private ViewHost {
   void onSetFocus();
   void onKillFocus();
   bool onKeyDown(WPARAM key);
+  bool onCtrlLetter(WPARAM letter, bool shift);
+  void onChar(char c, int count);
+  void onImeChar(WORD character, int count);
   void onVScroll(int request);
   void onMouseWheel(int delta, bool sideways);
   void onMouseHWheel(int delta);
   void onButtonDown(POINT at);
   void onRightButtonDown(POINT at);
   void onMouseMove(POINT at);
-  void onButtonUp();
+  void endDrag();
   void onDragTimer();
   void onContextMenu(POINT screen);
   bool onSetCursor(HWND window, int hitTest);
@@ -74,20 +82,26 @@ class TextView final : public Window, private ViewHost {
   void updateScrollBars() override;
   void caretMoved() override;
   void beep() override;
+  bool setClipboardText(std::string_view text) override;
+  bool clipboardText(ByteArray& text) override;
+  void reportOutOfMemory() override;
 
   void paintRows(HDC dc, const RECT& area);
   void paintGap(HDC dc, const RECT& area);
   void paintCaretBox(HDC dc);
+  void makeCaret();
   void placeCaret();
   int countClicks(POINT at);
 
   TextViewOwner& owner_;
   ViewState state_;
+  Editor editor_;
   MouseSelection mouse_;
   std::string face_;
   int points_ = 0;
   ViewFonts fonts_;
   bool caretBox_ = true;
+  bool blockCaret_ = false;  // the shape that the caret has
   bool dragging_ = false;
   int wheelRest_ = 0;  // turned, but not yet enough to scroll
   int sidewaysRest_ = 0;

@@ -4,7 +4,6 @@
 
 #include "base/win/gdi.h"
 #include "mergeview/navigation.h"
-#include "mergeview/win/clipboard.h"
 #include "mergeview/win/text_view.h"
 
 namespace merivane {
@@ -14,6 +13,9 @@ constexpr UINT_PTR dragTimer = 1;
 constexpr UINT dragMilliseconds = 50;
 
 bool isDown(int key) { return GetKeyState(key) < 0; }
+
+/// Ctrl alone: with Alt it is the right Alt key, which many keyboards type brackets and signs with.
+bool isCtrlDown() { return isDown(VK_CONTROL) && !isDown(VK_MENU); }
 
 /// Where a scroll bar is asked to go; `position` and `page` are its own, in its own unit.
 int64_t scrollTarget(HWND bar, int kind, int request, int64_t position, int64_t page, int64_t last) {
@@ -54,7 +56,7 @@ UINT unitsANotch(UINT parameter, UINT fallback) {
 }  // namespace
 
 bool TextView::onKeyDown(WPARAM key) {
-  const bool ctrl = isDown(VK_CONTROL);
+  const bool ctrl = isCtrlDown();
   const bool shift = isDown(VK_SHIFT);
   const auto move = [&](Key direction) {
     pressKey(state_, direction, ctrl, shift);
@@ -69,13 +71,39 @@ bool TextView::onKeyDown(WPARAM key) {
     case VK_END: return move(Key::end);
     case VK_PRIOR: return move(Key::pageUp);
     case VK_NEXT: return move(Key::pageDown);
-    case 'A':
-      if (ctrl) selectAll(state_);
-      return ctrl;
-    case 'C':
-      if (ctrl) copySelection(handle(), state_);
-      return ctrl;
+    case VK_INSERT:
+      if (!ctrl) state_.toggleOverwrite();
+      return !ctrl;
+    case VK_DELETE:
+      if (!ctrl) edit().deleteForward();
+      return !ctrl;
+    default: return ctrl && onCtrlLetter(key, shift);
+  }
+}
+
+bool TextView::onCtrlLetter(WPARAM letter, bool shift) {
+  switch (letter) {
+    case 'A': return selectAll(state_), true;
+    case 'C': return edit().copy(), true;
+    case 'E': return shift ? edit().deleteToLineEnd() : edit().deleteRow(), true;
+    case 'V': return edit().paste(), true;
+    case 'X': return edit().cut(), true;
     default: return false;
+  }
+}
+
+Editor& TextView::edit() {
+  endDrag();
+  return editor_;
+}
+
+void TextView::onChar(char c, int count) { edit().characterInput(c, count, isCtrlDown()); }
+
+// A character of two bytes is two here, the first one in the upper half.
+void TextView::onImeChar(WORD character, int count) {
+  for (; count > 0; --count) {
+    if (HIBYTE(character) != 0) edit().characterInput(static_cast<char>(HIBYTE(character)), 1, false);
+    edit().characterInput(static_cast<char>(LOBYTE(character)), 1, false);
   }
 }
 
@@ -151,7 +179,7 @@ void TextView::onDragTimer() {
   if (dragging_ && !PtInRect(&inside, at)) mouse_.drag(at.x, at.y);
 }
 
-void TextView::onButtonUp() {
+void TextView::endDrag() {
   if (!dragging_) return;
   dragging_ = false;
   KillTimer(handle(), dragTimer);

@@ -21,7 +21,8 @@ inline constexpr int kNameBoxIds[2] = {101, 102};
 /// Everything that stands in a text window, and where.
 class CompareFrame {
  public:
-  CompareFrame(Settings& settings, TextViewOwner& owner);
+  /// `history` must outlive the frame.
+  CompareFrame(Settings& settings, TextViewOwner& owner, UndoHistory& history);
 
   /// Makes the controls, in the order of the Tab key. False when the panes cannot be had.
   bool create(HWND window);

@@ -36,7 +36,7 @@ void showState(HMENU menu, UINT item, const CommandState& state) {
 
 CompareWindow::CompareWindow(Application& application)
     : application_(application),
-      frame_(application.settings, *this),
+      frame_(application.settings, *this, history_),
       view_(frame_.view.state()),
       waitDialog_([this] { cancelComparison(); }) {}
 
@@ -69,6 +69,7 @@ LRESULT CompareWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SYSCOLORCHANGE: onSystemChange(); return 0;
     case WM_INITMENUPOPUP: onInitMenuPopup(reinterpret_cast<HMENU>(wParam)); return 0;
     case WM_MENUSELECT: onMenuSelect(LOWORD(wParam), HIWORD(wParam)); return 0;
+    case WM_CLIPBOARDUPDATE: updateToolBar(); return 0;
     case WM_COMMAND: onCommand(LOWORD(wParam), HIWORD(wParam)); return 0;
     case WM_NOTIFY: return onNotify(*reinterpret_cast<NMHDR*>(lParam));
     case WM_HSCROLL: onHScroll(reinterpret_cast<HWND>(lParam), LOWORD(wParam)); return 0;
@@ -87,6 +88,7 @@ bool CompareWindow::onCreate() {
   if (!frame_.create(handle())) return false;
   for (const int side : {0, 1}) setName(side, application_.boxText(side));
   applySettings();
+  AddClipboardFormatListener(handle());
   return true;
 }
 
@@ -136,8 +138,10 @@ void CompareWindow::capturePlacement() {
 bool CompareWindow::PreTranslateMessage(const MSG& message) {
   if (waitDialog_.isOpen()) return waitDialog_.takes(message);
   frame_.toolTips.relay(message);
+  if (message.message == WM_SYSKEYDOWN && message.wParam == VK_BACK) return undoInNameBox();
   if (message.message != WM_KEYDOWN) return false;
   switch (message.wParam) {
+    case 'Z': return GetKeyState(VK_CONTROL) < 0 && undoInNameBox();
     case VK_ESCAPE:
       if (!application_.settings.escQuitsApp) return false;
       SendMessageA(handle(), WM_COMMAND, static_cast<WPARAM>(Command::exit), 0);
@@ -145,6 +149,13 @@ bool CompareWindow::PreTranslateMessage(const MSG& message) {
     case VK_TAB: return onTab(message);
     default: return false;
   }
+}
+
+/// The keys for it would not reach a name box that is being edited.
+bool CompareWindow::undoInNameBox() const {
+  const NameBox* const box = frame_.focusedNameBox();
+  if (box != nullptr) box->undo();
+  return box != nullptr;
 }
 
 /// Whether the key is not the focused control's own.
@@ -219,6 +230,18 @@ void CompareWindow::onViewChanged() {
   onCaretMoved();
   refresh();
 }
+
+void CompareWindow::onHistoryChanged(bool modifiedChanged) {
+  fresh_ = false;
+  frame_.summary.setBlank(false);
+  if (modifiedChanged) {
+    refresh();
+  } else {
+    updateToolBar();
+  }
+}
+
+void CompareWindow::onUndone() { view_.host().refreshAll(); }
 
 void CompareWindow::onPanesMoved() { frame_.followPanes(); }
 

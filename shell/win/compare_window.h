@@ -10,6 +10,9 @@
 #include <string>
 
 #include "base/win/window.h"
+#include "mergeview/merge_commands.h"
+#include "mergeview/side_commands.h"
+#include "mergeview/undo_history.h"
 #include "shell/close_rules.h"
 #include "shell/menu_state.h"
 #include "shell/win/compare_frame.h"
@@ -24,8 +27,12 @@ class Application;
 /// A text window: two files, their comparison and the frame around it.
 ///
 /// compare_window.cpp holds the window itself, compare_window_commands.cpp what its commands do, and
-/// compare_window_files.cpp comparing, saving and closing.
-class CompareWindow final : public Window, private TextViewOwner, private ClosingWindow {
+/// compare_window_files.cpp comparing, saving, exporting and closing.
+class CompareWindow final : public Window,
+                            private TextViewOwner,
+                            private UndoOwner,
+                            private ReplaceOwner,
+                            private ClosingWindow {
  public:
   explicit CompareWindow(Application& application);
   ~CompareWindow() override;
@@ -41,7 +48,7 @@ class CompareWindow final : public Window, private TextViewOwner, private Closin
   /// Puts a name into a side's box.
   void setName(int side, const std::string& name);
 
-  /// No comparison has been shown yet.
+  /// No comparison has been shown yet, and nothing has been typed.
   bool isFresh() const { return fresh_; }
 
   std::string title() const;
@@ -68,12 +75,15 @@ class CompareWindow final : public Window, private TextViewOwner, private Closin
   void onHScroll(HWND bar, int request);
   void onDropFiles(HDROP drop);
   bool onTab(const MSG& message);
+  bool undoInNameBox() const;
   HMENU windowMenu() const;
 
   void onViewChanged() override;
   void onPanesMoved() override;
   void onCaretMoved() override;
   void onPaneMenu(int side, POINT screen) override;
+  void onHistoryChanged(bool modifiedChanged) override;
+  void onUndone() override;
 
   // Commands.
   struct Handler {
@@ -93,10 +103,10 @@ class CompareWindow final : public Window, private TextViewOwner, private Closin
   void browse(int side);
   void goUpOneFolder(int side);
   std::string activePath() const;
-  void undo();
+  void copy(BlockKind kind, int to) { copyBlock(view_, history_, kind, to); }
   void search(bool forwards);
   void onFind(const FINDREPLACEA& request);
-  void copyRows(RowRange rows);
+  void switchSides();
 
   // Files.
   void startComparison();
@@ -110,6 +120,14 @@ class CompareWindow final : public Window, private TextViewOwner, private Closin
   std::string nameOf(int side) const;
   bool saveSide(int side);
   void saveAll();
+  bool mayOverwrite(int side, const std::string& path);
+  bool write(int side, const std::string& path);
+  void showSaved();
+  bool reportSaved(SystemError error) const;
+  void exportResults();
+  bool mayReplace() override;
+  bool saveText(int side, const TextBuffer& text, LineEndKind kind) override;
+  void onSideSaved(int side) override;
   TitleSide side(int side) override { return titleSide(side); }
   CloseAnswer ask(const std::string& question) override;
   bool save(int side, const std::string& path) override;
@@ -117,6 +135,7 @@ class CompareWindow final : public Window, private TextViewOwner, private Closin
   bool saveAs(int side);
 
   Application& application_;
+  UndoHistory history_{*this};
   CompareFrame frame_;
   ViewState& view_;
   HWND lastFocus_ = nullptr;  // the child that has the focus whenever the window is active

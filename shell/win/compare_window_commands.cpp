@@ -1,11 +1,11 @@
 // What the commands of a text window do.
 
 #include <optional>
+#include <utility>
 
 #include "base/win/messages.h"
 #include "mergeview/find.h"
 #include "mergeview/navigation.h"
-#include "mergeview/win/clipboard.h"
 #include "shell/command_table.h"
 #include "shell/name_box.h"
 #include "shell/win/application.h"
@@ -19,15 +19,22 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
   using W = CompareWindow;
   static constexpr Handler rows[] = {
       {Command::newTextWindow, [](W& w) { w.application_.windows.NewTextWindow(); }},
+      {Command::exportResults, [](W& w) { w.exportResults(); }},
       {Command::close, [](W& w) { PostMessageA(w.handle(), WM_CLOSE, 0, 0); }},
       {Command::exit, [](W& w) { w.application_.windows.closeAll(); }},
 
-      {Command::undo, [](W& w) { w.undo(); }},
-      {Command::copy, [](W& w) { copySelection(w.handle(), w.view_); }},
+      {Command::undo, [](W& w) { w.history_.undo(); }},
+      {Command::redo, [](W& w) { w.history_.redo(); }},
+      {Command::cut, [](W& w) { w.frame_.view.edit().cut(); }},
+      {Command::copy, [](W& w) { w.frame_.view.edit().copy(); }},
+      {Command::paste, [](W& w) { w.frame_.view.edit().paste(); }},
+      {Command::deleteText, [](W& w) { w.frame_.view.edit().deleteForward(); }},
       {Command::selectAll, [](W& w) { selectAll(w.view_); }},
       {Command::find, [](W& w) { w.application_.findDialog.open(w.handle()); }},
       {Command::findNext, [](W& w) { w.search(true); }},
       {Command::findPrev, [](W& w) { w.search(false); }},
+      {Command::replaceLeft, [](W& w) { replaceSide(w.view_, w.history_, 0, w); }},
+      {Command::replaceRight, [](W& w) { replaceSide(w.view_, w.history_, 1, w); }},
 
       {Command::viewToolBar, [](W& w) { w.toggle(&Settings::viewToolBar); }},
       {Command::viewStatusBar, [](W& w) { w.toggle(&Settings::viewStatusBar); }},
@@ -41,6 +48,7 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
       {Command::prevDiff, [](W& w) { goToPreviousDifference(w.view_); }},
       {Command::nextDiff, [](W& w) { goToNextDifference(w.view_); }},
       {Command::refresh, [](W& w) { w.startComparison(); }},
+      {Command::switchSides, [](W& w) { w.switchSides(); }},
 
       {Command::cascade, [](W& w) { w.application_.windows.cascade(); }},
       {Command::tileHorizontally, [](W& w) { w.application_.windows.tile(true); }},
@@ -54,11 +62,14 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
       {Command::save, [](W& w) { w.saveSide(w.view_.activeSide()); }},
       {Command::saveAs, [](W& w) { w.saveAs(w.view_.activeSide()); }},
       {Command::saveAll, [](W& w) { w.saveAll(); }},
-      {Command::lineToClipboard,
-       [](W& w) {
-         w.copyRows({w.view_.caretRow(), w.view_.caretRow() + 1});
-       }},
-      {Command::blockToClipboard, [](W& w) { w.copyRows(w.view_.model().blockAround(w.view_.caretRow())); }},
+      {Command::copyLineLeft, [](W& w) { w.copy(BlockKind::line, 0); }},
+      {Command::copyLineRight, [](W& w) { w.copy(BlockKind::line, 1); }},
+      {Command::deleteLine, [](W& w) { deleteBlock(w.view_, w.history_, BlockKind::line); }},
+      {Command::copyDiffLeft, [](W& w) { w.copy(BlockKind::difference, 0); }},
+      {Command::copyDiffRight, [](W& w) { w.copy(BlockKind::difference, 1); }},
+      {Command::deleteDiff, [](W& w) { deleteBlock(w.view_, w.history_, BlockKind::difference); }},
+      {Command::lineToClipboard, [](W& w) { blockToClipboard(w.view_, BlockKind::line); }},
+      {Command::blockToClipboard, [](W& w) { blockToClipboard(w.view_, BlockKind::difference); }},
       {Command::openInApp, [](W& w) { OpenWithShell(w.handle(), w.activePath(), showSystemError); }},
       {Command::exploreFolder,
        [](W& w) { ExploreFolder(w.handle(), upOneFolder(w.activePath()).value_or(""), showSystemError); }},
@@ -101,9 +112,12 @@ WindowFacts CompareWindow::facts() const {
   facts.textWindows = application_.windows.textWindows();
   facts.folderWindows = application_.windows.folderWindows();
   facts.activeSide = view_.activeSide();
-  for (const int side : {0, 1}) facts.readOnly[side] = view_.documents().readOnly[side];
-  const NameBox* box = frame_.focusedNameBox();
-  facts.canUndo = box != nullptr && box->canUndo();
+  for (const int side : {0, 1}) {
+    facts.modified[side] = history_.isModified(side);
+    facts.readOnly[side] = view_.documents().readOnly[side];
+  }
+  facts.canUndo = history_.canUndo();
+  facts.canRedo = history_.canRedo();
   facts.hasSelection = view_.hasSelection();
   facts.clipboardHasText = IsClipboardFormatAvailable(CF_TEXT) != 0;
   facts.hasDifferences = view_.model().differenceBlocks() > 0;
@@ -147,6 +161,7 @@ void CompareWindow::applySettings() {
   frame_.view.setFont(settings.fontFace, settings.fontSize);
   frame_.view.showCaretBox(settings.drawCaretBox);
   view_.setOptions(settings.viewOptions());
+  view_.setCompareOptions(settings.compareOptions());
   frame_.layOut();
 }
 
@@ -170,11 +185,6 @@ void CompareWindow::goUpOneFolder(int side) {
   SetFocus(box.handle());
 }
 
-// The key would not reach a name box that is being edited.
-void CompareWindow::undo() {
-  if (const NameBox* box = frame_.focusedNameBox()) box->undo();
-}
-
 void CompareWindow::search(bool forwards) {
   const Settings& settings = application_.settings;
   const FindQuery query = {settings.findText, settings.findMatchCase, settings.findWholeWord};
@@ -186,10 +196,12 @@ void CompareWindow::onFind(const FINDREPLACEA& request) {
   if (application_.findDialog.takeRequest(request)) search(application_.settings.findDownwards);
 }
 
-void CompareWindow::copyRows(RowRange rows) {
-  const int side = view_.activeSide();
-  copyText(handle(), view_.documents().text[side], view_.rowStart(side, rows.begin),
-           view_.rowEnd(side, rows.end - 1));
+// What is on a side goes along with it: the text and the names of its file.
+void CompareWindow::switchSides() {
+  const std::string names[2] = {frame_.nameBoxes[0].text(), frame_.nameBoxes[1].text()};
+  if (!merivane::switchSides(view_, history_)) return;
+  std::swap(savedPaths_[0], savedPaths_[1]);
+  for (const int side : {0, 1}) setName(side, names[1 - side]);
 }
 
 std::string CompareWindow::activePath() const { return nameOf(view_.activeSide()); }

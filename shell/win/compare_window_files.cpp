@@ -4,11 +4,14 @@
 
 #include "base/paths.h"
 #include "base/win/messages.h"
-#include "engine/text_document.h"
+#include "mergeview/document_file.h"
+#include "output/html_file.h"
 #include "shell/win/application.h"
 #include "shell/win/compare_window.h"
+#include "shell/win/export_dialog.h"
 #include "shell/win/file_dialogs.h"
 #include "shell/win/registered_messages.h"
+#include "shell/win/system_facts.h"
 
 namespace merivane {
 
@@ -54,6 +57,8 @@ void CompareWindow::onComparisonDone() {
 
 void CompareWindow::showComparison(const Outcome& outcome, ComparisonJob& job) {
   const bool succeeded = outcome.succeeded();
+  history_.clear();
+  for (const int side : {0, 1}) history_.markSaved(side);
   FileComparison comparison;
   AfterComparison after = AfterComparison::top;
   if (succeeded) {
@@ -79,7 +84,7 @@ void CompareWindow::showComparison(const Outcome& outcome, ComparisonJob& job) {
 std::string CompareWindow::nameOf(int side) const { return sideName(titleSide(side)); }
 
 TitleSide CompareWindow::titleSide(int side) const {
-  return {savedPaths_[side], frame_.nameBoxes[side].text(), false};
+  return {savedPaths_[side], frame_.nameBoxes[side].text(), history_.isModified(side)};
 }
 
 // Saving.
@@ -96,22 +101,39 @@ void CompareWindow::saveAll() {
 }
 
 bool CompareWindow::save(int side, const std::string& path) {
-  TextBuffer& text = view_.documents().text[side];
-  ByteArray bytes;
-  if (!convertToFile(text.view(0, text.size()), view_.documents().lineEndKind[side], false, bytes)) {
-    reportOutOfMemory();
-    return false;
-  }
-  const SystemError error = replaceFile(systemFiles(), path, bytes.view());
-  if (error != 0) {
-    showSystemError(handle(), TextId::couldNotSave, error);
-    return false;
-  }
+  return mayOverwrite(side, path) && write(side, path);
+}
+
+// What somebody else has written is not to be lost unnoticed.
+bool CompareWindow::mayOverwrite(int side, const std::string& path) {
+  const bool own = path == savedPaths_[side];
+  const FileStamp known = own ? view_.documents().stamp[side] : FileStamp();
+  if (!changedOnDisk(systemFiles(), path, known)) return true;
+  const TextId question = own ? TextId::changedOnDisk : TextId::fileExists;
+  return showMessage(handle(), loadMessage(question, {path}), MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2) ==
+         IDYES;
+}
+
+bool CompareWindow::write(int side, const std::string& path) {
+  if (!reportSaved(saveDocument(systemFiles(), path, view_.documents(), side))) return false;
   savedPaths_[side] = path;
-  view_.documents().readOnly[side] = false;
+  history_.markSaved(side);
+  showSaved();
+  return true;
+}
+
+void CompareWindow::showSaved() {
   InvalidateRect(frame_.view.handle(), nullptr, FALSE);  // read-only text has another colour
   refresh();
-  return true;
+}
+
+bool CompareWindow::reportSaved(SystemError error) const {
+  if (error == notEnoughStorage()) {
+    reportOutOfMemory();
+  } else if (error != 0) {
+    showSystemError(handle(), TextId::couldNotSave, error);
+  }
+  return error == 0;
 }
 
 bool CompareWindow::saveAs(int side) {
@@ -120,9 +142,48 @@ bool CompareWindow::saveAs(int side) {
 
 bool CompareWindow::saveAs(int side, const char* title) {
   const auto chosen = chooseSaveFile(handle(), title, nameOf(side));
-  if (!chosen || !save(side, *chosen)) return false;
+  if (!chosen || !write(side, *chosen)) return false;
   setName(side, *chosen);
   return true;
+}
+
+// Replacing a side, and its file at once.
+
+bool CompareWindow::mayReplace() {
+  return showMessage(handle(), TextId::reallyReplace, MB_YESNO | MB_ICONQUESTION) == IDYES;
+}
+
+bool CompareWindow::saveText(int side, const TextBuffer& text, LineEndKind kind) {
+  const std::string path = nameOf(side);
+  if (!mayOverwrite(side, path)) return false;
+  if (!reportSaved(merivane::saveText(systemFiles(), path, text, kind))) return false;
+  savedPaths_[side] = path;
+  return true;
+}
+
+void CompareWindow::onSideSaved(int side) {
+  Documents& documents = view_.documents();
+  documents.stamp[side] = systemFiles().stamp(savedPaths_[side]);
+  documents.readOnly[side] = false;
+  showSaved();
+}
+
+// Exporting.
+
+void CompareWindow::exportResults() {
+  ExportDialog dialog(application_.settings);
+  if (!dialog.run(handle())) return;
+  Documents& documents = view_.documents();
+  const std::string names[2] = {nameOf(0), nameOf(1)};
+  HtmlSide sides[2];
+  for (const int side : {0, 1}) {
+    TextBuffer& text = documents.text[side];
+    sides[side] = {names[side], text.view(0, text.size()), documents.lineEndKind[side]};
+  }
+  const Settings& settings = application_.settings;
+  const SystemError error = exportHtml(systemFiles(), settings.exportResults, documents.model, sides,
+                                       settings.htmlOptions(), dateAndTime());
+  if (error != 0) showSystemError(handle(), TextId::couldNotExport, error);
 }
 
 // Closing.

@@ -17,12 +17,19 @@ std::string filterOf(TextId id) {
   return filter;
 }
 
-std::optional<std::string> choose(BOOL(WINAPI* dialog)(OPENFILENAMEA*), HWND owner, const std::string& title,
-                                  const std::string& name, DWORD flags) {
+struct FileQuestion {
+  BOOL(WINAPI* dialog)(OPENFILENAMEA*);
+  DWORD flags;
+  TextId filter = TextId::allFilesFilter;
+  const char* extension = nullptr;  // of a name typed without one
+};
+
+std::optional<std::string> ask(const FileQuestion& question, HWND owner, const std::string& title,
+                               const std::string& name) {
   char buffer[4096] = "";
   // The dialog refuses to open with a name that is none.
   if (IsValidFilePath(name)) lstrcpynA(buffer, name.c_str(), sizeof buffer);
-  const std::string filter = filterOf(TextId::allFilesFilter);
+  const std::string filter = filterOf(question.filter);
   OPENFILENAMEA info = {};
   info.lStructSize = sizeof info;
   info.hwndOwner = owner;
@@ -30,19 +37,25 @@ std::optional<std::string> choose(BOOL(WINAPI* dialog)(OPENFILENAMEA*), HWND own
   info.lpstrFile = buffer;
   info.nMaxFile = sizeof buffer;
   info.lpstrTitle = title.c_str();
-  info.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | flags;
-  if (!dialog(&info)) return std::nullopt;
+  info.lpstrDefExt = question.extension;
+  info.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST | question.flags;
+  if (!question.dialog(&info)) return std::nullopt;
   return buffer;
 }
 
 }  // namespace
 
 std::optional<std::string> chooseFile(HWND owner, const std::string& title, const std::string& name) {
-  return choose(GetOpenFileNameA, owner, title, name, OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST);
+  return ask({GetOpenFileNameA, OFN_FILEMUSTEXIST}, owner, title, name);
 }
 
 std::optional<std::string> chooseSaveFile(HWND owner, const std::string& title, const std::string& name) {
-  return choose(GetSaveFileNameA, owner, title, name, OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST);
+  return ask({GetSaveFileNameA, OFN_OVERWRITEPROMPT}, owner, title, name);
+}
+
+std::optional<std::string> chooseExportFile(HWND owner, const std::string& name) {
+  return ask({GetSaveFileNameA, OFN_OVERWRITEPROMPT, TextId::htmlFilesFilter, "html"}, owner,
+             loadText(TextId::chooseExportFile), name);
 }
 
 }  // namespace merivane

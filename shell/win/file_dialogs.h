@@ -14,4 +14,7 @@ std::optional<std::string> chooseFile(HWND owner, const std::string& title, cons
 /// cancelled.
 std::optional<std::string> chooseSaveFile(HWND owner, const std::string& title, const std::string& name);
 
+/// The same for a page of a comparison.
+std::optional<std::string> chooseExportFile(HWND owner, const std::string& name);
+
 }  // namespace merivane

@@ -36,12 +36,7 @@ void NameBox::create(HWND parent, int id, uint32_t dropKinds, HistoryList& histo
   refill(history);
 }
 
-std::string NameBox::text() const {
-  std::string text(static_cast<size_t>(GetWindowTextLengthA(handle_)), '\0');
-  const int length = GetWindowTextA(handle_, text.data(), static_cast<int>(text.size()) + 1);
-  text.resize(static_cast<size_t>(length));
-  return text;
-}
+std::string NameBox::text() const { return windowText(handle_); }
 
 void NameBox::setText(const std::string& text) { SetWindowTextA(handle_, text.c_str()); }
 

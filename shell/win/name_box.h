@@ -31,7 +31,6 @@ class NameBox final : public HistoryView {
   void setText(const std::string& text);
 
   bool hasFocus() const { return GetFocus() == edit_; }
-  bool canUndo() const { return SendMessageA(edit_, EM_CANUNDO, 0, 0) != 0; }
   void undo() const { SendMessageA(edit_, EM_UNDO, 0, 0); }
 
   /// The parent passes on that the edit text changed.

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "base/win/gdi.h"
+#include "base/win/messages.h"
 
 namespace merivane {
 namespace {
@@ -30,6 +31,14 @@ ScreenRect workArea() {
 }
 
 SystemFacts systemFacts() { return {workArea(), fontExists}; }
+
+std::string dateAndTime() {
+  char date[128] = "";
+  char time[128] = "";
+  GetDateFormatA(LOCALE_USER_DEFAULT, DATE_SHORTDATE, nullptr, nullptr, date, sizeof date);
+  GetTimeFormatA(LOCALE_USER_DEFAULT, 0, nullptr, nullptr, time, sizeof time);
+  return loadMessage(TextId::dateAndTime, {date, time});
+}
 
 WindowStance windowStance(HWND window) {
   RECT rect = {};

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <string>
+
 #include "shell/settings.h"
 #include "shell/window_placement.h"
 
@@ -12,6 +14,9 @@ ScreenRect workArea();
 
 /// What loading the settings asks of this computer.
 SystemFacts systemFacts();
+
+/// The date and the time of day now, as the user's region writes them.
+std::string dateAndTime();
 
 /// How a window stands on the screen.
 WindowStance windowStance(HWND window);

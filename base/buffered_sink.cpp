@@ -1,4 +1,4 @@
-#include "cli/buffered_sink.h"
+#include "base/buffered_sink.h"
 
 #include <cstring>
 
