@@ -16,4 +16,7 @@ class AbortFlag {
   std::atomic<uint8_t> raised_{0};
 };
 
+/// A null flag never aborts.
+inline bool isRaised(const AbortFlag* abort) { return abort != nullptr && abort->isRaised(); }
+
 }  // namespace merivane

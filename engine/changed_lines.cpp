@@ -1,6 +1,7 @@
 #include "engine/changed_lines.h"
 
-#include <span>
+#include <algorithm>
+#include <cstring>
 
 namespace merivane {
 namespace {
@@ -8,22 +9,20 @@ namespace {
 constexpr uint32_t kMinimumRun = 2;
 constexpr uint64_t kSimilarityPercent = 50;
 
-/// Calls `visit(a, b)` for every pair of unflagged elements, in order.
-template <typename Visit>
-void forEachMatch(const EditScript& script, size_t leftSize, Visit visit) {
-  uint32_t b = 0;
-  for (uint32_t a = 0; a < leftSize; ++a) {
-    if (script.changed[0][a]) continue;
-    while (script.changed[1][b]) ++b;
-    visit(a, b++);
-  }
+/// Where the run of unflagged elements from `at` on ends.
+size_t endOfRun(const std::vector<uint8_t>& changed, size_t at, size_t size) {
+  const void* const flag = std::memchr(changed.data() + at, 1, size - at);
+  return flag ? static_cast<size_t>(static_cast<const uint8_t*>(flag) - changed.data()) : size;
 }
 
 }  // namespace
 
 void NormalisedLine::assign(std::string_view line, const CompareOptions& options) {
-  characters.clear();
-  sources.clear();
+  plain_ = options.comparesBytes();
+  characters_ = line;
+  if (plain_) return;
+  kept_.clear();
+  sources_.clear();
   const uint32_t blanks = options.ignoreBlanks;
   size_t begin = 0;
   size_t end = line.size();
@@ -35,8 +34,8 @@ void NormalisedLine::assign(std::string_view line, const CompareOptions& options
       while (end > begin && isBlank(line[end - 1])) --end;
     }
   }
-  characters.reserve(end - begin);
-  sources.reserve(end - begin);
+  kept_.reserve(end - begin);
+  sources_.reserve(end - begin);
   bool inBlankRun = false;
   for (size_t i = begin; i < end; ++i) {
     char c = line[i];
@@ -50,8 +49,20 @@ void NormalisedLine::assign(std::string_view line, const CompareOptions& options
     } else {
       inBlankRun = false;
     }
-    characters += options.ignoreCase ? foldCase(c) : c;
-    sources.push_back(static_cast<uint32_t>(i));
+    kept_ += options.ignoreCase ? foldCase(c) : c;
+    sources_.push_back(static_cast<uint32_t>(i));
+  }
+  characters_ = kept_;
+}
+
+void NormalisedLine::setMarks(const std::vector<uint8_t>& changed, std::span<uint8_t> marks) const {
+  const uint8_t* const flags = changed.data();
+  uint8_t* const to = marks.data();
+  const size_t count = characters_.size();
+  if (plain_) {
+    for (size_t i = 0; i < count; ++i) to[i] = static_cast<uint8_t>(flags[i] * kDiffersMark);
+  } else {
+    for (size_t i = 0; i < count; ++i) to[sources_[i]] = static_cast<uint8_t>(flags[i] * kDiffersMark);
   }
 }
 
@@ -60,38 +71,43 @@ bool ChangedLineTest::compare(std::string_view left, std::string_view right, Row
   if (!options_.compareChanges) return false;
   lines_[0].assign(left, options_);
   lines_[1].assign(right, options_);
-  const std::string& a = lines_[0].characters;
-  const std::string& b = lines_[1].characters;
-  if (!findEditScript(std::span<const char>(a), std::span<const char>(b), abort_, script_)) return false;
+  const std::string_view a = lines_[0].characters();
+  const std::string_view b = lines_[1].characters();
   const uint64_t total = uint64_t{left.size()} + right.size();
-  if (total > 2 * kMinimumRun && matchedInRuns() * 200 / total < kSimilarityPercent) return false;
+  const auto alike = [total](uint64_t matched) {
+    return total <= 2 * kMinimumRun || matched * 200 / total >= kSimilarityPercent;
+  };
+  // No script matches more than this, in runs or not: most lines that are unlike need no script.
+  const std::optional<uint32_t> common = common_.count(a, b);
+  if (common && !alike(*common)) return false;
+  if (!findEditScript(std::span<const char>(a), std::span<const char>(b), abort_, script_)) return false;
+  if (!alike(matchedInRuns())) return false;
   marks = RowMarks::allocate(static_cast<uint32_t>(left.size()), static_cast<uint32_t>(right.size()));
   if (!marks.none()) setMarks(marks);
   return true;
 }
 
 uint64_t ChangedLineTest::matchedInRuns() const {
+  const size_t sizes[2] = {lines_[0].characters().size(), lines_[1].characters().size()};
   uint64_t sum = 0;
-  uint64_t run = 0;
-  // So that a first pair of (0, 0) continues a run that is empty so far.
-  uint32_t nextA = 0, nextB = 0;
-  forEachMatch(script_, lines_[0].characters.size(), [&](uint32_t a, uint32_t b) {
-    run = a == nextA && b == nextB ? run + 1 : 1;
-    if (run == kMinimumRun) sum += kMinimumRun;
-    if (run > kMinimumRun) ++sum;
-    nextA = a + 1;
-    nextB = b + 1;
-  });
-  return sum;
+  size_t at[2] = {0, 0}, ends[2] = {0, 0};
+  for (;;) {
+    for (const int side : {0, 1}) {
+      if (at[side] < ends[side]) continue;
+      while (script_.changed[side][at[side]]) ++at[side];
+      // There are as many unflagged on either side.
+      if (at[side] == sizes[side]) return sum;
+      ends[side] = endOfRun(script_.changed[side], at[side], sizes[side]);
+    }
+    const size_t run = std::min(ends[0] - at[0], ends[1] - at[1]);
+    if (run >= kMinimumRun) sum += run;
+    for (size_t& position : at) position += run;
+  }
 }
 
 void ChangedLineTest::setMarks(RowMarks& marks) const {
   for (const int side : {0, 1}) {
-    const std::span<uint8_t> bytes = marks.side(side);
-    const NormalisedLine& line = lines_[side];
-    for (size_t i = 0; i < line.sources.size(); ++i) {
-      if (script_.changed[side][i]) bytes[line.sources[i]] = kDiffersMark;
-    }
+    lines_[side].setMarks(script_.changed[side], marks.side(side));
   }
 }
 

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "engine/abort_flag.h"
+#include "engine/common_characters.h"
 #include "engine/compare_options.h"
 #include "engine/diff_model.h"
 #include "engine/edit_script.h"
@@ -13,11 +15,21 @@
 namespace merivane {
 
 /// A line as an in-line comparison sees it under the options, and where each of its characters came from.
-struct NormalisedLine {
-  std::string characters;
-  std::vector<uint32_t> sources;  // for each character its index in the line
-
+class NormalisedLine {
+ public:
+  /// `line` must outlive the use of this.
   void assign(std::string_view line, const CompareOptions& options);
+
+  std::string_view characters() const { return characters_; }
+
+  /// Marks those bytes of the line, unmarked so far, whose characters are flagged.
+  void setMarks(const std::vector<uint8_t>& changed, std::span<uint8_t> marks) const;
+
+ private:
+  bool plain_ = true;  // the line as it is
+  std::string_view characters_;
+  std::string kept_;
+  std::vector<uint32_t> sources_;  // the index in the line of each character that was kept
 };
 
 /// Decides whether a left and a right line are one changed line, and which of their characters differ. The
@@ -40,6 +52,7 @@ class ChangedLineTest {
   const CompareOptions options_;
   const AbortFlag* const abort_;
   NormalisedLine lines_[2];
+  CommonCharacters common_;
   EditScript script_;
 };
 

@@ -15,8 +15,8 @@ namespace merivane {
 /// Answers success, outOfMemory or cancelled; only success changes `model`, which then holds at least one
 /// row, numbered and counted. A null flag never cancels.
 ///
-/// Memory besides the texts: 17 bytes a line and side while the lines are compared, then 32 bytes a row
-/// (64-bit; 24 bytes on 32-bit), and the marks.
+/// Memory besides the texts: 17 bytes a line and side while the lines are compared, and where they differ
+/// much what findEditScript() takes; then 32 bytes a row (64-bit; 24 bytes on 32-bit), and the marks.
 Result compareTexts(std::string_view left, std::string_view right, const CompareOptions& options,
                     const AbortFlag* abort, DiffModel& model);
 

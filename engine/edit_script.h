@@ -14,22 +14,33 @@ struct EditScript {
   std::vector<uint8_t> changed[2];  // one longer than the sequence; the last flag is always 0
 };
 
-/// Finds the shortest edit script by divide and conquer on the middle snake, in linear space
-/// (E. W. Myers, "An O(ND) Difference Algorithm and Its Variations", Algorithmica 1, 1986). Of several
-/// shortest scripts it gives always the same one: the split is the first meeting of the two searches, on
-/// the highest diagonal where the forward one finds it. There is no cost limit and no heuristic.
+/// When findEditScript() takes which way through a box; none of it changes the script. The defaults are
+/// fitted to measured times, in steps of the plain search.
+struct SearchCosts {
+  // What the plain search may take before anything else is thought of is the larger of these two.
+  double leastPlainSteps = 4000;
+  double plainStepsPerElement = 4;
+  double perCell = 1;    // of a search for crossings diagonal by diagonal
+  double perMatch = 20;  // of a sparse search, besides the logarithm
+  double perRow = 50;    // of a bit-parallel search,
+  double perBlock = 3;   // and for each block of the row
+};
+
+/// Finds the shortest edit script by divide and conquer, in linear space. Of several shortest scripts it
+/// gives always the same one: the one that the middle snakes of Myers' search lead to, see DiagonalSearch.
+/// There is no cost limit and no heuristic; where that search would take long, the same splits are found in
+/// another way, whichever costs least for the box at hand.
 ///
-/// Time O((N + M) D), with D flagged elements; memory 8 bytes for each element that differs from the other
-/// side's after the common start and end are taken off, besides the flags. Throws std::bad_alloc; a run of
-/// 2^31 elements or more on both sides together is refused in the same way. A null flag never aborts.
-/// False when the flag was raised; the script then means nothing.
+/// Memory: at most 120 bytes an element. Throws std::bad_alloc; 2^31 elements or more on both sides together
+/// are refused in the same way. A null flag never aborts. False when the flag was raised; the script then
+/// means nothing.
 template <typename Element>
 bool findEditScript(std::span<const Element> left, std::span<const Element> right, const AbortFlag* abort,
-                    EditScript& script);
+                    EditScript& script, const SearchCosts& costs = {});
 
 extern template bool findEditScript(std::span<const uint32_t>, std::span<const uint32_t>, const AbortFlag*,
-                                    EditScript&);
+                                    EditScript&, const SearchCosts&);
 extern template bool findEditScript(std::span<const char>, std::span<const char>, const AbortFlag*,
-                                    EditScript&);
+                                    EditScript&, const SearchCosts&);
 
 }  // namespace merivane

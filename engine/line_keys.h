@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/abort_flag.h"
 #include "engine/compare_options.h"
 
 namespace merivane {
@@ -22,7 +23,8 @@ struct LineTable {
 /// one. Different lines with one key are accepted as equal.
 uint32_t lineKey(std::string_view line, const CompareOptions& options);
 
-/// Tables a text of at most ByteArray::maxSize bytes: 8 bytes of memory a line. Throws std::bad_alloc.
-LineTable tableLines(std::string_view text, const CompareOptions& options);
+/// Tables a text of at most ByteArray::maxSize bytes: 8 bytes of memory a line. Throws std::bad_alloc. When
+/// the flag is raised meanwhile the table means nothing; a null flag never aborts.
+LineTable tableLines(std::string_view text, const CompareOptions& options, const AbortFlag* abort = nullptr);
 
 }  // namespace merivane

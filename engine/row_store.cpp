@@ -1,5 +1,7 @@
 #include "engine/row_store.h"
 
+#include <algorithm>
+
 namespace merivane {
 
 RowMarks RowMarks::allocate(uint32_t leftLength, uint32_t rightLength) {
@@ -67,6 +69,10 @@ void RowStore::replace(RowRange range, RowStore&& replacement) {
 }
 
 void RowStore::moveGap(uint32_t row) {
+  if (gapSize_ == 0 && behind_ == Shift()) {
+    gapStart_ = row;
+    return;
+  }
   const auto cross = [this](uint32_t to, uint32_t from, uint32_t sign) {
     DiffRow& moved = rows_[to];
     if (gapSize_ != 0) moved = std::move(rows_[from]);
@@ -82,11 +88,10 @@ void RowStore::moveGap(uint32_t row) {
   }
 }
 
-/// Makes the gap at least this large, and larger by a share of the rows, so that a run of insertions moves
-/// every row a fixed number of times at most.
+/// Makes the gap at least this large.
 void RowStore::growGap(uint32_t size) {
   const size_t rows = this->size();
-  const size_t grown = rows + size + rows / 16 + 64;
+  const size_t grown = rows + std::max<size_t>(size, gapFor(rows));
   rows_.reserve(grown);
   rows_.resize(grown);
   const size_t oldGapEnd = gapStart_ + gapSize_;

@@ -68,7 +68,8 @@ class RowStore {
   RowStore(RowStore&& other) noexcept { *this = std::move(other); }
   RowStore& operator=(RowStore&& other) noexcept;
 
-  void reserve(size_t rows) { rows_.reserve(rows + gapSize_); }
+  /// Makes room for this many rows and for a gap among them.
+  void reserve(size_t rows) { rows_.reserve(rows + gapFor(rows)); }
   void append(DiffRow&& row);
 
   uint32_t size() const { return static_cast<uint32_t>(rows_.size()) - gapSize_; }
@@ -100,7 +101,12 @@ class RowStore {
   struct Shift {
     uint32_t position[2] = {0, 0};
     uint32_t lines[2] = {0, 0};
+    bool operator==(const Shift&) const = default;
   };
+
+  /// How large a gap is made among so many rows: a share of them, so that a run of insertions moves every row
+  /// a fixed number of times at most.
+  static size_t gapFor(size_t rows) { return rows / 16 + 64; }
 
   uint32_t index(uint32_t row) const { return row < gapStart_ ? row : row + gapSize_; }
   void moveGap(uint32_t row);

@@ -38,7 +38,7 @@ void TextBuffer::erase(uint32_t pos, uint32_t n) {
   if (n > 0) replace(pos, n, {});
 }
 
-bool TextBuffer::reserve(uint32_t n) { return gapSize_ >= n || resizeGap(uint64_t{n} + kGapQuantum); }
+bool TextBuffer::reserve(uint32_t n) { return gapSize_ >= n || resizeGap(uint64_t{n} + quantum()); }
 
 void TextBuffer::replace(uint32_t pos, uint32_t removed, std::string_view bytes) {
   const auto n = static_cast<uint32_t>(bytes.size());
@@ -47,7 +47,8 @@ void TextBuffer::replace(uint32_t pos, uint32_t removed, std::string_view bytes)
   gapStart_ += n;
   gapSize_ = gapSize_ - n + removed;
   length_ = length_ + n - removed;
-  if (gapSize_ > kGapQuantum) resizeGap(kGapQuantum);
+  // Only in a long text, where that moves much, a gap may grow to twice its size before it shrinks.
+  if (gapSize_ > (quantum() > kGapQuantum ? 2 * quantum() : kGapQuantum)) resizeGap(quantum());
 }
 
 TextBuffer::Stretch TextBuffer::stretch(uint32_t a, uint32_t b) const {
@@ -80,6 +81,8 @@ bool TextBuffer::extract(uint32_t a, uint32_t b, ByteArray& copy) const {
   if (!text.tail.empty()) std::memcpy(copy.data() + text.head.size(), text.tail.data(), text.tail.size());
   return true;
 }
+
+uint32_t TextBuffer::quantum() const { return std::max(kGapQuantum, length_ / kGapShare); }
 
 void TextBuffer::moveGap(uint32_t to) {
   if (to == gapStart_) return;

@@ -15,7 +15,10 @@ namespace merivane {
 /// memory, or of 32-bit positions, and changed nothing; telling the user is the caller's.
 class TextBuffer {
  public:
+  /// The gap that is made where one is needed; a share of a long text, so that a run of edits moves the text
+  /// behind it seldom.
   static constexpr uint32_t kGapQuantum = 2048;
+  static constexpr uint32_t kGapShare = 32;
 
   TextBuffer() { clear(); }
 
@@ -65,6 +68,7 @@ class TextBuffer {
   bool extract(uint32_t a, uint32_t b, ByteArray& copy) const;
 
  private:
+  uint32_t quantum() const;
   void moveGap(uint32_t to);
   bool resizeGap(uint64_t size);
 

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
-#include <future>
 #include <numeric>
 
 #include "tests/support/failing_allocator.h"
@@ -114,22 +112,6 @@ TYPED_TEST(EditScriptTest, StopsWhenAskedTo) {
     EXPECT_FALSE(
         findEditScript(std::span<const TypeParam>(same), std::span<const TypeParam>(other), &abort, script));
   }
-}
-
-TEST(EditScriptAbort, IsHeededFromAnotherThread) {
-  // Nothing in common, so that a search would go on for a minute.
-  std::vector<uint32_t> left(200000), right(200000);
-  std::iota(left.begin(), left.end(), 0);
-  std::iota(right.begin(), right.end(), 1000000);
-  AbortFlag abort;
-  auto search = std::async(std::launch::async, [&] {
-    EditScript script;
-    return findEditScript(std::span<const uint32_t>(left), std::span<const uint32_t>(right), &abort, script);
-  });
-  EXPECT_EQ(search.wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
-  abort.raise();
-  ASSERT_EQ(search.wait_for(std::chrono::seconds(10)), std::future_status::ready);
-  EXPECT_FALSE(search.get());
 }
 
 }  // namespace

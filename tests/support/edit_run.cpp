@@ -112,13 +112,22 @@ void EditRun::merge(const Choice& below) {
 }
 
 bool EditRun::mergeAll(int to, const Choice& below) {
-  uint32_t left = 10 * (view_->rowCount() + 10);
-  while (view_->model().differingRows() > 0) {
-    if (left-- == 0) return false;
+  const DiffModel& model = view_->model();
+  const uint32_t anyOrder = model.rowCount(), limit = 10 * (model.rowCount() + 10);
+  for (uint32_t done = 0; model.differingRows() > 0; ++done) {
+    if (done == limit) return false;
     if (below(2) == 0) view_->activate(1 - view_->activeSide());
-    uint32_t row = below(view_->rowCount());
-    while (view_->model().status(row) == RowStatus::same) row = (row + 1) % view_->rowCount();
-    const bool copies = canCopyTo(to, false, view_->model().status(row));
+    const auto next = [&model](uint32_t row, auto isSought) {
+      for (uint32_t i = 0; i < model.rowCount() && !isSought(model.status(row)); ++i) {
+        row = (row + 1) % model.rowCount();
+      }
+      return row;
+    };
+    uint32_t row = next(below(model.rowCount()), [](RowStatus status) { return status != RowStatus::same; });
+    // A last line without a line end gets one where it is copied before others, and is then a difference
+    // again. That can go round and round unless those others go first.
+    if (done >= anyOrder) row = next(row, [to](RowStatus status) { return fillerSide(status) == 1 - to; });
+    const bool copies = canCopyTo(to, false, model.status(row));
     if (!copies) view_->activate(to);
     view_->goToRow(row);
     const BlockKind kind = below(2) == 0 ? BlockKind::line : BlockKind::difference;

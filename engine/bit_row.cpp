@@ -1,0 +1,71 @@
+#include "engine/bit_row.h"
+
+#include <immintrin.h>
+
+namespace merivane {
+namespace {
+
+/// What to add to the four words of a block for each set of those that get a carry.
+struct Increments {
+  alignas(32) BitBlock of[16] = {};
+
+  constexpr Increments() {
+    for (uint32_t set = 0; set < 16; ++set) {
+      for (uint32_t word = 0; word < 4; ++word) of[set].words[word] = (set >> word) & 1;
+    }
+  }
+};
+constexpr Increments kIncrements;
+
+/// All four words at once. Which of them get a carry is itself an addition, of a bit a word: those that make
+/// one and those that would pass one on, being full.
+[[gnu::target("avx2")]] bool advanceWide(BitBlock* row, const BitBlock* matches, int32_t* lengths,
+                                         size_t count, bool carry) {
+  const __m256i full = _mm256_set1_epi64x(-1);
+  uint32_t carried = carry;
+  for (size_t block = 0; block < count; ++block) {
+    lengths[block] += static_cast<int32_t>(carried);
+    auto* const place = reinterpret_cast<__m256i*>(row + block);
+    const __m256i bits = _mm256_loadu_si256(place);
+    const __m256i common =
+        _mm256_and_si256(bits, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(matches + block)));
+    const __m256i sum = _mm256_add_epi64(bits, common);
+    const __m256i overflow = _mm256_or_si256(common, _mm256_andnot_si256(sum, bits));
+    const auto making = static_cast<uint32_t>(_mm256_movemask_pd(_mm256_castsi256_pd(overflow)));
+    const auto passing =
+        static_cast<uint32_t>(_mm256_movemask_pd(_mm256_castsi256_pd(_mm256_cmpeq_epi64(sum, full))));
+    const uint32_t carries = (2 * making + carried) + passing;
+    const auto* const increments =
+        reinterpret_cast<const __m256i*>(kIncrements.of + ((carries ^ passing) & 15));
+    carried = carries >> 4;
+    const __m256i next = _mm256_add_epi64(sum, _mm256_load_si256(increments));
+    _mm256_storeu_si256(place, _mm256_or_si256(next, _mm256_xor_si256(bits, common)));
+  }
+  return carried != 0;
+}
+
+}  // namespace
+
+bool advanceBlocksPortably(BitBlock* row, const BitBlock* matches, int32_t* lengths, size_t count,
+                           bool carry) {
+  uint64_t carried = carry;
+  for (size_t block = 0; block < count; ++block) {
+    lengths[block] += static_cast<int32_t>(carried);
+    for (int32_t word = 0; word < BitBlock::kWords; ++word) {
+      const uint64_t bits = row[block].words[word];
+      const uint64_t common = bits & matches[block].words[word];
+      const uint64_t sum = bits + common + carried;
+      // A carry leaves the top if both have a bit there, or if one has and the sum has not.
+      carried = (common | (bits & ~sum)) >> (BitBlock::kWordColumns - 1);
+      row[block].words[word] = sum | (bits ^ common);
+    }
+  }
+  return carried != 0;
+}
+
+bool advanceBlocks(BitBlock* row, const BitBlock* matches, int32_t* lengths, size_t count, bool carry) {
+  static const auto advance = __builtin_cpu_supports("avx2") ? advanceWide : advanceBlocksPortably;
+  return advance(row, matches, lengths, count, carry);
+}
+
+}  // namespace merivane

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace merivane {
+
+/// How many of the first, or of the last, `count` elements of two runs are equal up to the first that is not.
+/// Time: a step for each eight bytes.
+template <typename Element>
+size_t equalAtStart(const Element* left, const Element* right, size_t count) {
+  constexpr size_t atOnce = sizeof(uint64_t) / sizeof(Element);
+  size_t equal = 0;
+  for (; count - equal >= atOnce; equal += atOnce) {
+    uint64_t words[2];
+    std::memcpy(&words[0], left + equal, sizeof(uint64_t));
+    std::memcpy(&words[1], right + equal, sizeof(uint64_t));
+    if (words[0] != words[1]) break;
+  }
+  while (equal < count && left[equal] == right[equal]) ++equal;
+  return equal;
+}
+
+/// `left` and `right` are where the runs end.
+template <typename Element>
+size_t equalAtEnd(const Element* left, const Element* right, size_t count) {
+  constexpr size_t atOnce = sizeof(uint64_t) / sizeof(Element);
+  size_t equal = 0;
+  for (; count - equal >= atOnce; equal += atOnce) {
+    uint64_t words[2];
+    std::memcpy(&words[0], left - equal - atOnce, sizeof(uint64_t));
+    std::memcpy(&words[1], right - equal - atOnce, sizeof(uint64_t));
+    if (words[0] != words[1]) break;
+  }
+  while (equal < count &&
+         left[-1 - static_cast<ptrdiff_t>(equal)] == right[-1 - static_cast<ptrdiff_t>(equal)]) {
+    ++equal;
+  }
+  return equal;
+}
+
+}  // namespace merivane

@@ -1,0 +1,144 @@
+#include "engine/sparse_matches.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace merivane {
+namespace {
+
+struct Match {
+  int32_t x, y;  // in the box
+};
+
+/// All matches by ascending x, and by descending y where x is the same.
+std::vector<Match> listMatches(const MatchedBox& box) {
+  std::vector<uint32_t> starts(box.classCount + 1, 0);
+  for (const uint32_t c : box.classes[1]) ++starts[c + 1];
+  for (uint32_t c = 0; c < box.classCount; ++c) starts[c + 1] += starts[c];
+  std::vector<uint32_t> next(starts.begin(), starts.end() - 1);
+  std::vector<int32_t> occurrences(box.classes[1].size());
+  for (size_t j = 0; j < occurrences.size(); ++j)
+    occurrences[next[box.classes[1][j]]++] = box.high(1, static_cast<int32_t>(j));
+
+  std::vector<Match> matches;
+  matches.reserve(static_cast<size_t>(box.matches));
+  for (size_t i = 0; i < box.classes[0].size(); ++i) {
+    const uint32_t c = box.classes[0][i];
+    for (uint32_t at = starts[c + 1]; at > starts[c]; --at) {
+      matches.push_back({box.high(0, static_cast<int32_t>(i)), occurrences[at - 1]});
+    }
+  }
+  return matches;
+}
+
+/// For each match the length of the longest chain that it ends. A chain's matches ascend in x and y both;
+/// `matches` come in an order in which what may follow a match in a chain comes after it, and matches of one
+/// x never chain. With `Mirror` the box is read from its end.
+template <bool Mirror>
+bool rankMatches(const std::vector<Match>& matches, const AbortFlag* abort, std::vector<int32_t>& ranks,
+                 int32_t& longest) {
+  std::vector<int32_t> ends;  // of all chains of length r + 1 so far the least y that one ends with
+  ranks.resize(matches.size());
+  const size_t count = matches.size();
+  for (size_t n = 0; n < count; ++n) {
+    if ((n & 0xFFFF) == 0 && isRaised(abort)) return false;
+    const size_t at = Mirror ? count - 1 - n : n;
+    const int32_t y = Mirror ? -matches[at].y : matches[at].y;
+    const auto place = std::lower_bound(ends.begin(), ends.end(), y);
+    ranks[at] = static_cast<int32_t>(place - ends.begin()) + 1;
+    if (place == ends.end()) {
+      ends.push_back(y);
+    } else {
+      *place = y;
+    }
+  }
+  longest = static_cast<int32_t>(ends.size());
+  return true;
+}
+
+/// Ranges of x, ascending at both ends.
+struct Range {
+  int32_t first, last;
+
+  bool empty() const { return first > last; }
+};
+
+/// The last x that lies in a range of both lists; -1 if there is none.
+int32_t lastInBoth(const std::vector<Range>& left, const std::vector<Range>& right) {
+  auto l = left.rbegin();
+  auto r = right.rbegin();
+  while (l != left.rend() && r != right.rend()) {
+    if (l->empty()) {
+      ++l;
+    } else if (r->empty()) {
+      ++r;
+    } else {
+      const int32_t last = std::min(l->last, r->last);
+      if (last >= l->first && last >= r->first) return last;
+      if (l->last > last) {
+        ++l;
+      } else {
+        ++r;
+      }
+    }
+  }
+  return -1;
+}
+
+}  // namespace
+
+bool splitBySparseMatches(const MatchedBox& box, const AbortFlag* abort, Split& split) {
+  std::vector<Match> matches = listMatches(box);
+  std::vector<int32_t> fromStart, fromEnd;
+  int32_t longest = 0;
+  if (!rankMatches<false>(matches, abort, fromStart, longest)) return false;
+  if (!rankMatches<true>(matches, abort, fromEnd, longest)) return false;
+
+  // The matches of the longest chains, by rank; within a rank x ascends and y descends.
+  const size_t ranks = static_cast<size_t>(longest) + 2;
+  std::vector<uint32_t> starts(ranks + 1, 0);
+  const auto onLongest = [&](size_t at) { return fromStart[at] + fromEnd[at] == longest + 1; };
+  for (size_t at = 0; at < matches.size(); ++at) {
+    if (onLongest(at)) ++starts[static_cast<size_t>(fromStart[at]) + 1];
+  }
+  // Two matches that are none, at the box's corners, are rank 0 and the rank behind the last.
+  starts[1] = 1;
+  starts[ranks] = 1;
+  for (size_t rank = 0; rank < ranks; ++rank) starts[rank + 1] += starts[rank];
+  std::vector<Match> ranked(starts[ranks]);
+  std::vector<uint32_t> next(starts.begin(), starts.end() - 1);
+  ranked.front() = {-1, -1};
+  ranked.back() = {box.sizes[0], box.sizes[1]};
+  for (size_t at = 0; at < matches.size(); ++at) {
+    if (onLongest(at)) ranked[next[static_cast<size_t>(fromStart[at])]++] = matches[at];
+  }
+
+  const int32_t edits = box.sizes[0] + box.sizes[1] - 2 * longest;
+  const int32_t before = (edits + 1) / 2;
+  const bool odd = (edits & 1) != 0;
+  split = {{-1, -1}, edits};
+  std::vector<Range> behind, ahead;
+  for (int32_t rank = 0; rank <= longest; ++rank) {
+    // The points behind a match of this rank and before one of the next that have half the edits behind them.
+    const int32_t sum = before + 2 * rank;
+    behind.clear();
+    ahead.clear();
+    const size_t r = static_cast<size_t>(rank);
+    for (uint32_t at = starts[r]; at < starts[r + 1]; ++at) {
+      behind.push_back({ranked[at].x + 1, sum - ranked[at].y - 1});
+    }
+    for (uint32_t at = starts[r + 1]; at < starts[r + 2]; ++at) {
+      ahead.push_back({sum - ranked[at].y, ranked[at].x});
+    }
+    const int32_t x = lastInBoth(behind, ahead);
+    if (x < 0) continue;
+    // Of equal diagonals the further point stands if the edits are odd, else the nearer one.
+    const int32_t diagonal = 2 * x - sum;
+    const int32_t bestDiagonal = split.at.x - split.at.y;
+    if (split.at.x < 0 || diagonal > bestDiagonal || (diagonal == bestDiagonal && odd))
+      split.at = {x, sum - x};
+  }
+  return true;
+}
+
+}  // namespace merivane

@@ -1,0 +1,201 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstring>
+#include <future>
+#include <numeric>
+#include <thread>
+
+#include "engine/bit_row.h"
+#include "engine/common_characters.h"
+#include "engine/edit_script.h"
+#include "engine/line_keys.h"
+#include "tests/support/corpus.h"
+#include "tests/support/random.h"
+#include "tests/support/reference_diff.h"
+
+namespace merivane {
+namespace {
+
+using Sequence = std::vector<uint32_t>;
+
+struct Way {
+  const char* name;
+  SearchCosts costs;
+};
+
+/// Costs under which a search takes one way wherever it can.
+const std::vector<Way>& ways() {
+  constexpr double never = 1e12, always = 1e-9;
+  static const std::vector<Way> all = {
+      {"as fitted", {}},
+      {"plain", {.leastPlainSteps = 1e15}},
+      {"plain, then any", {.leastPlainSteps = 20, .plainStepsPerElement = 0.5}},
+      {"diagonals", {.leastPlainSteps = 0, .plainStepsPerElement = 0, .perMatch = never, .perRow = never}},
+      {"sparse", {.leastPlainSteps = 0, .plainStepsPerElement = 0, .perMatch = always, .perRow = never}},
+      {"bit-parallel",
+       {.leastPlainSteps = 0,
+        .plainStepsPerElement = 0,
+        .perMatch = never,
+        .perRow = always,
+        .perBlock = always}},
+  };
+  return all;
+}
+
+EditScript scriptOf(const Sequence& left, const Sequence& right, const SearchCosts& costs) {
+  EditScript script;
+  EXPECT_TRUE(findEditScript(std::span(left), std::span(right), nullptr, script, costs));
+  return script;
+}
+
+class EditScriptSearch : public testing::Test {
+ protected:
+  /// All ways against the reference.
+  void check(const Sequence& left, const Sequence& right) {
+    const ReferenceDiff<uint32_t> reference{std::span(left), std::span(right)};
+    for (const Way& way : ways()) {
+      const EditScript script = scriptOf(left, right, way.costs);
+      for (const int side : {0, 1}) {
+        ASSERT_EQ(script.changed[side], reference.changed[side])
+            << way.name << ", " << testing::PrintToString(left) << " " << testing::PrintToString(right);
+      }
+    }
+  }
+
+  /// Of an alphabet, or with `unique` in ten never seen again on either side.
+  Sequence sequence(uint32_t alphabet, uint32_t size, uint32_t unique) {
+    Sequence result(size);
+    for (uint32_t& element : result) element = random_.below(10) < unique ? next_++ : random_.below(alphabet);
+    return result;
+  }
+
+  Sequence halfChanged(Sequence other, uint32_t alphabet, uint32_t unique) {
+    for (size_t at = 0; at < other.size();) {
+      const size_t end = std::min<size_t>(at + 1 + random_.below(8), other.size());
+      if (random_.below(2) == 0) {
+        const Sequence fresh = sequence(alphabet, static_cast<uint32_t>(end - at), unique);
+        std::copy(fresh.begin(), fresh.end(), other.begin() + static_cast<ptrdiff_t>(at));
+      }
+      at = end + random_.below(8);
+    }
+    return other;
+  }
+
+  Sequence shuffled(Sequence sequence) {
+    for (size_t i = sequence.size(); i > 1; --i)
+      std::swap(sequence[i - 1], sequence[random_.below(uint32_t(i))]);
+    return sequence;
+  }
+
+  Sequence other(const Sequence& left, uint32_t alphabet, uint32_t unique) {
+    switch (random_.below(3)) {
+      case 0:
+        return sequence(alphabet, random_.below(static_cast<uint32_t>(2 * left.size() + 2)), unique);
+      case 1:
+        return shuffled(left);
+      default:
+        return halfChanged(left, alphabet, unique);
+    }
+  }
+
+  Random random_{31};
+  uint32_t next_ = 1000000;
+};
+
+TEST_F(EditScriptSearch, EveryWayGivesTheReferenceScript) {
+  for (int round = 0; round < 15000 && !HasFatalFailure(); ++round) {
+    const uint32_t alphabet = 1 + random_.below(9), unique = random_.below(3) * random_.below(4);
+    const Sequence left = sequence(alphabet, random_.below(32), unique);
+    check(left, other(left, alphabet, unique));
+  }
+}
+
+TEST_F(EditScriptSearch, EveryWayGivesTheReferenceScriptOfLongSequences) {
+  // Several blocks of columns; bands that leave blocks and come back to them.
+  for (const uint32_t alphabet : {2, 6, 50, 1000}) {
+    for (const uint32_t unique : {0, 3, 8}) {
+      const Sequence left = sequence(alphabet, 900 + random_.below(900), unique);
+      check(left, halfChanged(left, alphabet, unique));
+      check(left, shuffled(left));
+      check(left, sequence(alphabet, 300 + random_.below(1500), unique));
+      Sequence moved = left;
+      std::rotate(moved.begin(), moved.begin() + 600, moved.end());
+      check(left, halfChanged(moved, alphabet, unique));
+    }
+  }
+}
+
+TEST_F(EditScriptSearch, EveryWayGivesTheSameScriptOfRealFiles) {
+  for (const CorpusPair& pair : corpusPairs()) {
+    Sequence keys[2];
+    for (const int side : {0, 1}) keys[side] = tableLines(pair.texts[side].view(), {}).keys;
+    const EditScript first = scriptOf(keys[0], keys[1], {});
+    for (const Way& way : ways()) {
+      const EditScript script = scriptOf(keys[0], keys[1], way.costs);
+      for (const int side : {0, 1}) EXPECT_TRUE(script.changed[side] == first.changed[side]) << way.name;
+    }
+  }
+}
+
+TEST_F(EditScriptSearch, EveryWayStopsWhenAskedTo) {
+  // Too long for any of them to be done before.
+  const Sequence dense[2] = {sequence(3, 400000, 0), sequence(3, 400000, 0)};
+  Sequence distinct(2000000);
+  std::iota(distinct.begin(), distinct.end(), 0);
+  const Sequence sparse[2] = {distinct, shuffled(distinct)};
+  for (const Way& way : ways()) {
+    for (const auto& sides : {&dense, &sparse}) {
+      AbortFlag abort;
+      auto search = std::async(std::launch::async, [&] {
+        EditScript script;
+        return findEditScript(std::span((*sides)[0]), std::span((*sides)[1]), &abort, script, way.costs);
+      });
+      std::this_thread::sleep_for(std::chrono::milliseconds(random_.below(60)));
+      const auto asked = std::chrono::steady_clock::now();
+      abort.raise();
+      EXPECT_FALSE(search.get()) << way.name;
+      // Far above what it takes, because others may have the processor.
+      EXPECT_LT(std::chrono::steady_clock::now() - asked, std::chrono::seconds(1)) << way.name;
+    }
+  }
+}
+
+TEST(BitRow, IsTheSameWithWideWords) {
+  Random random(32);
+  for (int round = 0; round < 3000; ++round) {
+    BitBlock rows[2][3], matches[3];
+    int32_t lengths[2][3] = {};
+    for (int word = 0; word < 12; ++word) {
+      // Full and empty words too, through which carries run.
+      const uint64_t bits = uint64_t{random.below(0xFFFFFFFF)} << 32 | random.below(0xFFFFFFFF);
+      const uint64_t words[] = {bits, ~uint64_t{0}, 0};
+      rows[0][word / 4].words[word % 4] = rows[1][word / 4].words[word % 4] = words[random.below(3)];
+      matches[word / 4].words[word % 4] = random.below(2) == 0 ? bits & (bits >> 7) : words[random.below(3)];
+    }
+    const bool carry = random.below(2) == 0;
+    EXPECT_EQ(advanceBlocks(rows[0], matches, lengths[0], 3, carry),
+              advanceBlocksPortably(rows[1], matches, lengths[1], 3, carry));
+    EXPECT_EQ(0, std::memcmp(rows[0], rows[1], sizeof(rows[0])));
+    EXPECT_EQ(0, std::memcmp(lengths[0], lengths[1], sizeof(lengths[0])));
+  }
+}
+
+TEST(CommonCharacters, AreWhatTheReferenceMatches) {
+  Random random(33);
+  CommonCharacters common;
+  for (int round = 0; round < 20000; ++round) {
+    const std::string left = random.text("ab\xFF\n", 90), right = random.text("ab\xFF\n", 70);
+    const auto count = common.count(left, right);
+    if (!count) {
+      EXPECT_GT(std::min(left.size(), right.size()), 64u);
+      continue;
+    }
+    const ReferenceDiff<char> reference{std::span<const char>(left), std::span<const char>(right)};
+    EXPECT_EQ(*count, std::count(reference.changed[0].begin(), reference.changed[0].end() - 1, 0));
+  }
+}
+
+}  // namespace
+}  // namespace merivane
