@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 
+#include "base/texts.h"
 #include "base/win/window.h"
 #include "mergeview/merge_commands.h"
 #include "mergeview/side_commands.h"
@@ -121,6 +122,7 @@ class CompareWindow final : public Window,
   bool saveSide(int side);
   void saveAll();
   bool mayOverwrite(int side, const std::string& path);
+  bool warn(TextId question, const std::string& path) const;
   bool write(int side, const std::string& path);
   void showSaved();
   bool reportSaved(SystemError error) const;

@@ -109,7 +109,11 @@ bool CompareWindow::mayOverwrite(int side, const std::string& path) {
   const bool own = path == savedPaths_[side];
   const FileStamp known = own ? view_.documents().stamp[side] : FileStamp();
   if (!changedOnDisk(systemFiles(), path, known)) return true;
-  const TextId question = own ? TextId::changedOnDisk : TextId::fileExists;
+  return warn(own ? TextId::changedOnDisk : TextId::fileExists, path);
+}
+
+/// Asks whether to go on, the answer at hand being No.
+bool CompareWindow::warn(TextId question, const std::string& path) const {
   return showMessage(handle(), loadMessage(question, {path}), MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2) ==
          IDYES;
 }
@@ -173,14 +177,20 @@ void CompareWindow::onSideSaved(int side) {
 void CompareWindow::exportResults() {
   ExportDialog dialog(application_.settings);
   if (!dialog.run(handle())) return;
-  Documents& documents = view_.documents();
+  const Settings& settings = application_.settings;
   const std::string names[2] = {nameOf(0), nameOf(1)};
+  // A page of an earlier export is there to be replaced, a file that is being compared is not.
+  const auto isTarget = [&](const std::string& name) {
+    return lstrcmpiA(name.c_str(), settings.exportResults.c_str()) == 0;
+  };
+  const bool overCompared = isTarget(names[0]) || isTarget(names[1]);
+  if (overCompared && !warn(TextId::fileExists, settings.exportResults)) return;
+  Documents& documents = view_.documents();
   HtmlSide sides[2];
   for (const int side : {0, 1}) {
     TextBuffer& text = documents.text[side];
     sides[side] = {names[side], text.view(0, text.size()), documents.lineEndKind[side]};
   }
-  const Settings& settings = application_.settings;
   const SystemError error = exportHtml(systemFiles(), settings.exportResults, documents.model, sides,
                                        settings.htmlOptions(), dateAndTime());
   if (error != 0) showSystemError(handle(), TextId::couldNotExport, error);
