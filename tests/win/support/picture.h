@@ -1,0 +1,48 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace merivane {
+
+/// What a part of the screen shows.
+class Picture {
+ public:
+  /// A stretch of a column or row of one colour.
+  struct Run {
+    COLORREF colour;
+    int length;
+    bool operator==(const Run&) const = default;
+  };
+
+  /// Takes a picture of a part of the screen.
+  explicit Picture(const RECT& screenArea);
+
+  int width() const { return width_; }
+  int height() const { return height_; }
+  COLORREF at(int x, int y) const;
+
+  /// The colours of a column from the top, up to `end`.
+  std::vector<Run> column(int x, int end) const;
+
+  /// Whether a colour is to be seen between these lines.
+  bool shows(COLORREF colour, int top, int bottom) const;
+
+  /// Writes it as a BMP file.
+  void save(const std::string& path) const;
+
+ private:
+  int width_;
+  int height_;
+  std::vector<uint32_t> pixels_;  // 0x00RRGGBB, from the top
+};
+
+/// A picture of a window's client area, or of all of it, with whatever stands in front of it.
+Picture pictureOfClient(HWND window);
+Picture pictureOfWindow(HWND window);
+Picture pictureOfScreen();
+
+}  // namespace merivane
