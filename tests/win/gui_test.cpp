@@ -1,0 +1,66 @@
+#include "tests/win/gui_test.h"
+
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include "tests/win/support/picture.h"
+
+namespace merivane {
+
+void GuiTest::SetUp() {
+  clearSavedSettings();
+  char place[64];
+  snprintf(place, sizeof place, "0,%lx,%lx,%lx,%lx", kPlace.left, kPlace.top, kPlace.right, kPlace.bottom);
+  saveText("CompareWindow", place);
+  saveText("TipOfTheDay.ShowOnStartup", "false");
+}
+
+void GuiTest::TearDown() {
+  if (!HasFailure()) return;
+  const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
+  pictureOfScreen().save(programFolder() + "failed-" + name + ".bmp");
+}
+
+TextWindow GuiTest::start(const std::string& arguments) {
+  program_ = std::make_unique<Program>(arguments);
+  const HWND window = program_->window("CompareWindow");
+  if (window == nullptr) throw std::runtime_error("no window came");
+  return {*program_, window};
+}
+
+TextWindow GuiTest::startWith(const std::string& left, const std::string& right) {
+  const TextWindow window = start(quoted(left) + ' ' + quoted(right));
+  if (window.compared().empty()) throw std::runtime_error("the comparison did not end");
+  return window;
+}
+
+void GuiTest::quit(const TextWindow& window) {
+  window.run(Command::exit);
+  EXPECT_EQ(program_->exitCode(), 0u);
+}
+
+std::string pathOf(const std::string& name) {
+  char path[MAX_PATH];
+  return {path, GetFullPathNameA(name.c_str(), sizeof path, path, nullptr)};
+}
+
+std::string writeFile(const std::string& name, const std::string& bytes) {
+  std::ofstream(name, std::ios::binary) << bytes;
+  return pathOf(name);
+}
+
+std::string readFile(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+std::string quoted(const std::string& argument) { return '"' + argument + '"'; }
+
+std::string numberedLines(int count, const std::string& prefix) {
+  std::string lines;
+  for (int i = 1; i <= count; ++i) lines += prefix + ' ' + std::to_string(i) + "\r\n";
+  return lines;
+}
+
+}  // namespace merivane
