@@ -15,12 +15,22 @@ BITMAPINFOHEADER headerFor(int width, int height) {
   return header;
 }
 
+/// The part of an area that is on the screen: a maximized window's edges are not, and nothing at all can be
+/// read across the screen's edge.
+RECT onScreen(const RECT& area) {
+  const RECT screen = {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+  RECT visible = {};
+  IntersectRect(&visible, &area, &screen);
+  return visible;
+}
+
 }  // namespace
 
-Picture::Picture(const RECT& area)
-    : width_(area.right - area.left),
-      height_(area.bottom - area.top),
-      pixels_(static_cast<size_t>(width_) * static_cast<size_t>(height_)) {
+Picture::Picture(const RECT& screenArea) {
+  const RECT area = onScreen(screenArea);
+  width_ = area.right - area.left;
+  height_ = area.bottom - area.top;
+  pixels_.resize(static_cast<size_t>(width_) * static_cast<size_t>(height_));
   BITMAPINFO info = {};
   info.bmiHeader = headerFor(width_, height_);
   const HDC screen = GetDC(nullptr);

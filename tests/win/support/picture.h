@@ -18,8 +18,10 @@ class Picture {
     bool operator==(const Run&) const = default;
   };
 
-  /// Takes a picture of a part of the screen.
+  /// Takes a picture of what of an area is on the screen.
   explicit Picture(const RECT& screenArea);
+
+  bool operator==(const Picture&) const = default;
 
   int width() const { return width_; }
   int height() const { return height_; }
@@ -35,8 +37,8 @@ class Picture {
   void save(const std::string& path) const;
 
  private:
-  int width_;
-  int height_;
+  int width_ = 0;
+  int height_ = 0;
   std::vector<uint32_t> pixels_;  // 0x00RRGGBB, from the top
 };
 
