@@ -28,8 +28,9 @@ void CompareWindow::compare(const std::string& left, const std::string& right) {
 }
 
 void CompareWindow::startComparison() {
-  // The files are read anew, so that what was not saved would go.
-  if (job_ != nullptr || !mayClose()) return;
+  // The files are read anew, so that what was not saved would go: unlike closing, this is asked whatever the
+  // settings, as nobody expects it of a refresh.
+  if (job_ != nullptr || !merivane::mayClose(*this, true)) return;
   const std::string names[2] = {frame_.nameBoxes[0].text(), frame_.nameBoxes[1].text()};
   application_.keepBoxTexts(names);
   job_ = ComparisonJob::start(handle(), names, application_.settings.compareOptions());
