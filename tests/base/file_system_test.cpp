@@ -84,6 +84,17 @@ TEST_F(SystemFilesTest, TellsWhatAPathNames) {
   EXPECT_FALSE(files_.isWritable(path("missing")));
 }
 
+TEST_F(SystemFilesTest, StampsTellWhenAFileWasWritten) {
+  put("file", "text");
+  const FileStamp stamp = files_.stamp(path("file"));
+  EXPECT_TRUE(stamp.exists && stamp.size == 4);
+  EXPECT_EQ(files_.stamp(path("file")), stamp);
+  fs::last_write_time(folder_ / "file", fs::last_write_time(folder_ / "file") + std::chrono::seconds(2));
+  EXPECT_NE(files_.stamp(path("file")), stamp);
+  EXPECT_EQ(files_.stamp(path("missing")), FileStamp());
+  EXPECT_EQ(files_.stamp(folder_.string()), FileStamp());
+}
+
 TEST_F(SystemFilesTest, ReadsWholeFilesInPieces) {
   std::string text;
   for (uint32_t i = 0; i < 300000; ++i) text += static_cast<char>(i * i >> 3);
