@@ -8,6 +8,19 @@
 
 namespace merivane {
 
+uint64_t sharedCharacters(std::string_view left, std::string_view right) {
+  uint32_t unpaired[256] = {};
+  for (const char c : left) ++unpaired[static_cast<unsigned char>(c)];
+  uint64_t shared = 0;
+  for (const char c : right) {
+    uint32_t& count = unpaired[static_cast<unsigned char>(c)];
+    if (count == 0) continue;
+    --count;
+    ++shared;
+  }
+  return shared;
+}
+
 std::optional<uint32_t> CommonCharacters::count(std::string_view left, std::string_view right) {
   const size_t first = equalAtStart(left.data(), right.data(), std::min(left.size(), right.size()));
   left.remove_prefix(first);

@@ -6,6 +6,10 @@
 
 namespace merivane {
 
+/// How many characters two strings share in any order: no common subsequence is longer. Time: the characters
+/// of both strings.
+uint64_t sharedCharacters(std::string_view left, std::string_view right);
+
 /// The length of the longest common subsequence of two strings, where it is found cheaply: when, without what
 /// they have in common at both ends, one has at most 64 characters. The bits are those of BitBlock, a row in
 /// one word. Time: the characters of both strings.
