@@ -22,6 +22,7 @@ std::string currentFolder() {
 
 bool Application::InitApplication(const std::string& commandLine) {
   LoadSettings(store_, systemFacts(), settings);
+  printer.takeDefault(settings.printPortrait);
   // What needs it, shortcuts and drags, fails by itself without; comparing does not.
   oleStarted_ = SUCCEEDED(OleInitialize(nullptr));
   startFolder = currentFolder();

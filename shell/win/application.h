@@ -7,6 +7,7 @@
 #include "shell/settings.h"
 #include "shell/win/find_dialog.h"
 #include "shell/win/open_windows.h"
+#include "shell/win/printer_setup.h"
 #include "shell/win/registry_store.h"
 
 namespace merivane {
@@ -34,6 +35,7 @@ class Application {
   void keepBoxTexts(const std::string (&names)[2]);
 
   Settings settings;
+  PrinterSetup printer;
   OpenWindows windows;
   FindDialog findDialog{settings};
   HWND optionsDialog = nullptr;  // while open
