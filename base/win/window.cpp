@@ -114,4 +114,21 @@ LRESULT CALLBACK Window::windowProcedure(HWND handle, UINT message, WPARAM wPara
   return receive(handle, message, wParam, lParam, DefWindowProcA);
 }
 
+void setScrollBar(HWND window, int bar, int last, UINT page, int position) {
+  SCROLLINFO before = {};
+  before.cbSize = sizeof before;
+  before.fMask = SIF_PAGE | SIF_POS | SIF_RANGE;
+  if (GetScrollInfo(window, bar, &before) && before.nMin == 0 && before.nMax == last &&
+      before.nPage == page && before.nPos == position) {
+    return;
+  }
+  SCROLLINFO info = before;
+  info.fMask |= SIF_DISABLENOSCROLL;
+  info.nMin = 0;
+  info.nMax = last;
+  info.nPage = page;
+  info.nPos = position;
+  SetScrollInfo(window, bar, &info, TRUE);
+}
+
 }  // namespace merivane

@@ -91,4 +91,8 @@ class Window {
   HACCEL accelerators_ = nullptr;
 };
 
+/// Sets up a window's scroll bar, which stays where there is nothing to scroll. One that stands so already is
+/// left alone: it would be drawn again.
+void setScrollBar(HWND window, int bar, int last, UINT page, int position);
+
 }  // namespace merivane

@@ -196,13 +196,8 @@ void TextView::panesMoved() {
 }
 
 void TextView::updateScrollBars() {
-  SCROLLINFO info = {};
-  info.cbSize = sizeof info;
-  info.fMask = SIF_PAGE | SIF_POS | SIF_RANGE | SIF_DISABLENOSCROLL;
-  info.nMax = static_cast<int>(state_.rowCount() - 1);
-  info.nPage = state_.visibleRows();
-  info.nPos = static_cast<int>(state_.topRow());
-  SetScrollInfo(handle(), SB_VERT, &info, TRUE);
+  setScrollBar(handle(), SB_VERT, static_cast<int>(state_.rowCount() - 1), state_.visibleRows(),
+               static_cast<int>(state_.topRow()));
   owner_.onPanesMoved();
 }
 

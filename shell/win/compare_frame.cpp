@@ -112,13 +112,9 @@ const NameBox* CompareFrame::focusedNameBox() const {
 
 void CompareFrame::setScrollBar(int side) {
   const ViewState& state = view.state();
-  SCROLLINFO info = {};
-  info.cbSize = sizeof info;
-  info.fMask = SIF_PAGE | SIF_POS | SIF_RANGE | SIF_DISABLENOSCROLL;
-  info.nPage = state.visibleColumns(side);
-  info.nMax = static_cast<int>(state.maxHScroll(side) + info.nPage - 1);
-  info.nPos = static_cast<int>(state.hScroll(side));
-  SetScrollInfo(scrollBars_[side], SB_CTL, &info, TRUE);
+  const uint32_t page = state.visibleColumns(side);
+  merivane::setScrollBar(scrollBars_[side], SB_CTL, static_cast<int>(state.maxHScroll(side) + page - 1), page,
+                         static_cast<int>(state.hScroll(side)));
 }
 
 }  // namespace merivane

@@ -1,6 +1,6 @@
 // Measures how quick the window is: merivane-timing LEFT RIGHT prints, one a line and in seconds, the time
-// from start to the comparison shown, a page scrolled at the top and at the end of the files, and a jump to
-// the next difference there and there.
+// from start to the comparison shown, a page scrolled at the top and at the end of the files, a jump to the
+// next difference and one back, and a character typed in the middle until it is drawn.
 
 #include <windows.h>
 
@@ -60,6 +60,18 @@ double jump(const TextWindow& window, Command command) {
   });
 }
 
+/// Goes to the middle of the files, as a click on the summary bar does, and types there.
+double key(const TextWindow& window) {
+  const HWND summary = FindWindowExA(window.handle(), nullptr, "Summary", nullptr);
+  RECT area = {};
+  GetClientRect(summary, &area);
+  SendMessageA(summary, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(area.right / 2, area.bottom / 2));
+  return seconds(kRounds, [&] {
+    SendMessageA(window.view(), WM_CHAR, 'x', 1);
+    draw(window);
+  });
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -83,5 +95,6 @@ int main(int count, char** arguments) {
             << pageFrom(window, SB_BOTTOM, SB_PAGEUP) << "\n";
   std::cout << jump(window, Command::nextDiff) << "\n";
   std::cout << jump(window, Command::prevDiff) << "\n";
+  std::cout << key(window) << "\n";
   return 0;
 }
