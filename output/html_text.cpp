@@ -14,7 +14,7 @@ constexpr char kSpaceMark = '\xB7';
 constexpr auto kPlain = [] {
   std::array<bool, 256> plain{};
   for (size_t byte = ' ' + 1; byte < plain.size(); ++byte) plain[byte] = true;
-  for (const char c : {'&', '<', '>'}) plain[static_cast<size_t>(c)] = false;
+  for (const unsigned char c : {'&', '<', '>'}) plain[c] = false;
   return plain;
 }();
 
