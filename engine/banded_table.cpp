@@ -1,7 +1,7 @@
 #include "engine/banded_table.h"
 
 #include <algorithm>
-#include <utility>
+#include <bit>
 
 namespace merivane {
 namespace {
@@ -9,105 +9,115 @@ namespace {
 constexpr uint32_t kNoRow = 0xFFFFFFFF;
 constexpr BitBlock kNoGrowth{{~uint64_t{0}, ~uint64_t{0}, ~uint64_t{0}, ~uint64_t{0}}};
 
-/// What advanceBlocks() does with one block without matches: a carry ends in the first bit that it sets.
-bool passCarry(BitBlock& block) {
-  for (uint64_t& word : block.words) {
-    if (word == ~uint64_t{0}) continue;
-    word |= word + 1;
-    return false;
-  }
-  return true;
-}
-
-void setColumn(BitBlock* blocks, uint32_t column) {
-  uint64_t& word =
-      blocks[column / BitBlock::kColumns].words[column % BitBlock::kColumns / BitBlock::kWordColumns];
-  word |= uint64_t{1} << (column % BitBlock::kWordColumns);
+void setColumn(BitBlock* row, int32_t column) {
+  const auto at = static_cast<uint32_t>(column);
+  row->words[at / BitBlock::kWordColumns] |= uint64_t{1} << (at % BitBlock::kWordColumns);
 }
 
 }  // namespace
 
-BandedTable::BandedTable(const MatchedBox& box, const Limits& limits)
+BandedTable::BandedTable(const MatchedBox& box, int32_t matchedEdits)
     : box_(box),
-      limits_(limits),
       columns_(box.matched(1)),
       blocks_((static_cast<size_t>(columns_) + BitBlock::kColumns - 1) / BitBlock::kColumns),
-      bits_(blocks_, kNoGrowth),
-      lengths_(blocks_ + 1, 0),
+      bits_(blocks_),
       occurrences_(box.classes[1].size()),
-      begins_(box.classCount + 1, 0),
+      begins_(box.classCount + 2, 0),
       matchRow_(box.classCount, kNoRow) {
-  for (const uint32_t c : box.classes[1]) ++begins_[c + 1];
-  for (uint32_t c = 0; c < box.classCount; ++c) begins_[c + 1] += begins_[c];
-  ends_.assign(begins_.begin(), begins_.end() - 1);
-  for (uint32_t j = 0; j < occurrences_.size(); ++j) occurrences_[ends_[box.classes[1][j]]++] = j;
-  // There can be no more classes with a match or more a block than columns in a block.
+  // Counted two places further on, a place is where the next occurrence goes and then where the next class
+  // begins.
+  for (const uint32_t c : box.classes[1]) ++begins_[c + 2];
+  for (uint32_t c = 0; c < box.classCount; ++c) begins_[c + 2] += begins_[c + 1];
+  for (int32_t j = 0; j < columns_; ++j)
+    occurrences_[begins_[box.classes[1][static_cast<size_t>(j)] + 1]++] = j;
+  // A class has a row if it has half a match a block: there can be no more of these than twice the columns of
+  // a block.
+  uint32_t matchRows = 0;
   for (uint32_t c = 0; c < box.classCount; ++c) {
-    if (ends_[c] - begins_[c] < blocks_) continue;
-    matchRow_[c] = static_cast<uint32_t>(matches_.size() / blocks_);
-    matches_.resize(matches_.size() + blocks_, {});
-    for (uint32_t at = begins_[c]; at < ends_[c]; ++at)
-      setColumn(matches_.data() + matches_.size() - blocks_, occurrences_[at]);
+    if (2 * (begins_[c + 1] - begins_[c]) >= blocks_) matchRow_[c] = matchRows++;
   }
-  fitBand();
+  matches_.resize(matchRows * blocks_, {});
+  for (int32_t j = 0; j < columns_; ++j) {
+    const uint32_t row = matchRow_[box.classes[1][static_cast<size_t>(j)]];
+    if (row != kNoRow) setColumn(matches_.data() + row * blocks_, j);
+  }
+  limitTo(matchedEdits);
+  widen();
+}
+
+void BandedTable::limitTo(int32_t matchedEdits) {
+  const int32_t more = box_.matched(0) - columns_;
+  deletions_ = (matchedEdits + more) / 2;
+  insertions_ = (matchedEdits - more) / 2;
 }
 
 bool BandedTable::nextRow() {
-  const uint32_t c = box_.classes[0][static_cast<size_t>(row_)];
-  ++row_;
-  rowLow_ = box_.low(0, row_);
-  bool carry = false;
-  if (matchRow_[c] == kNoRow) {
-    carry = advanceByMatches(c);
-  } else if (first_ < last_) {
-    const BitBlock* const matches = matches_.data() + matchRow_[c] * blocks_;
-    carry = advanceBlocks(&bits_[first_], matches + first_, &lengths_[first_], last_ - first_, false);
+  const uint32_t c = box_.classes[0][static_cast<size_t>(band_.row)];
+  ++band_.row;
+  if (advance(c)) {
+    ++band_.high;
+    widen();
   }
-  lengths_[last_] += carry;
-  return fitBand();
+  constexpr int32_t rowsBetween = 32;  // a block too many does no harm for a while
+  if (band_.row % rowsBetween == 0) narrow();
+  return band_.row - band_.high <= deletions_;
 }
 
-/// As advanceBlocks() does for the band, but a block without a match and without a carry is not looked at.
-bool BandedTable::advanceByMatches(uint32_t matchClass) {
-  uint32_t at = begins_[matchClass];
-  const uint32_t end = ends_[matchClass];
-  while (at < end && occurrences_[at] / BitBlock::kColumns < first_) ++at;
-  begins_[matchClass] = at;
-  bool carry = false;
-  size_t block = first_;
-  for (;;) {
-    const size_t next = at < end ? std::min<size_t>(occurrences_[at] / BitBlock::kColumns, last_) : last_;
-    for (; carry && block < next; ++block) {
-      ++lengths_[block];
-      carry = passCarry(bits_[block]);
-    }
-    if (next == last_) return carry;
-    BitBlock matches = {};
-    block = next;
-    for (; at < end && occurrences_[at] / BitBlock::kColumns == block; ++at) {
-      setColumn(&matches, occurrences_[at] % BitBlock::kColumns);
-    }
-    carry = advanceBlocks(&bits_[block], &matches, &lengths_[block], 1, carry);
-    ++block;
+bool BandedTable::advance(uint32_t matchClass) {
+  if (matchRow_[matchClass] != kNoRow) {
+    return advanceBlocks(bits_.data() + band_.first,
+                         matches_.data() + matchRow_[matchClass] * blocks_ + band_.first,
+                         band_.last - band_.first);
+  }
+  const int32_t* first = occurrences_.data() + begins_[matchClass];
+  const int32_t* last = occurrences_.data() + begins_[matchClass + 1];
+  while (first < last && *first < column(band_.first)) ++first;
+  while (first < last && last[-1] >= column(band_.last)) --last;
+  return advanceByMatches(bits_.data(), {first, last}, band_.last);
+}
+
+/// Takes in the blocks that have come within the limit. Along a row the insertions grow.
+void BandedTable::widen() {
+  while (band_.last < blocks_ && column(band_.last) - band_.high <= insertions_) {
+    bits_[band_.last] = kNoGrowth;
+    ++band_.last;
   }
 }
 
-/// Whether no point of a block is within the limits. Along a row the deletions fall and the insertions grow.
-bool BandedTable::isBehindLimits(size_t block) const {
-  return row_ - lengths_[block + 1] > limits_.deletions ||
-         column(block) - lengths_[block] > limits_.insertions ||
-         rowLow_ + box_.low(1, column(block)) - lengths_[block] - lengths_[block + 1] > limits_.edits;
+/// Lets those go that are outside of it. Along a row the deletions fall, too.
+void BandedTable::narrow() {
+  for (; band_.first < band_.last; ++band_.first) {
+    const int32_t next = band_.low + growthsIn(bits_[band_.first]);
+    if (band_.row - next <= deletions_) break;
+    band_.low = next;
+  }
+  for (; band_.first < band_.last; --band_.last) {
+    const int32_t before = band_.high - growthsIn(bits_[band_.last - 1]);
+    if (column(band_.last - 1) - before <= insertions_) break;
+    band_.high = before;
+  }
 }
 
-bool BandedTable::fitBand() {
-  while (last_ < blocks_ && within(column(last_), lengths_[last_])) {
-    bits_[last_] = kNoGrowth;
-    lengths_[last_ + 1] = lengths_[last_];
-    ++last_;
+void BandedTable::goTo(const Band& band, const BitBlock* blocks, int32_t matchedEdits) {
+  limitTo(matchedEdits);
+  band_ = band;
+  std::copy(blocks, blocks + (band.last - band.first), bits_.begin() + static_cast<ptrdiff_t>(band.first));
+  narrow();
+}
+
+int32_t BandedTable::length(int32_t column) const {
+  const int32_t end =
+      std::min(column - BandedTable::column(band_.first), BandedTable::column(band_.last - band_.first));
+  if (end < 0) return -1;
+  int32_t length = band_.low;
+  const BitBlock* block = blocks();
+  int32_t at = 0;
+  for (; at + BitBlock::kColumns <= end; at += BitBlock::kColumns) length += growthsIn(*block++);
+  for (int32_t word = 0; at < end; ++word, at += BitBlock::kWordColumns) {
+    const int32_t beyond = std::max(BitBlock::kWordColumns - (end - at), 0);
+    length += std::popcount(~block->words[word] << beyond);
   }
-  while (first_ < last_ && isBehindLimits(first_)) ++first_;
-  while (first_ < last_ && isBehindLimits(last_ - 1)) --last_;
-  return first_ < last_ || (last_ == blocks_ && within(columns_, lengths_[blocks_]));
+  return length;
 }
 
 }  // namespace merivane

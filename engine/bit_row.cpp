@@ -2,6 +2,8 @@
 
 #include <immintrin.h>
 
+#include <bit>
+
 namespace merivane {
 namespace {
 
@@ -19,12 +21,10 @@ constexpr Increments kIncrements;
 
 /// All four words at once. Which of them get a carry is itself an addition, of a bit a word: those that make
 /// one and those that would pass one on, being full.
-[[gnu::target("avx2")]] bool advanceWide(BitBlock* row, const BitBlock* matches, int32_t* lengths,
-                                         size_t count, bool carry) {
+[[gnu::target("avx2")]] bool advanceWide(BitBlock* row, const BitBlock* matches, size_t count) {
   const __m256i full = _mm256_set1_epi64x(-1);
-  uint32_t carried = carry;
+  uint32_t carried = 0;
   for (size_t block = 0; block < count; ++block) {
-    lengths[block] += static_cast<int32_t>(carried);
     auto* const place = reinterpret_cast<__m256i*>(row + block);
     const __m256i bits = _mm256_loadu_si256(place);
     const __m256i common =
@@ -46,11 +46,9 @@ constexpr Increments kIncrements;
 
 }  // namespace
 
-bool advanceBlocksPortably(BitBlock* row, const BitBlock* matches, int32_t* lengths, size_t count,
-                           bool carry) {
-  uint64_t carried = carry;
+bool advanceBlocksPortably(BitBlock* row, const BitBlock* matches, size_t count) {
+  uint64_t carried = 0;
   for (size_t block = 0; block < count; ++block) {
-    lengths[block] += static_cast<int32_t>(carried);
     for (int32_t word = 0; word < BitBlock::kWords; ++word) {
       const uint64_t bits = row[block].words[word];
       const uint64_t common = bits & matches[block].words[word];
@@ -63,9 +61,37 @@ bool advanceBlocksPortably(BitBlock* row, const BitBlock* matches, int32_t* leng
   return carried != 0;
 }
 
-bool advanceBlocks(BitBlock* row, const BitBlock* matches, int32_t* lengths, size_t count, bool carry) {
+bool advanceBlocks(BitBlock* row, const BitBlock* matches, size_t count) {
   static const auto advance = __builtin_cpu_supports("avx2") ? advanceWide : advanceBlocksPortably;
-  return advance(row, matches, lengths, count, carry);
+  return advance(row, matches, count);
+}
+
+bool advanceByMatches(BitBlock* row, std::span<const int32_t> columns, size_t count) {
+  uint64_t* const words = row->words;
+  const size_t end = count * BitBlock::kWords;
+  bool grown = false;
+  // From the last on, so that what moves to one is there for the one before it.
+  for (size_t n = columns.size(); n-- > 0;) {
+    const auto column = static_cast<uint32_t>(columns[n]);
+    size_t at = column / BitBlock::kWordColumns;
+    const uint64_t match = uint64_t{1} << (column % BitBlock::kWordColumns);
+    if ((words[at] & match) == 0) continue;
+    uint64_t before = words[at] | (match - 1);
+    words[at] &= ~match;
+    while (before == ~uint64_t{0} && ++at < end) before = words[at];
+    if (at < end) {
+      words[at] |= ~before & (before + 1);
+    } else {
+      grown = true;
+    }
+  }
+  return grown;
+}
+
+int32_t growthsIn(const BitBlock& block) {
+  int32_t growths = 0;
+  for (const uint64_t word : block.words) growths += std::popcount(~word);
+  return growths;
 }
 
 }  // namespace merivane

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace merivane {
 
@@ -18,13 +19,18 @@ struct BitBlock {
 };
 
 /// Turns the blocks [0, count) into those of the row below. `matches` has a bit for every column whose
-/// element equals the row's. `carry`: whether the length at the first column is one more than in the row
-/// above; the answer is that for the column behind the last. Of each block `lengths` counts the same at its
-/// first column.
-bool advanceBlocks(BitBlock* row, const BitBlock* matches, int32_t* lengths, size_t count, bool carry);
+/// element equals the row's. True if the length behind the last column is one more than in the row above; at
+/// the first column it is taken to be the same.
+bool advanceBlocks(BitBlock* row, const BitBlock* matches, size_t count);
 
 /// The same with plain words, for processors without wide ones.
-bool advanceBlocksPortably(BitBlock* row, const BitBlock* matches, int32_t* lengths, size_t count,
-                           bool carry);
+bool advanceBlocksPortably(BitBlock* row, const BitBlock* matches, size_t count);
+
+/// The same for a row whose element equals that of few columns, ascending: the next place where the length
+/// grows moves to each of them.
+bool advanceByMatches(BitBlock* row, std::span<const int32_t> columns, size_t count);
+
+/// In how many columns of a block the length grows.
+int32_t growthsIn(const BitBlock& block);
 
 }  // namespace merivane

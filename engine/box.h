@@ -31,6 +31,9 @@ struct Point {
   int32_t x, y;
 };
 
+/// Of a box whose edits nobody has counted yet.
+constexpr int32_t kUnknown = -1;
+
 /// Where a search divides a box. `edits` are those of the box's shortest script; the part before the split
 /// has the larger half of them, (edits + 1) / 2.
 struct Split {

@@ -2,27 +2,26 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 namespace merivane {
 namespace {
 
-constexpr uint32_t kUnnumbered = 0xFFFFFFFF;
-
 /// Open addressing with a multiplicative hash: line keys are well spread in their low bits only by chance.
 class KeyTable {
  public:
-  explicit KeyTable(size_t keys) {
-    const size_t cells = std::bit_ceil(keys + keys / 2 + 2);
-    shift_ = 64 - std::countr_zero(cells);
-    cells_.assign(cells, {0, kFree});
+  explicit KeyTable(size_t keys) : cells_(std::bit_ceil(keys + keys / 4 + 2), Cell{0, kFree}) {
+    shift_ = 64 - std::countr_zero(cells_.size());
   }
 
   uint32_t classOf(uint32_t key) {
-    size_t at = static_cast<size_t>((key * uint64_t{0x9E3779B97F4A7C15}) >> shift_);
-    while (cells_[at].number != kFree && cells_[at].key != key) at = (at + 1) & (cells_.size() - 1);
-    if (cells_[at].number == kFree) cells_[at] = {key, count_++};
-    return cells_[at].number;
+    Cell& cell = cells_[placeOf(key)];
+    if (cell.number == kFree) cell = {key, count_++};
+    return cell.number;
   }
+
+  /// count() for a key that has no class.
+  uint32_t knownClassOf(uint32_t key) const { return std::min(cells_[placeOf(key)].number, count_); }
 
   uint32_t count() const { return count_; }
 
@@ -31,6 +30,13 @@ class KeyTable {
   struct Cell {
     uint32_t key, number;
   };
+
+  size_t placeOf(uint32_t key) const {
+    size_t at = static_cast<size_t>((key * uint64_t{0x9E3779B97F4A7C15}) >> shift_);
+    while (cells_[at].number != kFree && cells_[at].key != key) at = (at + 1) & (cells_.size() - 1);
+    return at;
+  }
+
   std::vector<Cell> cells_;
   int shift_;
   uint32_t count_ = 0;
@@ -51,15 +57,17 @@ bool forEach(Index from, Index to, const AbortFlag* abort, Visit visit) {
 
 bool classify(std::span<const uint32_t> left, std::span<const uint32_t> right, const AbortFlag* abort,
               ElementClasses& classes) {
-  KeyTable table(left.size() + right.size());
-  for (const int side : {0, 1}) {
-    const std::span<const uint32_t> keys = side == 0 ? left : right;
-    classes.of[side].resize(keys.size());
+  const std::span<const uint32_t> keys[2] = {left, right};
+  const int fewer = left.size() <= right.size() ? 0 : 1;
+  KeyTable table(keys[fewer].size());
+  const auto classifySide = [&](int side, auto classOf) {
+    classes.of[side].resize(keys[side].size());
     uint32_t* const of = classes.of[side].data();
-    if (!forEach<size_t>(0, keys.size(), abort, [&](size_t at) { of[at] = table.classOf(keys[at]); }))
-      return false;
-  }
-  classes.count = table.count();
+    return forEach<size_t>(0, keys[side].size(), abort, [&](size_t at) { of[at] = classOf(keys[side][at]); });
+  };
+  if (!classifySide(fewer, [&](uint32_t key) { return table.classOf(key); })) return false;
+  if (!classifySide(1 - fewer, [&](uint32_t key) { return table.knownClassOf(key); })) return false;
+  classes.count = table.count() + 1;
   return true;
 }
 
@@ -78,53 +86,55 @@ bool classify(std::span<const char> left, std::span<const char> right, const Abo
   return true;
 }
 
-BoxMatcher::BoxMatcher(const ElementClasses& classes) : classes_(classes) {
-  for (auto& counts : counts_) counts.assign(classes.count, 0);
-  local_.assign(classes.count, kUnnumbered);
-}
+BoxMatcher::BoxMatcher(const ElementClasses& classes) : classes_(classes), of_(classes.count) {}
 
 bool BoxMatcher::match(const Box& box, const AbortFlag* abort, MatchedBox& matched) {
-  const int32_t begins[2] = {box.xlo, box.ylo};
-  const int32_t ends[2] = {box.xhi, box.yhi};
-  const auto classAt = [this](int side, int32_t at) { return classes_.of[side][static_cast<size_t>(at)]; };
+  matched.turned = box.size() % 2 == 0;
+  // Of each side as it is to be read the first element's class, and the way to the next.
+  const uint32_t* firsts[2] = {classes_.of[0].data() + box.xlo, classes_.of[1].data() + box.ylo};
+  int32_t sizes[2] = {box.xhi - box.xlo, box.yhi - box.ylo};
+  ptrdiff_t stride = 1;
+  if (matched.turned) {
+    for (const int side : {0, 1}) firsts[side] += sizes[side] - 1;
+    std::swap(firsts[0], firsts[1]);
+    std::swap(sizes[0], sizes[1]);
+    stride = -1;
+  }
+  const auto forSide = [&](int side, auto visit) {
+    return forEach(0, sizes[side], abort, [&](int32_t at) { visit(at, of_[firsts[side][at * stride]]); });
+  };
   for (const int side : {0, 1}) {
-    matched.sizes[side] = ends[side] - begins[side];
-    if (!forEach(begins[side], ends[side], abort, [&](int32_t at) { ++counts_[side][classAt(side, at)]; })) {
-      return false;
-    }
+    if (!forSide(side, [side](int32_t, Class& of) { ++of.counts[side]; })) return false;
   }
   for (const int side : {0, 1}) {
-    matched.classes[side].resize(static_cast<size_t>(matched.sizes[side]));
-    matched.positions[side].resize(static_cast<size_t>(matched.sizes[side]) + 2);
+    matched.sizes[side] = sizes[side];
+    matched.classes[side].resize(static_cast<size_t>(sizes[side]));
+    matched.positions[side].resize(static_cast<size_t>(sizes[side]) + 2);
     matched.positions[side][0] = -1;
     uint32_t* const classes = matched.classes[side].data();
     int32_t* const positions = matched.positions[side].data() + 1;
     size_t count = 0;
     // Whether an element is matched is hard to foresee, so all are written and the unmatched ones
     // overwritten.
-    const bool done = forEach(begins[side], ends[side], abort, [&](int32_t at) {
-      const uint32_t c = classAt(side, at);
-      const uint32_t others = counts_[1 - side][c];
+    const bool done = forSide(side, [&](int32_t at, Class& of) {
+      const uint32_t others = of.counts[1 - side];
       if (side == 0) {
+        const bool isNew = others != 0 && of.number == kUnnumbered;
+        of.number = isNew ? matched.classCount : of.number;
+        matched.classCount += isNew;
         matched.matches += others;
-        if (others != 0 && local_[c] == kUnnumbered) local_[c] = matched.classCount++;
       }
-      classes[count] = local_[c];
-      positions[count] = at - begins[side];
+      classes[count] = of.number;
+      positions[count] = at;
       count += others != 0;
     });
     if (!done) return false;
     matched.classes[side].resize(count);
-    positions[count] = matched.sizes[side];
+    positions[count] = sizes[side];
     matched.positions[side].resize(count + 2);
   }
   for (const int side : {0, 1}) {
-    const bool done = forEach(begins[side], ends[side], abort, [&](int32_t at) {
-      const uint32_t c = classAt(side, at);
-      counts_[side][c] = 0;
-      local_[c] = kUnnumbered;
-    });
-    if (!done) return false;
+    if (!forSide(side, [](int32_t, Class& of) { of = {}; })) return false;
   }
   return true;
 }

@@ -10,13 +10,14 @@
 
 namespace merivane {
 
-/// Gives equal elements of two sequences equal numbers, dense from 0: the order is that of first occurrence.
+/// Gives equal elements of two sequences equal numbers, dense from 0. Elements of the longer one that the
+/// other has not got may share one.
 struct ElementClasses {
   std::vector<uint32_t> of[2];  // for every element its class
   uint32_t count = 0;
 };
 
-/// Time O(elements), memory 4 bytes an element and meanwhile up to 24 more. Throws std::bad_alloc. False when
+/// Time O(elements), memory 4 bytes an element and meanwhile up to 20 more. Throws std::bad_alloc. False when
 /// aborted.
 bool classify(std::span<const uint32_t> left, std::span<const uint32_t> right, const AbortFlag* abort,
               ElementClasses& classes);
@@ -34,8 +35,13 @@ class BoxMatcher {
 
  private:
   const ElementClasses& classes_;
-  std::vector<uint32_t> counts_[2];  // of each class in the box at hand; zero between calls
-  std::vector<uint32_t> local_;      // the dense number of a class in the box at hand
+  static constexpr uint32_t kUnnumbered = 0xFFFFFFFF;
+  /// Of a class in the box at hand; as new between calls.
+  struct Class {
+    uint32_t counts[2] = {0, 0};
+    uint32_t number = kUnnumbered;  // in the box
+  };
+  std::vector<Class> of_;
 };
 
 }  // namespace merivane

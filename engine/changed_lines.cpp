@@ -80,7 +80,9 @@ bool ChangedLineTest::compare(std::string_view left, std::string_view right, Row
   // No script matches more than this, in runs or not: most lines that are unlike need no script.
   const std::optional<uint32_t> common = common_.count(a, b);
   if (!alike(common ? *common : sharedCharacters(a, b))) return false;
-  if (!findEditScript(std::span<const char>(a), std::span<const char>(b), abort_, script_)) return false;
+  const int32_t edits = common ? static_cast<int32_t>(a.size() + b.size() - 2 * *common) : kUnknown;
+  if (!findEditScript(std::span<const char>(a), std::span<const char>(b), abort_, script_, {}, edits))
+    return false;
   if (!alike(matchedInRuns())) return false;
   marks = RowMarks::allocate(static_cast<uint32_t>(left.size()), static_cast<uint32_t>(right.size()));
   if (!marks.none()) setMarks(marks);

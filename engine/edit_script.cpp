@@ -6,18 +6,16 @@
 #include <new>
 #include <optional>
 
-#include "engine/bit_parallel.h"
+#include "engine/banded_split.h"
 #include "engine/bit_row.h"
 #include "engine/box_matcher.h"
-#include "engine/crossings.h"
 #include "engine/diagonal_search.h"
+#include "engine/diagonal_table.h"
 #include "engine/sparse_matches.h"
 
 namespace merivane {
 namespace {
 
-constexpr int32_t kUnknown = -1;
-constexpr int64_t kNoLimit = std::numeric_limits<int64_t>::max();
 constexpr double kTooMany = std::numeric_limits<double>::infinity();
 
 template <typename Element>
@@ -31,10 +29,11 @@ class DivideAndConquer {
         changedRight_(script.changed[1].data()),
         abort_(abort),
         costs_(costs),
-        plain_(left.data(), right.data(), abort) {}
+        furthest_(script.searched),
+        plain_(left.data(), right.data(), furthest_, abort) {}
 
-  bool run() {
-    divide({0, 0, static_cast<int32_t>(left_.size()), static_cast<int32_t>(right_.size())}, kUnknown);
+  bool run(int32_t edits) {
+    divide({0, 0, static_cast<int32_t>(left_.size()), static_cast<int32_t>(right_.size())}, edits);
     return !aborted_;
   }
 
@@ -68,9 +67,8 @@ class DivideAndConquer {
   /// The choice of the way. `done`: the box needs no split, or the search was aborted.
   Step findSplit(const Box& box, int32_t edits, Split& split) {
     const double plainSteps = std::max(costs_.leastPlainSteps, costs_.plainStepsPerElement * box.size());
-    if (edits == kUnknown || squared(edits) / 2 <= plainSteps) {
-      const SearchEnd end =
-          plain_.find(box, edits == kUnknown ? static_cast<int64_t>(plainSteps) : kNoLimit, split);
+    if (edits == kUnknown || squared(edits) / 4 <= plainSteps) {
+      const SearchEnd end = plain_.find(box, edits, static_cast<int64_t>(plainSteps), split);
       if (end != SearchEnd::overBudget) return check(end == SearchEnd::found);
     }
 
@@ -85,75 +83,72 @@ class DivideAndConquer {
       mark(box);
       return Step::done;
     }
-    const bool fewMatches = matched.matches <= kMostMatchesPerElement * box.size();
-    const double sparseSteps = fewMatches ? sparseStepsFor(matched) : kTooMany;
-    int32_t matchedEdits = kUnknown;
-    if (edits != kUnknown) {
-      matchedEdits = edits - matched.unmatched();
-    } else {
-      // Without the unmatched elements few edits may be left.
-      const SearchEnd end = tryMatched(matched, split);
-      if (end == SearchEnd::aborted) return check(false);
-      if (end == SearchEnd::found && matched.unmatched() == 0) return splitAt(box, split);
-      if (end == SearchEnd::found) matchedEdits = split.edits;
-      if (end == SearchEnd::overBudget && sparseSteps > bitStepsFor(matched, matched.matched(1))) {
-        if (!countEditsBitParallel(matched, abort_, matchedEdits)) return check(false);
-      }
-    }
+    int32_t matchedEdits = edits == kUnknown ? kUnknown : edits - matched.unmatched();
+    // Without the unmatched elements few edits may be left.
+    if (edits == kUnknown && matched.unmatched() > 0 && !tryMatched(matched, matchedEdits))
+      return check(false);
     if (matchedEdits == 0) {
       markUnmatched(box, matched);
       return Step::done;
     }
-    const double bitSteps = matchedEdits == kUnknown ? kTooMany : bitStepsFor(matched, matchedEdits);
-    const double diagonalSteps = matchedEdits == kUnknown ? kTooMany : costs_.perCell * squared(matchedEdits);
-    if (sparseSteps <= std::min(bitSteps, diagonalSteps)) {
-      return splitBySparseMatches(matched, abort_, split) ? splitAt(box, split) : check(false);
-    }
-    const auto findCrossings = diagonalSteps <= bitSteps ? crossDiagonals : crossDiagonalsBitParallel;
-    edits = matchedEdits + matched.unmatched();
-    Crossings fromStart, fromEnd;
-    if (!findCrossings(matched, (edits + 1) / 2, matchedEdits, abort_, fromStart) ||
-        !findCrossings(matched.reversed(), edits / 2, matchedEdits, abort_, fromEnd)) {
-      return check(false);
-    }
-    split = splitAtCrossings(matched, edits, fromStart, fromEnd);
-    return splitAt(box, split);
+    const double sparseSteps = sparseStepsFor(matched), bandedSteps = bandedStepsFor(matched, matchedEdits),
+                 diagonalSteps = diagonalStepsFor(matched, matchedEdits);
+    const double least = std::min({sparseSteps, bandedSteps, diagonalSteps});
+    Point at;
+    const bool found = least == sparseSteps   ? splitBySparseMatches(matched, abort_, matchedEdits, at)
+                       : least == bandedSteps ? splitByBandedTable(matched, matchedEdits, abort_, at)
+                                              : splitByDiagonals(matched, matchedEdits, abort_, at);
+    if (!found) return check(false);
+    at = matched.turnedBack(at);
+    split = {{box.xlo + at.x, box.ylo + at.y}, matchedEdits + matched.unmatched()};
+    return Step::split;
   }
 
-  SearchEnd tryMatched(const MatchedBox& matched, Split& split) const {
+  /// The edits of matched elements, if the plain search finds them soon. False when aborted.
+  bool tryMatched(const MatchedBox& matched, int32_t& matchedEdits) {
     const uint32_t* const classes[2] = {matched.classes[0].data(), matched.classes[1].data()};
     Box rest{0, 0, matched.matched(0), matched.matched(1)};
     trimEqualEnds(classes[0], classes[1], rest);
-    split.edits = static_cast<int32_t>(rest.size());
-    if (rest.empty()) return SearchEnd::found;
-    DiagonalSearch<uint32_t> search(classes[0], classes[1], abort_);
-    return search.find(rest, static_cast<int64_t>(costs_.plainStepsPerElement * rest.size()), split);
+    if (rest.empty()) {
+      matchedEdits = static_cast<int32_t>(rest.size());
+      return true;
+    }
+    Split split;
+    DiagonalSearch<uint32_t> search(classes[0], classes[1], furthest_, abort_);
+    const SearchEnd end =
+        search.find(rest, kUnknown, static_cast<int64_t>(costs_.plainStepsPerElement * rest.size()), split);
+    if (end == SearchEnd::found) matchedEdits = split.edits;
+    return end != SearchEnd::aborted;
   }
 
   double sparseStepsFor(const MatchedBox& matched) const {
-    return static_cast<double>(matched.matches) *
-           (costs_.perMatch + std::bit_width(matched.classes[1].size()));
+    const auto matches = static_cast<double>(matched.matches);
+    if (matches > kMostMatchesPerElement * (matched.sizes[0] + matched.sizes[1])) return kTooMany;
+    return matches * (costs_.perMatch + std::bit_width(matched.classes[1].size()));
   }
 
-  double bitStepsFor(const MatchedBox& matched, int32_t band) const {
-    const int32_t blocks = std::min(band, matched.matched(1)) / BitBlock::kColumns + 1;
-    return matched.matched(0) * (costs_.perRow + costs_.perBlock * blocks);
+  double bandedStepsFor(const MatchedBox& matched, int32_t edits) const {
+    const int32_t band = edits == kUnknown ? matched.matched(1) : std::min(edits, matched.matched(1));
+    return matched.matched(0) * (costs_.perRow + costs_.perBlock * (band / BitBlock::kColumns + 1));
+  }
+
+  double diagonalStepsFor(const MatchedBox& matched, int32_t edits) const {
+    if (edits == kUnknown) return kTooMany;
+    const double cells = squared(edits) / 4;
+    return cells > kMostCellsPerElement * (matched.sizes[0] + matched.sizes[1]) ? kTooMany
+                                                                                : costs_.perCell * cells;
   }
 
   static double squared(int32_t edits) { return static_cast<double>(edits) * edits; }
 
-  static Step splitAt(const Box& box, Split& split) {
-    split.at.x += box.xlo;
-    split.at.y += box.ylo;
-    return Step::split;
-  }
-
   /// What is matched in the box is the same on both sides.
   void markUnmatched(const Box& box, const MatchedBox& matched) const {
     mark(box);
-    for (const int side : {0, 1}) {
-      uint8_t* const changed = side == 0 ? changedLeft_ + box.xlo : changedRight_ + box.ylo;
-      for (int32_t i = 0; i < matched.matched(side); ++i) changed[matched.high(side, i)] = 0;
+    for (int32_t i = 0; i < matched.matched(0); ++i) {
+      const Point at = matched.turnedBack({matched.high(0, i), matched.high(1, i)});
+      const int32_t inside = matched.turned ? 1 : 0;
+      changedLeft_[box.xlo + at.x - inside] = 0;
+      changedRight_[box.ylo + at.y - inside] = 0;
     }
   }
 
@@ -162,7 +157,9 @@ class DivideAndConquer {
     return notAborted ? Step::split : Step::done;
   }
 
-  static constexpr int64_t kMostMatchesPerElement = 2;  // bounds the memory of the sparse search
+  // These bound the memory of the searches.
+  static constexpr double kMostMatchesPerElement = 2;
+  static constexpr double kMostCellsPerElement = 8;
 
   const std::span<const Element> left_, right_;
   uint8_t* const changedLeft_;
@@ -170,6 +167,7 @@ class DivideAndConquer {
   const AbortFlag* const abort_;
   const SearchCosts costs_;
   bool aborted_ = false;
+  std::vector<int32_t>& furthest_;
   DiagonalSearch<Element> plain_;
   std::optional<ElementClasses> classes_;  // made for the first box that asks for them
   std::optional<BoxMatcher> matcher_;
@@ -179,16 +177,16 @@ class DivideAndConquer {
 
 template <typename Element>
 bool findEditScript(std::span<const Element> left, std::span<const Element> right, const AbortFlag* abort,
-                    EditScript& script, const SearchCosts& costs) {
+                    EditScript& script, const SearchCosts& costs, int32_t edits) {
   if (uint64_t{left.size()} + right.size() > std::numeric_limits<int32_t>::max() - 3) throw std::bad_alloc();
   script.changed[0].assign(left.size() + 1, 0);
   script.changed[1].assign(right.size() + 1, 0);
-  return DivideAndConquer<Element>(left, right, abort, costs, script).run();
+  return DivideAndConquer<Element>(left, right, abort, costs, script).run(edits);
 }
 
 template bool findEditScript(std::span<const uint32_t>, std::span<const uint32_t>, const AbortFlag*,
-                             EditScript&, const SearchCosts&);
+                             EditScript&, const SearchCosts&, int32_t);
 template bool findEditScript(std::span<const char>, std::span<const char>, const AbortFlag*, EditScript&,
-                             const SearchCosts&);
+                             const SearchCosts&, int32_t);
 
 }  // namespace merivane

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "engine/abort_flag.h"
+#include "engine/box.h"
 
 namespace merivane {
 
@@ -12,18 +13,19 @@ namespace merivane {
 /// (right). The unflagged elements of both sides, in order, are the equal pairs.
 struct EditScript {
   std::vector<uint8_t> changed[2];  // one longer than the sequence; the last flag is always 0
+  std::vector<int32_t> searched;    // work space of the search, kept for the next one
 };
 
 /// When findEditScript() takes which way through a box; none of it changes the script. The defaults are
 /// fitted to measured times, in steps of the plain search.
 struct SearchCosts {
   // What the plain search may take before anything else is thought of is the larger of these two.
-  double leastPlainSteps = 4000;
-  double plainStepsPerElement = 4;
-  double perCell = 1;    // of a search for crossings diagonal by diagonal
+  double leastPlainSteps = 1000;
+  double plainStepsPerElement = 1;
+  double perCell = 2;    // of a search diagonal by diagonal
   double perMatch = 20;  // of a sparse search, besides the logarithm
-  double perRow = 50;    // of a bit-parallel search,
-  double perBlock = 3;   // and for each block of the row
+  double perRow = 20;    // of a search through the banded table,
+  double perBlock = 2;   // and for each block of the row
 };
 
 /// Finds the shortest edit script by divide and conquer, in linear space. Of several shortest scripts it
@@ -32,15 +34,15 @@ struct SearchCosts {
 /// another way, whichever costs least for the box at hand.
 ///
 /// Memory: at most 120 bytes an element. Throws std::bad_alloc; 2^31 elements or more on both sides together
-/// are refused in the same way. A null flag never aborts. False when the flag was raised; the script then
-/// means nothing.
+/// are refused in the same way. `edits` may say how many there are, where that is known. A null flag never
+/// aborts. False when the flag was raised; the script then means nothing.
 template <typename Element>
 bool findEditScript(std::span<const Element> left, std::span<const Element> right, const AbortFlag* abort,
-                    EditScript& script, const SearchCosts& costs = {});
+                    EditScript& script, const SearchCosts& costs = {}, int32_t edits = kUnknown);
 
 extern template bool findEditScript(std::span<const uint32_t>, std::span<const uint32_t>, const AbortFlag*,
-                                    EditScript&, const SearchCosts&);
+                                    EditScript&, const SearchCosts&, int32_t);
 extern template bool findEditScript(std::span<const char>, std::span<const char>, const AbortFlag*,
-                                    EditScript&, const SearchCosts&);
+                                    EditScript&, const SearchCosts&, int32_t);
 
 }  // namespace merivane

@@ -87,7 +87,8 @@ int32_t lastInBoth(const std::vector<Range>& left, const std::vector<Range>& rig
 
 }  // namespace
 
-bool splitBySparseMatches(const MatchedBox& box, const AbortFlag* abort, Split& split) {
+bool splitBySparseMatches(const MatchedBox& box, const AbortFlag* abort, int32_t& matchedEdits,
+                          Point& split) {
   std::vector<Match> matches = listMatches(box);
   std::vector<int32_t> fromStart, fromEnd;
   int32_t longest = 0;
@@ -113,10 +114,10 @@ bool splitBySparseMatches(const MatchedBox& box, const AbortFlag* abort, Split& 
     if (onLongest(at)) ranked[next[static_cast<size_t>(fromStart[at])]++] = matches[at];
   }
 
-  const int32_t edits = box.sizes[0] + box.sizes[1] - 2 * longest;
+  matchedEdits = box.matched(0) + box.matched(1) - 2 * longest;
+  const int32_t edits = matchedEdits + box.unmatched();
   const int32_t before = (edits + 1) / 2;
-  const bool odd = (edits & 1) != 0;
-  split = {{-1, -1}, edits};
+  split = {-1, -1};
   std::vector<Range> behind, ahead;
   for (int32_t rank = 0; rank <= longest; ++rank) {
     // The points behind a match of this rank and before one of the next that have half the edits behind them.
@@ -132,11 +133,8 @@ bool splitBySparseMatches(const MatchedBox& box, const AbortFlag* abort, Split& 
     }
     const int32_t x = lastInBoth(behind, ahead);
     if (x < 0) continue;
-    // Of equal diagonals the further point stands if the edits are odd, else the nearer one.
-    const int32_t diagonal = 2 * x - sum;
-    const int32_t bestDiagonal = split.at.x - split.at.y;
-    if (split.at.x < 0 || diagonal > bestDiagonal || (diagonal == bestDiagonal && odd))
-      split.at = {x, sum - x};
+    // Of equal diagonals the further point stands.
+    if (split.x < 0 || 2 * x - sum >= split.x - split.y) split = {x, sum - x};
   }
   return true;
 }

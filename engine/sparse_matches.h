@@ -14,6 +14,6 @@ namespace merivane {
 ///
 /// Time O(matches * log(matched elements)), memory 28 bytes a match. False when aborted. Throws
 /// std::bad_alloc.
-bool splitBySparseMatches(const MatchedBox& box, const AbortFlag* abort, Split& split);
+bool splitBySparseMatches(const MatchedBox& box, const AbortFlag* abort, int32_t& matchedEdits, Point& split);
 
 }  // namespace merivane
