@@ -79,7 +79,7 @@ class DiffRun {
   }
 
   TextOptions textOptions() const {
-    const TerminalFacts& terminal = environment_.terminal;
+    const TerminalFacts terminal = environment_.terminal();
     const bool toTerminal = terminal.isTerminal && options_.output.empty();
     TextOptions options;
     options.scope = options_.scope;

@@ -25,8 +25,8 @@ struct DiffEnvironment {
   InputFile& standardInput;
   OutputFile& standardOutput;
   ByteSink& standardError;
-  TerminalFacts terminal;
-  const char* columns = nullptr;  // the variables COLUMNS and NO_COLOR; null when not set
+  std::function<TerminalFacts()> terminal;  // asked for by what is laid out for one
+  const char* columns = nullptr;            // the variables COLUMNS and NO_COLOR; null when not set
   const char* noColour = nullptr;
   std::function<std::string()> time;  // date and time as an HTML page shows them
   SystemError brokenPipe = 0;         // how writing fails when nobody reads any more: no news for the user

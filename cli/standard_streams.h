@@ -11,8 +11,7 @@ namespace merivane {
 /// The process's standard streams, byte for byte on every platform. There is one of these a process.
 class StandardStreams {
  public:
-  /// Gets ready a terminal that shows colours on request only, and makes a reader that went away an error of
-  /// writing rather than the end of the process.
+  /// Makes a reader that went away an error of writing rather than the end of the process.
   StandardStreams();
   ~StandardStreams();
   StandardStreams(const StandardStreams&) = delete;
@@ -23,7 +22,8 @@ class StandardStreams {
   /// Commit it at the end: some errors of writing show only then. Nothing can be written after that.
   OutputFile& output() { return *output_; }
 
-  const TerminalFacts& terminal() const { return terminal_; }
+  /// Looks at the terminal, and gets one ready that shows colours on request only.
+  TerminalFacts terminal();
 
   /// The error of writing to where nobody reads any more.
   static SystemError brokenPipe();
@@ -31,7 +31,6 @@ class StandardStreams {
  private:
   std::unique_ptr<InputFile> input_;
   std::unique_ptr<OutputFile> output_;
-  TerminalFacts terminal_;
   [[maybe_unused]] uint32_t modeBefore_ = 0;  // of a Windows console whose mode was changed; else 0
 };
 

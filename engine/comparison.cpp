@@ -19,12 +19,13 @@ Result compareTexts(std::string_view left, std::string_view right, const Compare
     std::vector<uint32_t> starts[2];
     EditScript script;
     {
-      // The keys are gone before the rows come, which need their room.
+      // The keys and the search's work space are gone before the rows come, which need their room.
       LineTable tables[2];
       for (const int side : {0, 1}) tables[side] = tableLines(texts[side], options, abort);
       const std::span<const uint32_t> keys[2] = {tables[0].keys, tables[1].keys};
       if (!findEditScript(keys[0], keys[1], abort, script)) return Result::cancelled;
       for (const int side : {0, 1}) starts[side] = std::move(tables[side].starts);
+      script.searched = std::vector<int32_t>();
     }
     DiffModel compared;
     if (!buildRows(texts, starts, script, options, abort, compared)) return Result::cancelled;

@@ -66,7 +66,8 @@ class DivideAndConquer {
 
   /// The choice of the way. `done`: the box needs no split, or the search was aborted.
   Step findSplit(const Box& box, int32_t edits, Split& split) {
-    const double plainSteps = std::max(costs_.leastPlainSteps, costs_.plainStepsPerElement * box.size());
+    const double plainSteps = std::max(costs_.leastPlainSteps, costs_.plainStepsPerElement * box.size()) *
+                              (edits == kUnknown ? costs_.unknownFactor : 1);
     if (edits == kUnknown || squared(edits) / 4 <= plainSteps) {
       const SearchEnd end = plain_.find(box, edits, static_cast<int64_t>(plainSteps), split);
       if (end != SearchEnd::overBudget) return check(end == SearchEnd::found);
@@ -115,8 +116,8 @@ class DivideAndConquer {
     }
     Split split;
     DiagonalSearch<uint32_t> search(classes[0], classes[1], furthest_, abort_);
-    const SearchEnd end =
-        search.find(rest, kUnknown, static_cast<int64_t>(costs_.plainStepsPerElement * rest.size()), split);
+    const double steps = costs_.plainStepsPerElement * costs_.unknownFactor * rest.size();
+    const SearchEnd end = search.find(rest, kUnknown, static_cast<int64_t>(steps), split);
     if (end == SearchEnd::found) matchedEdits = split.edits;
     return end != SearchEnd::aborted;
   }

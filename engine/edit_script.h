@@ -22,10 +22,11 @@ struct SearchCosts {
   // What the plain search may take before anything else is thought of is the larger of these two.
   double leastPlainSteps = 1000;
   double plainStepsPerElement = 1;
-  double perCell = 2;    // of a search diagonal by diagonal
-  double perMatch = 20;  // of a sparse search, besides the logarithm
-  double perRow = 20;    // of a search through the banded table,
-  double perBlock = 2;   // and for each block of the row
+  double unknownFactor = 4;  // as long as nobody knows the edits it may take so many times as much
+  double perCell = 2;        // of a search diagonal by diagonal
+  double perMatch = 20;      // of a sparse search, besides the logarithm
+  double perRow = 20;        // of a search through the banded table,
+  double perBlock = 2;       // and for each block of the row
 };
 
 /// Finds the shortest edit script by divide and conquer, in linear space. Of several shortest scripts it

@@ -1,8 +1,10 @@
 #include "engine/line_keys.h"
 
-#include <algorithm>
 #include <array>
-#include <cstring>
+#include <bit>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace merivane {
 namespace {
@@ -51,16 +53,38 @@ uint32_t plainKey(const char* from, const char* end, const char* readable) {
   return key;
 }
 
-/// Counts in runs so short that a byte holds the count, which lets many bytes be compared at once.
-size_t countLineFeeds(std::string_view text, const AbortFlag* abort) {
-  constexpr size_t run = 240;
-  size_t count = 0;
-  for (; !isRaised(abort) && !text.empty(); text.remove_prefix(std::min(run, text.size()))) {
-    uint8_t inRun = 0;
-    for (const char c : text.substr(0, run)) inRun = static_cast<uint8_t>(inRun + (c == '\n'));
-    count += inRun;
+constexpr size_t kAtOnce = 64;
+
+/// A bit for each of so many bytes that is an LF.
+uint64_t lineFeedsAt(const char* from) {
+  uint64_t bits = 0;
+#ifdef __SSE2__
+  const __m128i lineFeed = _mm_set1_epi8('\n');
+  for (size_t i = 0; i < kAtOnce; i += 16) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from + i));
+    const int found = _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, lineFeed));
+    bits |= uint64_t{static_cast<uint32_t>(found)} << i;
   }
-  return count;
+#else
+  for (size_t i = 0; i < kAtOnce; ++i) bits |= uint64_t{from[i] == '\n'} << i;
+#endif
+  return bits;
+}
+
+/// Calls `visit` with the place behind every LF. False when aborted.
+template <typename Visit>
+bool forEachLineEnd(std::string_view text, const AbortFlag* abort, Visit visit) {
+  const char* from = text.data();
+  const char* const end = from + text.size();
+  for (uint32_t turn = 0; from + kAtOnce <= end; from += kAtOnce) {
+    if (turn++ % 64 == 0 && isRaised(abort)) return false;
+    for (uint64_t found = lineFeedsAt(from); found != 0; found &= found - 1)
+      visit(from + std::countr_zero(found) + 1);
+  }
+  for (; from < end; ++from) {
+    if (*from == '\n') visit(from + 1);
+  }
+  return true;
 }
 
 uint32_t normalisedKey(std::string_view line, const CompareOptions& options) {
@@ -104,26 +128,22 @@ uint32_t lineKey(std::string_view line, const CompareOptions& options) {
 
 LineTable tableLines(std::string_view text, const CompareOptions& options, const AbortFlag* abort) {
   LineTable table;
-  if (text.empty()) {
-    table.starts.push_back(0);
-    return table;
-  }
-  const char* const begin = text.data();
-  const char* const end = begin + text.size();
-  size_t lines = countLineFeeds(text, abort);
-  if (end[-1] != '\n') ++lines;
+  size_t lines = !text.empty() && text.back() != '\n';
+  if (!forEachLineEnd(text, abort, [&lines](const char*) { ++lines; })) return table;
   table.keys.reserve(lines);
   table.starts.reserve(lines + 1);
+  table.starts.push_back(0);
+  const char* const begin = text.data();
+  const char* const end = begin + text.size();
   const bool bytes = options.comparesBytes();
-  for (const char* line = begin; line < end && !isRaised(abort);) {
-    const void* lineFeed = std::memchr(line, '\n', static_cast<size_t>(end - line));
-    const char* const next = lineFeed ? static_cast<const char*>(lineFeed) + 1 : end;
-    table.starts.push_back(static_cast<uint32_t>(line - begin));
+  const char* line = begin;
+  const auto addLine = [&](const char* next) {
     table.keys.push_back(bytes ? plainKey(line, next, end)
                                : normalisedKey({line, static_cast<size_t>(next - line)}, options));
+    table.starts.push_back(static_cast<uint32_t>(next - begin));
     line = next;
-  }
-  table.starts.push_back(static_cast<uint32_t>(text.size()));
+  };
+  if (forEachLineEnd(text, abort, addLine) && line < end) addLine(end);
   return table;
 }
 

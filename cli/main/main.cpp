@@ -9,6 +9,7 @@
 #include "base/byte_sink.h"
 #include "base/message_format.h"
 #include "base/texts.h"
+#include "cli/process_memory.h"
 #include "cli/run_diff.h"
 #include "cli/standard_streams.h"
 
@@ -35,6 +36,7 @@ std::string timeText() {
 
 int main(int count, char** arguments) {
   using namespace merivane;
+  keepFreedMemory();
   ErrorSink errors;
   try {
     StandardStreams streams;
@@ -43,7 +45,7 @@ int main(int count, char** arguments) {
                            .standardInput = streams.input(),
                            .standardOutput = streams.output(),
                            .standardError = errors,
-                           .terminal = streams.terminal(),
+                           .terminal = [&streams] { return streams.terminal(); },
                            .columns = std::getenv("COLUMNS"),
                            .noColour = std::getenv("NO_COLOR"),
                            .time = timeText,

@@ -59,15 +59,20 @@ bool terminalShowsColours() {
 StandardStreams::StandardStreams()
     : input_(std::make_unique<StandardInput>()), output_(std::make_unique<StandardOutput>()) {
   std::signal(SIGPIPE, SIG_IGN);
+}
+
+TerminalFacts StandardStreams::terminal() {
+  TerminalFacts terminal;
   // Only to learn the encoding: nothing the program writes depends on the locale.
   std::setlocale(LC_CTYPE, "");
-  terminal_.utf8 = std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
+  terminal.utf8 = std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
   std::setlocale(LC_CTYPE, "C");
-  terminal_.isTerminal = ::isatty(STDOUT_FILENO) != 0;
-  if (!terminal_.isTerminal) return;
-  terminal_.showsColours = terminalShowsColours();
+  terminal.isTerminal = ::isatty(STDOUT_FILENO) != 0;
+  if (!terminal.isTerminal) return terminal;
+  terminal.showsColours = terminalShowsColours();
   winsize size = {};
-  if (::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0) terminal_.width = size.ws_col;
+  if (::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0) terminal.width = size.ws_col;
+  return terminal;
 }
 
 StandardStreams::~StandardStreams() = default;

@@ -58,21 +58,25 @@ class StandardOutput final : public OutputFile {
 }  // namespace
 
 StandardStreams::StandardStreams()
-    : input_(std::make_unique<StandardInput>()), output_(std::make_unique<StandardOutput>()) {
+    : input_(std::make_unique<StandardInput>()), output_(std::make_unique<StandardOutput>()) {}
+
+TerminalFacts StandardStreams::terminal() {
+  TerminalFacts terminal;
   DWORD mode = 0;
-  terminal_.isTerminal = GetConsoleMode(outputHandle(), &mode) != 0;
-  terminal_.utf8 = (terminal_.isTerminal ? GetConsoleOutputCP() : GetACP()) == CP_UTF8;
-  if (!terminal_.isTerminal) return;
-  terminal_.showsColours = (mode & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
-  if (!terminal_.showsColours && SetConsoleMode(outputHandle(), mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING)) {
-    terminal_.showsColours = true;
+  terminal.isTerminal = GetConsoleMode(outputHandle(), &mode) != 0;
+  terminal.utf8 = (terminal.isTerminal ? GetConsoleOutputCP() : GetACP()) == CP_UTF8;
+  if (!terminal.isTerminal) return terminal;
+  terminal.showsColours = (mode & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+  if (!terminal.showsColours && SetConsoleMode(outputHandle(), mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING)) {
+    terminal.showsColours = true;
     modeBefore_ = mode;
   }
   CONSOLE_SCREEN_BUFFER_INFO screen = {};
   if (GetConsoleScreenBufferInfo(outputHandle(), &screen)) {
     // Older consoles start another line when the last column is written to.
-    terminal_.width = static_cast<uint32_t>(std::max(screen.srWindow.Right - screen.srWindow.Left, 1));
+    terminal.width = static_cast<uint32_t>(std::max(screen.srWindow.Right - screen.srWindow.Left, 1));
   }
+  return terminal;
 }
 
 StandardStreams::~StandardStreams() {

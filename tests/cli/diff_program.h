@@ -35,8 +35,9 @@ class DiffProgram {
     errors_.text.clear();
   }
   int runPrepared(const std::vector<std::string_view>& arguments, FileSystem& access) {
-    return runDiff(arguments, {access, *in_, full != nullptr ? *full : *out_, errors_, terminal, columns,
-                               noColour, [] { return std::string("now"); }, brokenPipe});
+    return runDiff(arguments,
+                   {access, *in_, full != nullptr ? *full : *out_, errors_, [this] { return terminal; },
+                    columns, noColour, [] { return std::string("now"); }, brokenPipe});
   }
 
   std::string output() const {

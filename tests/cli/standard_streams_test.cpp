@@ -22,8 +22,9 @@ struct ErrorSink final : ByteSink {
   ErrorSink errors;
   StandardStreams streams;
   const std::string_view arguments[] = {"--help"};
-  std::exit(runDiff(arguments, {systemFiles(), streams.input(), streams.output(), errors, streams.terminal(),
-                                nullptr, nullptr, nullptr, StandardStreams::brokenPipe()}));
+  std::exit(runDiff(arguments, {systemFiles(), streams.input(), streams.output(), errors,
+                                [&] { return streams.terminal(); }, nullptr, nullptr, nullptr,
+                                StandardStreams::brokenPipe()}));
 }
 
 TEST(StandardStreamsDeathTest, FullDiskAndClosedPipeEndInTrouble) {
