@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
 
@@ -18,5 +19,17 @@ class AbortFlag {
 
 /// A null flag never aborts.
 inline bool isRaised(const AbortFlag* abort) { return abort != nullptr && abort->isRaised(); }
+
+/// Calls `visit` for every index of [from, to) and looks at the flag often enough, given that a visit takes
+/// no more than some cache misses. False when it was raised.
+template <typename Index, typename Visit>
+bool forEach(Index from, Index to, const AbortFlag* abort, Visit visit) {
+  constexpr Index atOnce = 1 << 16;
+  while (from < to) {
+    if (isRaised(abort)) return false;
+    for (const Index end = from + std::min<Index>(to - from, atOnce); from < end; ++from) visit(from);
+  }
+  return true;
+}
 
 }  // namespace merivane

@@ -64,7 +64,7 @@ class KeptRows {
 class BandedSplit {
  public:
   BandedSplit(const MatchedBox& box, int32_t limit, const AbortFlag* abort)
-      : box_(box), abort_(abort), limit_(limit), table_(box, limit) {}
+      : box_(box), abort_(abort), limit_(limit), table_(box, limit, abort) {}
 
   /// False when no script within the limit has been found, or when aborted.
   bool run(int32_t& matchedEdits, Point& split) {

@@ -16,7 +16,7 @@ void setColumn(BitBlock* row, int32_t column) {
 
 }  // namespace
 
-BandedTable::BandedTable(const MatchedBox& box, int32_t matchedEdits)
+BandedTable::BandedTable(const MatchedBox& box, int32_t matchedEdits, const AbortFlag* abort)
     : box_(box),
       columns_(box.matched(1)),
       blocks_((static_cast<size_t>(columns_) + BitBlock::kColumns - 1) / BitBlock::kColumns),
@@ -24,23 +24,24 @@ BandedTable::BandedTable(const MatchedBox& box, int32_t matchedEdits)
       occurrences_(box.classes[1].size()),
       begins_(box.classCount + 2, 0),
       matchRow_(box.classCount, kNoRow) {
+  const uint32_t* const classes = box.classes[1].data();
   // Counted two places further on, a place is where the next occurrence goes and then where the next class
   // begins.
-  for (const uint32_t c : box.classes[1]) ++begins_[c + 2];
-  for (uint32_t c = 0; c < box.classCount; ++c) begins_[c + 2] += begins_[c + 1];
-  for (int32_t j = 0; j < columns_; ++j)
-    occurrences_[begins_[box.classes[1][static_cast<size_t>(j)] + 1]++] = j;
+  bool done = forEach(0, columns_, abort, [&](int32_t j) { ++begins_[classes[j] + 2]; });
+  done = done && forEach(0u, box.classCount, abort, [&](uint32_t c) { begins_[c + 2] += begins_[c + 1]; });
+  done = done && forEach(0, columns_, abort, [&](int32_t j) { occurrences_[begins_[classes[j] + 1]++] = j; });
   // A class has a row if it has half a match a block: there can be no more of these than twice the columns of
   // a block.
   uint32_t matchRows = 0;
-  for (uint32_t c = 0; c < box.classCount; ++c) {
-    if (2 * (begins_[c + 1] - begins_[c]) >= blocks_) matchRow_[c] = matchRows++;
-  }
+  done = done && forEach(0u, box.classCount, abort, [&](uint32_t c) {
+           if (2 * (begins_[c + 1] - begins_[c]) >= blocks_) matchRow_[c] = matchRows++;
+         });
+  if (!done) return;
   matches_.resize(matchRows * blocks_, {});
-  for (int32_t j = 0; j < columns_; ++j) {
-    const uint32_t row = matchRow_[box.classes[1][static_cast<size_t>(j)]];
+  forEach(0, columns_, abort, [&](int32_t j) {
+    const uint32_t row = matchRow_[classes[j]];
     if (row != kNoRow) setColumn(matches_.data() + row * blocks_, j);
-  }
+  });
   limitTo(matchedEdits);
   widen();
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "engine/abort_flag.h"
 #include "engine/bit_row.h"
 #include "engine/matched_box.h"
 
@@ -30,8 +31,9 @@ class BandedTable {
     int32_t high = 0;            // at the last column of the last block
   };
 
-  /// For scripts of at most `matchedEdits`. `box` must outlive this. Stands on row 0.
-  BandedTable(const MatchedBox& box, int32_t matchedEdits);
+  /// For scripts of at most `matchedEdits`. `box` must outlive this. Stands on row 0. When the flag was
+  /// raised meanwhile no row is to be gone to.
+  BandedTable(const MatchedBox& box, int32_t matchedEdits, const AbortFlag* abort);
 
   /// Goes on to the next row. False when no script within the limit leads there.
   bool nextRow();

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstdlib>
+#include <memory>
+#include <new>
 #include <utility>
 
 namespace merivane {
@@ -10,48 +13,49 @@ namespace {
 /// Open addressing with a multiplicative hash: line keys are well spread in their low bits only by chance.
 class KeyTable {
  public:
-  explicit KeyTable(size_t keys) : cells_(std::bit_ceil(keys + keys / 4 + 2), Cell{0, kFree}) {
-    shift_ = 64 - std::countr_zero(cells_.size());
+  explicit KeyTable(size_t keys) {
+    const size_t cells = std::bit_ceil(keys + keys / 4 + 2);
+    shift_ = 64 - std::countr_zero(cells);
+    last_ = cells - 1;
+    // Large tables come as zeros from the system, a page when it is first touched: nothing to be waited for.
+    cells_.reset(static_cast<Cell*>(std::calloc(cells, sizeof(Cell))));
+    if (!cells_) throw std::bad_alloc();
   }
 
   uint32_t classOf(uint32_t key) {
     Cell& cell = cells_[placeOf(key)];
-    if (cell.number == kFree) cell = {key, count_++};
-    return cell.number;
+    if (cell.number == kFree) cell = {key, ++count_};
+    return cell.number - 1;
   }
 
   /// count() for a key that has no class.
-  uint32_t knownClassOf(uint32_t key) const { return std::min(cells_[placeOf(key)].number, count_); }
+  uint32_t knownClassOf(uint32_t key) const {
+    const uint32_t number = cells_[placeOf(key)].number;
+    return number == kFree ? count_ : number - 1;
+  }
 
   uint32_t count() const { return count_; }
 
  private:
-  static constexpr uint32_t kFree = 0xFFFFFFFF;
+  static constexpr uint32_t kFree = 0;
   struct Cell {
-    uint32_t key, number;
+    uint32_t key, number;  // the number is one more than the class
+  };
+  struct Free {
+    void operator()(Cell* cells) const { std::free(cells); }
   };
 
   size_t placeOf(uint32_t key) const {
     size_t at = static_cast<size_t>((key * uint64_t{0x9E3779B97F4A7C15}) >> shift_);
-    while (cells_[at].number != kFree && cells_[at].key != key) at = (at + 1) & (cells_.size() - 1);
+    while (cells_[at].number != kFree && cells_[at].key != key) at = (at + 1) & last_;
     return at;
   }
 
-  std::vector<Cell> cells_;
+  std::unique_ptr<Cell[], Free> cells_;
+  size_t last_;
   int shift_;
   uint32_t count_ = 0;
 };
-
-/// Calls `visit` for every element of [from, to); looks at the flag often enough, whatever a visit costs.
-template <typename Index, typename Visit>
-bool forEach(Index from, Index to, const AbortFlag* abort, Visit visit) {
-  constexpr Index atOnce = 1 << 16;
-  while (from < to) {
-    if (isRaised(abort)) return false;
-    for (const Index end = from + std::min<Index>(to - from, atOnce); from < end; ++from) visit(from);
-  }
-  return true;
-}
 
 }  // namespace
 

@@ -17,7 +17,7 @@ size_t endOfRun(const std::vector<uint8_t>& changed, size_t at, size_t size) {
 
 }  // namespace
 
-void NormalisedLine::assign(std::string_view line, const CompareOptions& options) {
+void NormalisedLine::assign(std::string_view line, const CompareOptions& options, const AbortFlag* abort) {
   plain_ = options.comparesBytes();
   characters_ = line;
   if (plain_) return;
@@ -37,12 +37,12 @@ void NormalisedLine::assign(std::string_view line, const CompareOptions& options
   kept_.reserve(end - begin);
   sources_.reserve(end - begin);
   bool inBlankRun = false;
-  for (size_t i = begin; i < end; ++i) {
+  forEach(begin, end, abort, [&](size_t i) {
     char c = line[i];
     if (isBlank(c)) {
-      if (blanks & kIgnoreAllBlanks) continue;
+      if (blanks & kIgnoreAllBlanks) return;
       if (blanks & kIgnoreMultipleBlanks) {
-        if (inBlankRun) continue;
+        if (inBlankRun) return;
         c = ' ';
       }
       inBlankRun = true;
@@ -51,26 +51,30 @@ void NormalisedLine::assign(std::string_view line, const CompareOptions& options
     }
     kept_ += options.ignoreCase ? foldCase(c) : c;
     sources_.push_back(static_cast<uint32_t>(i));
-  }
+  });
   characters_ = kept_;
 }
 
-void NormalisedLine::setMarks(const std::vector<uint8_t>& changed, std::span<uint8_t> marks) const {
+void NormalisedLine::setMarks(const std::vector<uint8_t>& changed, std::span<uint8_t> marks,
+                              const AbortFlag* abort) const {
   const uint8_t* const flags = changed.data();
   uint8_t* const to = marks.data();
   const size_t count = characters_.size();
   if (plain_) {
-    for (size_t i = 0; i < count; ++i) to[i] = static_cast<uint8_t>(flags[i] * kDiffersMark);
+    forEach<size_t>(0, count, abort,
+                    [&](size_t i) { to[i] = static_cast<uint8_t>(flags[i] * kDiffersMark); });
   } else {
-    for (size_t i = 0; i < count; ++i) to[sources_[i]] = static_cast<uint8_t>(flags[i] * kDiffersMark);
+    forEach<size_t>(0, count, abort,
+                    [&](size_t i) { to[sources_[i]] = static_cast<uint8_t>(flags[i] * kDiffersMark); });
   }
 }
 
 bool ChangedLineTest::compare(std::string_view left, std::string_view right, RowMarks& marks) {
   marks = {};
   if (!options_.compareChanges) return false;
-  lines_[0].assign(left, options_);
-  lines_[1].assign(right, options_);
+  lines_[0].assign(left, options_, abort_);
+  lines_[1].assign(right, options_, abort_);
+  if (isRaised(abort_)) return false;
   const std::string_view a = lines_[0].characters();
   const std::string_view b = lines_[1].characters();
   const uint64_t total = uint64_t{left.size()} + right.size();
@@ -79,7 +83,7 @@ bool ChangedLineTest::compare(std::string_view left, std::string_view right, Row
   };
   // No script matches more than this, in runs or not: most lines that are unlike need no script.
   const std::optional<uint32_t> common = common_.count(a, b);
-  if (!alike(common ? *common : sharedCharacters(a, b))) return false;
+  if (!alike(common ? *common : sharedCharacters(a, b, abort_))) return false;
   const int32_t edits = common ? static_cast<int32_t>(a.size() + b.size() - 2 * *common) : kUnknown;
   if (!findEditScript(std::span<const char>(a), std::span<const char>(b), abort_, script_, {}, edits))
     return false;
@@ -92,6 +96,7 @@ bool ChangedLineTest::compare(std::string_view left, std::string_view right, Row
 uint64_t ChangedLineTest::matchedInRuns() const {
   const size_t sizes[2] = {lines_[0].characters().size(), lines_[1].characters().size()};
   uint64_t sum = 0;
+  uint32_t runs = 0;
   size_t at[2] = {0, 0}, ends[2] = {0, 0};
   for (;;) {
     for (const int side : {0, 1}) {
@@ -103,13 +108,14 @@ uint64_t ChangedLineTest::matchedInRuns() const {
     }
     const size_t run = std::min(ends[0] - at[0], ends[1] - at[1]);
     if (run >= kMinimumRun) sum += run;
+    if (++runs % 1024 == 0 && isRaised(abort_)) return sum;
     for (size_t& position : at) position += run;
   }
 }
 
 void ChangedLineTest::setMarks(RowMarks& marks) const {
   for (const int side : {0, 1}) {
-    lines_[side].setMarks(script_.changed[side], marks.side(side));
+    lines_[side].setMarks(script_.changed[side], marks.side(side), abort_);
   }
 }
 

@@ -17,13 +17,13 @@ namespace merivane {
 /// A line as an in-line comparison sees it under the options, and where each of its characters came from.
 class NormalisedLine {
  public:
-  /// `line` must outlive the use of this.
-  void assign(std::string_view line, const CompareOptions& options);
+  /// `line` must outlive the use of this. When the flag is raised meanwhile it means nothing.
+  void assign(std::string_view line, const CompareOptions& options, const AbortFlag* abort);
 
   std::string_view characters() const { return characters_; }
 
   /// Marks those bytes of the line, unmarked so far, whose characters are flagged.
-  void setMarks(const std::vector<uint8_t>& changed, std::span<uint8_t> marks) const;
+  void setMarks(const std::vector<uint8_t>& changed, std::span<uint8_t> marks, const AbortFlag* abort) const;
 
  private:
   bool plain_ = true;  // the line as it is

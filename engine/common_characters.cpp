@@ -8,16 +8,15 @@
 
 namespace merivane {
 
-uint64_t sharedCharacters(std::string_view left, std::string_view right) {
-  uint32_t unpaired[256] = {};
-  for (const char c : left) ++unpaired[static_cast<unsigned char>(c)];
-  uint64_t shared = 0;
-  for (const char c : right) {
-    uint32_t& count = unpaired[static_cast<unsigned char>(c)];
-    if (count == 0) continue;
-    --count;
-    ++shared;
+uint64_t sharedCharacters(std::string_view left, std::string_view right, const AbortFlag* abort) {
+  uint32_t counts[2][256] = {};
+  for (const int side : {0, 1}) {
+    const std::string_view characters = side == 0 ? left : right;
+    forEach<size_t>(0, characters.size(), abort,
+                    [&](size_t at) { ++counts[side][static_cast<unsigned char>(characters[at])]; });
   }
+  uint64_t shared = 0;
+  for (int c = 0; c < 256; ++c) shared += std::min(counts[0][c], counts[1][c]);
   return shared;
 }
 

@@ -6,11 +6,17 @@
 #include <utility>
 #include <vector>
 
+#include "base/side_by_side.h"
 #include "engine/edit_script.h"
 #include "engine/line_keys.h"
 #include "engine/row_builder.h"
 
 namespace merivane {
+namespace {
+
+constexpr size_t kLeastForThreads = size_t{1} << 18;  // bytes
+
+}  // namespace
 
 Result compareTexts(std::string_view left, std::string_view right, const CompareOptions& options,
                     const AbortFlag* abort, DiffModel& model) {
@@ -21,11 +27,16 @@ Result compareTexts(std::string_view left, std::string_view right, const Compare
     {
       // The keys and the search's work space are gone before the rows come, which need their room.
       LineTable tables[2];
-      for (const int side : {0, 1}) tables[side] = tableLines(texts[side], options, abort);
+      const auto tableSide = [&](int side) { tables[side] = tableLines(texts[side], options, abort); };
+      if (left.size() + right.size() < kLeastForThreads) {
+        for (const int side : {0, 1}) tableSide(side);
+      } else {
+        runSideBySide([&] { tableSide(0); }, [&] { tableSide(1); });
+      }
       const std::span<const uint32_t> keys[2] = {tables[0].keys, tables[1].keys};
       if (!findEditScript(keys[0], keys[1], abort, script)) return Result::cancelled;
       for (const int side : {0, 1}) starts[side] = std::move(tables[side].starts);
-      script.searched = std::vector<int32_t>();
+      script.space = WorkSpace();
     }
     DiffModel compared;
     if (!buildRows(texts, starts, script, options, abort, compared)) return Result::cancelled;
@@ -49,7 +60,7 @@ Outcome compareFiles(FileSystem& files, const std::string (&paths)[2], const Com
     return {Result::outOfMemory};
   }
   comparison = {};
-  Outcome outcome = loadDocuments(files, paths, comparison.documents);
+  Outcome outcome = loadDocuments(files, paths, comparison.documents, abort);
   if (outcome.succeeded()) {
     outcome.result = compareTexts(comparison.documents[0].text.view(), comparison.documents[1].text.view(),
                                   options, abort, comparison.model);

@@ -4,10 +4,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <vector>
 
 #include "engine/abort_flag.h"
 #include "engine/box.h"
+#include "engine/work_space.h"
 
 namespace merivane {
 
@@ -20,19 +20,16 @@ namespace merivane {
 template <typename Element>
 class DiagonalSearch {
  public:
-  /// `furthest` is work space, which may have been another search's.
-  DiagonalSearch(const Element* left, const Element* right, std::vector<int32_t>& furthest,
-                 const AbortFlag* abort)
-      : a_(left), b_(right), furthest_(furthest), abort_(abort) {}
+  DiagonalSearch(const Element* left, const Element* right, WorkSpace& space, const AbortFlag* abort)
+      : a_(left), b_(right), space_(space), abort_(abort) {}
 
   /// `edits`: those of the box's shortest script where they are known, else kUnknown; then it gives up when
   /// more than `budget` steps would be needed. The box is not empty and does not begin or end with equal
   /// elements. Throws std::bad_alloc.
   SearchEnd find(const Box& box, int32_t edits, int64_t budget, Split& split) {
     const size_t diagonals = static_cast<size_t>(box.size()) + 3;
-    if (furthest_.size() < 2 * diagonals) furthest_.resize(2 * diagonals);
     // A diagonal d = x - y runs from xlo - yhi to xhi - ylo, with one guard cell on each side.
-    int32_t* const fd = furthest_.data() + (ptrdiff_t{box.yhi} - box.xlo + 1);
+    int32_t* const fd = space_.cells(2 * diagonals) + (ptrdiff_t{box.yhi} - box.xlo + 1);
     int32_t* const bd = fd + static_cast<ptrdiff_t>(diagonals);
     const int32_t dmin = box.xlo - box.yhi, dmax = box.xhi - box.ylo;
     const int32_t fmid = box.xlo - box.ylo, bmid = box.xhi - box.yhi;
@@ -109,7 +106,7 @@ class DiagonalSearch {
 
   const Element* a_;
   const Element* b_;
-  std::vector<int32_t>& furthest_;  // of both searches, the furthest x on every diagonal
+  WorkSpace& space_;  // for both searches' furthest x on every diagonal
   const AbortFlag* abort_;
 };
 

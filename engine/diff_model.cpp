@@ -51,9 +51,9 @@ int64_t DiffModel::rowAtPositionFromTop(int side, uint32_t position) const {
   return rowAtPosition(side, position);
 }
 
-void DiffModel::numberLines() {
+bool DiffModel::numberLines(const AbortFlag* abort) {
   uint32_t lines[2] = {0, 0};
-  numberLines({0, rowCount()}, lines);
+  return forEachRange(abort, [&](RowRange range) { numberLines(range, lines); });
 }
 
 /// Numbers a range of rows that has this many lines before it, and counts on to its end.
@@ -66,10 +66,22 @@ void DiffModel::numberLines(RowRange range, uint32_t (&lines)[2]) {
   }
 }
 
-void DiffModel::countDifferences() {
-  const RowRange all{0, rowCount()};
-  differenceBlocks_ = blockStarts(all);
-  differingRows_ = differing(all);
+bool DiffModel::countDifferences(const AbortFlag* abort) {
+  differenceBlocks_ = differingRows_ = 0;
+  return forEachRange(abort, [&](RowRange range) {
+    differenceBlocks_ += blockStarts(range);
+    differingRows_ += differing(range);
+  });
+}
+
+/// Visits all rows in ranges small enough for a look at the flag between them.
+bool DiffModel::forEachRange(const AbortFlag* abort, auto visit) const {
+  constexpr uint32_t atOnce = 1 << 16;
+  for (uint32_t row = 0; row < rowCount(); row += atOnce) {
+    if (isRaised(abort)) return false;
+    visit(RowRange{row, row + std::min(rowCount() - row, atOnce)});
+  }
+  return true;
 }
 
 void DiffModel::shiftPositions(int side, uint32_t row, int64_t delta) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "engine/abort_flag.h"
 #include "engine/row_store.h"
 
 namespace merivane {
@@ -55,11 +56,11 @@ class DiffModel {
   /// The first row that starts at the position if there is one, else as rowAtPosition().
   int64_t rowAtPositionFromTop(int side, uint32_t position) const;
 
-  /// Fills in the line numbers of all rows.
-  void numberLines();
+  /// Fills in the line numbers of all rows. False, and not all are filled in, when aborted.
+  bool numberLines(const AbortFlag* abort = nullptr);
 
-  /// Fills in the two counts.
-  void countDifferences();
+  /// Fills in the two counts. As numberLines().
+  bool countDifferences(const AbortFlag* abort = nullptr);
 
   /// Adds `delta` to a side's positions from `row` to the end.
   void shiftPositions(int side, uint32_t row, int64_t delta);
@@ -70,6 +71,7 @@ class DiffModel {
 
  private:
   uint32_t firstRowWhere(auto predicate) const;
+  bool forEachRange(const AbortFlag* abort, auto visit) const;
   uint32_t linesBefore(int side, uint32_t row) const;
   void numberLines(RowRange range, uint32_t (&lines)[2]);
   uint32_t blockStarts(RowRange range) const;

@@ -6,6 +6,7 @@
 #include <new>
 #include <optional>
 
+#include "base/side_by_side.h"
 #include "engine/banded_split.h"
 #include "engine/bit_row.h"
 #include "engine/box_matcher.h"
@@ -29,8 +30,22 @@ class DivideAndConquer {
         changedRight_(script.changed[1].data()),
         abort_(abort),
         costs_(costs),
-        furthest_(script.searched),
-        plain_(left.data(), right.data(), furthest_, abort) {}
+        space_(script.space),
+        plain_(left.data(), right.data(), space_, abort) {}
+
+  /// For a part of what `other` searches, at the same time as it.
+  DivideAndConquer(const DivideAndConquer& other, WorkSpace& space)
+      : left_(other.left_),
+        right_(other.right_),
+        changedLeft_(other.changedLeft_),
+        changedRight_(other.changedRight_),
+        abort_(other.abort_),
+        costs_(other.costs_),
+        space_(space),
+        plain_(left_.data(), right_.data(), space_, abort_),
+        classes_(other.classes_) {
+    matcher_.emplace(*classes_);
+  }
 
   bool run(int32_t edits) {
     divide({0, 0, static_cast<int32_t>(left_.size()), static_cast<int32_t>(right_.size())}, edits);
@@ -53,8 +68,18 @@ class DivideAndConquer {
       }
       Split split;
       if (findSplit(box, edits, split) == Step::done) return;
-      divide({box.xlo, box.ylo, split.at.x, split.at.y}, (split.edits + 1) / 2);
-      box = {split.at.x, split.at.y, box.xhi, box.yhi};
+      const Box before{box.xlo, box.ylo, split.at.x, split.at.y};
+      const Box behind{split.at.x, split.at.y, box.xhi, box.yhi};
+      if (classes_ != nullptr && box.size() >= kLeastForThreads && split.edits >= kLeastEditsForThreads) {
+        WorkSpace space;
+        DivideAndConquer other(*this, space);
+        runSideBySide([&] { divide(before, (split.edits + 1) / 2); },
+                      [&] { other.divide(behind, split.edits / 2); });
+        aborted_ = aborted_ || other.aborted_;
+        return;
+      }
+      divide(before, (split.edits + 1) / 2);
+      box = behind;
       edits = split.edits / 2;
     }
   }
@@ -73,9 +98,9 @@ class DivideAndConquer {
       if (end != SearchEnd::overBudget) return check(end == SearchEnd::found);
     }
 
-    if (!classes_) {
-      classes_.emplace();
-      if (!classify(left_, right_, abort_, *classes_)) return check(false);
+    if (classes_ == nullptr) {
+      if (!classify(left_, right_, abort_, ownClasses_)) return check(false);
+      classes_ = &ownClasses_;
       matcher_.emplace(*classes_);
     }
     MatchedBox matched;
@@ -115,7 +140,7 @@ class DivideAndConquer {
       return true;
     }
     Split split;
-    DiagonalSearch<uint32_t> search(classes[0], classes[1], furthest_, abort_);
+    DiagonalSearch<uint32_t> search(classes[0], classes[1], space_, abort_);
     const double steps = costs_.plainStepsPerElement * costs_.unknownFactor * rest.size();
     const SearchEnd end = search.find(rest, kUnknown, static_cast<int64_t>(steps), split);
     if (end == SearchEnd::found) matchedEdits = split.edits;
@@ -158,6 +183,9 @@ class DivideAndConquer {
     return notAborted ? Step::split : Step::done;
   }
 
+  // From where on a second processor gains more than it costs to have.
+  static constexpr int64_t kLeastForThreads = 1 << 13;
+  static constexpr int32_t kLeastEditsForThreads = 256;
   // These bound the memory of the searches.
   static constexpr double kMostMatchesPerElement = 2;
   static constexpr double kMostCellsPerElement = 8;
@@ -168,9 +196,10 @@ class DivideAndConquer {
   const AbortFlag* const abort_;
   const SearchCosts costs_;
   bool aborted_ = false;
-  std::vector<int32_t>& furthest_;
+  WorkSpace& space_;
   DiagonalSearch<Element> plain_;
-  std::optional<ElementClasses> classes_;  // made for the first box that asks for them
+  const ElementClasses* classes_ = nullptr;  // made for the first box that asks for them
+  ElementClasses ownClasses_;
   std::optional<BoxMatcher> matcher_;
 };
 

@@ -6,6 +6,7 @@
 
 #include "engine/abort_flag.h"
 #include "engine/box.h"
+#include "engine/work_space.h"
 
 namespace merivane {
 
@@ -13,7 +14,7 @@ namespace merivane {
 /// (right). The unflagged elements of both sides, in order, are the equal pairs.
 struct EditScript {
   std::vector<uint8_t> changed[2];  // one longer than the sequence; the last flag is always 0
-  std::vector<int32_t> searched;    // work space of the search, kept for the next one
+  WorkSpace space;                  // of the search, kept for the next one
 };
 
 /// When findEditScript() takes which way through a box; none of it changes the script. The defaults are
@@ -21,8 +22,8 @@ struct EditScript {
 struct SearchCosts {
   // What the plain search may take before anything else is thought of is the larger of these two.
   double leastPlainSteps = 1000;
-  double plainStepsPerElement = 1;
-  double unknownFactor = 4;  // as long as nobody knows the edits it may take so many times as much
+  double plainStepsPerElement = 2;
+  double unknownFactor = 2;  // as long as nobody knows the edits it may take so many times as much
   double perCell = 2;        // of a search diagonal by diagonal
   double perMatch = 20;      // of a sparse search, besides the logarithm
   double perRow = 20;        // of a search through the banded table,

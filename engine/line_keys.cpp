@@ -1,10 +1,11 @@
 #include "engine/line_keys.h"
 
+#ifdef __SSE2__
+#include <immintrin.h>
+#endif
+
 #include <array>
 #include <bit>
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
 
 namespace merivane {
 namespace {
@@ -40,9 +41,9 @@ constexpr auto kPowers = [] {
   return powers;
 }();
 
-/// The polynomial of plain bytes. What lies between `end` and `readable` does not count, but may be read.
-uint32_t plainKey(const char* from, const char* end, const char* readable) {
-  uint32_t key = 0;
+/// The polynomial of plain bytes behind those of `key`. What lies between `end` and `readable` does not
+/// count, but may be read.
+uint32_t plainKey(uint32_t key, const char* from, const char* end, const char* readable) {
   for (; end - from >= 8; from += 8) key = key * kBase8 + keyOfEight(eightBytes(from));
   if (from < end && readable - from >= 8) {
     // The bytes left go to the place of the last of eight; zeros before them add nothing.
@@ -87,43 +88,69 @@ bool forEachLineEnd(std::string_view text, const AbortFlag* abort, Visit visit) 
   return true;
 }
 
-uint32_t normalisedKey(std::string_view line, const CompareOptions& options) {
-  const bool terminated = !line.empty() && line.back() == '\n';
-  if (terminated) line.remove_suffix(1);
-  const uint32_t blanks = options.ignoreBlanks;
-  uint32_t key = 0;
-  uint32_t keyBeforeRun = 0;
-  bool inBlankRun = false;
-  bool atLineStart = true;
-  for (char c : line) {
-    if (isBlank(c)) {
-      if (blanks & kIgnoreAllBlanks) continue;
-      if ((blanks & kIgnoreBlanksAtStart) && atLineStart) continue;
-      if (!inBlankRun) {
-        inBlankRun = true;
-        keyBeforeRun = key;
-        if (blanks & kIgnoreMultipleBlanks) c = ' ';
-      } else if (blanks & kIgnoreMultipleBlanks) {
-        continue;
+/// The key of a line without its LF as the options have it, made from piece after piece of it.
+class NormalisedKey {
+ public:
+  explicit NormalisedKey(const CompareOptions& options) : options_(options) {}
+
+  void add(const char* from, const char* end) {
+    const uint32_t blanks = options_.ignoreBlanks;
+    for (; from < end; ++from) {
+      char c = *from;
+      if (isBlank(c)) {
+        if (blanks & kIgnoreAllBlanks) continue;
+        if ((blanks & kIgnoreBlanksAtStart) && atLineStart_) continue;
+        if (!inBlankRun_) {
+          inBlankRun_ = true;
+          keyBeforeRun_ = key_;
+          if (blanks & kIgnoreMultipleBlanks) c = ' ';
+        } else if (blanks & kIgnoreMultipleBlanks) {
+          continue;
+        }
+      } else {
+        inBlankRun_ = false;
+        atLineStart_ = false;
       }
-    } else {
-      inBlankRun = false;
-      atLineStart = false;
+      key_ = key_ * kBase + value(options_.ignoreCase ? foldCase(c) : c);
     }
-    key = key * kBase + value(options.ignoreCase ? foldCase(c) : c);
   }
-  if ((blanks & kIgnoreBlanksAtEnd) && inBlankRun) key = keyBeforeRun;
-  return terminated ? key * kBase + '\n' : key;
+
+  uint32_t key() const {
+    return (options_.ignoreBlanks & kIgnoreBlanksAtEnd) && inBlankRun_ ? keyBeforeRun_ : key_;
+  }
+
+ private:
+  const CompareOptions options_;
+  uint32_t key_ = 0;
+  uint32_t keyBeforeRun_ = 0;
+  bool inBlankRun_ = false;
+  bool atLineStart_ = true;
+};
+
+/// Long lines are gone through in pieces of so many bytes, with a look at the flag after each.
+constexpr ptrdiff_t kPiece = 1 << 20;
+
+uint32_t keyOf(const char* line, const char* end, const char* readable, const CompareOptions& options,
+               const AbortFlag* abort) {
+  if (options.comparesBytes()) {
+    uint32_t key = 0;
+    for (; end - line > kPiece && !isRaised(abort); line += kPiece)
+      key = plainKey(key, line, line + kPiece, readable);
+    return end - line > kPiece ? key : plainKey(key, line, end, readable);
+  }
+  const bool terminated = line < end && end[-1] == '\n';
+  if (terminated) --end;
+  NormalisedKey key(options);
+  for (; end - line > kPiece && !isRaised(abort); line += kPiece) key.add(line, line + kPiece);
+  if (end - line <= kPiece) key.add(line, end);
+  return terminated ? key.key() * kBase + '\n' : key.key();
 }
 
 }  // namespace
 
 uint32_t lineKey(std::string_view line, const CompareOptions& options) {
-  if (options.comparesBytes()) {
-    const char* const end = line.data() + line.size();
-    return plainKey(line.data(), end, end);
-  }
-  return normalisedKey(line, options);
+  const char* const end = line.data() + line.size();
+  return keyOf(line.data(), end, end, options, nullptr);
 }
 
 LineTable tableLines(std::string_view text, const CompareOptions& options, const AbortFlag* abort) {
@@ -135,11 +162,9 @@ LineTable tableLines(std::string_view text, const CompareOptions& options, const
   table.starts.push_back(0);
   const char* const begin = text.data();
   const char* const end = begin + text.size();
-  const bool bytes = options.comparesBytes();
   const char* line = begin;
   const auto addLine = [&](const char* next) {
-    table.keys.push_back(bytes ? plainKey(line, next, end)
-                               : normalisedKey({line, static_cast<size_t>(next - line)}, options));
+    table.keys.push_back(keyOf(line, next, end, options, abort));
     table.starts.push_back(static_cast<uint32_t>(next - begin));
     line = next;
   };

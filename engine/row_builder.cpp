@@ -18,7 +18,7 @@ class RowBuilder {
     reserve(changed[0], count);
     uint32_t x = 0, y = 0;
     while (x < count[0] || y < count[1]) {
-      if (isAborted()) return false;
+      if (isRaised(abort_)) return false;
       if (!changed[0][x] && !changed[1][y]) {
         add(RowStatus::same, x++, y++);
         continue;
@@ -29,14 +29,10 @@ class RowBuilder {
       if (!addHunk(x0, x, y0, y)) return false;
     }
     if (model_.rowCount() == 0) model_.addRow(RowStatus::same, 0, 0);
-    model_.numberLines();
-    model_.countDifferences();
-    return true;
+    return model_.numberLines(abort_) && model_.countDifferences(abort_);
   }
 
  private:
-  bool isAborted() const { return abort_ != nullptr && abort_->isRaised(); }
-
   uint32_t lineCount(int side) const { return static_cast<uint32_t>(starts_[side].size() - 1); }
 
   /// Room for every equal pair and every flagged line, at most what pairing up leaves.
@@ -67,10 +63,10 @@ class RowBuilder {
       // Paired from the top for as long as the pairs are alike.
       RowMarks marks;
       while (x0 < x1 && test_.compare(line(0, x0), line(1, y0), marks)) {
-        if (isAborted()) return false;
+        if (isRaised(abort_)) return false;
         add(RowStatus::changed, x0++, y0++, std::move(marks));
       }
-      if (isAborted()) return false;
+      if (isRaised(abort_)) return false;
     }
     // The order follows the longer side.
     if (y1 - y0 > x1 - x0) {

@@ -32,7 +32,7 @@ RowStore& RowStore::operator=(RowStore&& other) noexcept {
   return *this;
 }
 
-void RowStore::append(DiffRow&& row) {
+void RowStore::appendAtGap(DiffRow&& row) {
   moveGap(size());
   if (gapSize_ == 0) {
     rows_.push_back(std::move(row));

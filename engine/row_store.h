@@ -70,7 +70,11 @@ class RowStore {
 
   /// Makes room for this many rows and for a gap among them.
   void reserve(size_t rows) { rows_.reserve(rows + gapFor(rows)); }
-  void append(DiffRow&& row);
+  void append(DiffRow&& row) {
+    if (gapSize_ != 0 || gapStart_ != rows_.size()) return appendAtGap(std::move(row));
+    rows_.push_back(std::move(row));
+    ++gapStart_;
+  }
 
   uint32_t size() const { return static_cast<uint32_t>(rows_.size()) - gapSize_; }
 
@@ -109,6 +113,7 @@ class RowStore {
   static size_t gapFor(size_t rows) { return rows / 16 + 64; }
 
   uint32_t index(uint32_t row) const { return row < gapStart_ ? row : row + gapSize_; }
+  void appendAtGap(DiffRow&& row);
   void moveGap(uint32_t row);
   void growGap(uint32_t size);
 

@@ -10,25 +10,22 @@ struct Match {
   int32_t x, y;  // in the box
 };
 
-/// All matches by ascending x, and by descending y where x is the same.
-std::vector<Match> listMatches(const MatchedBox& box) {
+/// All matches by ascending x, and by descending y where x is the same. False when aborted.
+bool listMatches(const MatchedBox& box, const AbortFlag* abort, std::vector<Match>& matches) {
+  const uint32_t* const classes[2] = {box.classes[0].data(), box.classes[1].data()};
   std::vector<uint32_t> starts(box.classCount + 1, 0);
-  for (const uint32_t c : box.classes[1]) ++starts[c + 1];
-  for (uint32_t c = 0; c < box.classCount; ++c) starts[c + 1] += starts[c];
-  std::vector<uint32_t> next(starts.begin(), starts.end() - 1);
   std::vector<int32_t> occurrences(box.classes[1].size());
-  for (size_t j = 0; j < occurrences.size(); ++j)
-    occurrences[next[box.classes[1][j]]++] = box.high(1, static_cast<int32_t>(j));
-
-  std::vector<Match> matches;
+  bool done = forEach(0, box.matched(1), abort, [&](int32_t j) { ++starts[classes[1][j] + 1]; });
+  done = done && forEach(0u, box.classCount, abort, [&](uint32_t c) { starts[c + 1] += starts[c]; });
+  std::vector<uint32_t> next(starts.begin(), starts.end() - 1);
+  done = done && forEach(0, box.matched(1), abort,
+                         [&](int32_t j) { occurrences[next[classes[1][j]]++] = box.high(1, j); });
   matches.reserve(static_cast<size_t>(box.matches));
-  for (size_t i = 0; i < box.classes[0].size(); ++i) {
-    const uint32_t c = box.classes[0][i];
-    for (uint32_t at = starts[c + 1]; at > starts[c]; --at) {
-      matches.push_back({box.high(0, static_cast<int32_t>(i)), occurrences[at - 1]});
-    }
-  }
-  return matches;
+  return done && forEach(0, box.matched(0), abort, [&](int32_t i) {
+           const uint32_t c = classes[0][i];
+           for (uint32_t at = starts[c + 1]; at > starts[c]; --at)
+             matches.push_back({box.high(0, i), occurrences[at - 1]});
+         });
 }
 
 /// For each match the length of the longest chain that it ends. A chain's matches ascend in x and y both;
@@ -89,7 +86,8 @@ int32_t lastInBoth(const std::vector<Range>& left, const std::vector<Range>& rig
 
 bool splitBySparseMatches(const MatchedBox& box, const AbortFlag* abort, int32_t& matchedEdits,
                           Point& split) {
-  std::vector<Match> matches = listMatches(box);
+  std::vector<Match> matches;
+  if (!listMatches(box, abort, matches)) return false;
   std::vector<int32_t> fromStart, fromEnd;
   int32_t longest = 0;
   if (!rankMatches<false>(matches, abort, fromStart, longest)) return false;
@@ -99,9 +97,10 @@ bool splitBySparseMatches(const MatchedBox& box, const AbortFlag* abort, int32_t
   const size_t ranks = static_cast<size_t>(longest) + 2;
   std::vector<uint32_t> starts(ranks + 1, 0);
   const auto onLongest = [&](size_t at) { return fromStart[at] + fromEnd[at] == longest + 1; };
-  for (size_t at = 0; at < matches.size(); ++at) {
+  const bool counted = forEach<size_t>(0, matches.size(), abort, [&](size_t at) {
     if (onLongest(at)) ++starts[static_cast<size_t>(fromStart[at]) + 1];
-  }
+  });
+  if (!counted) return false;
   // Two matches that are none, at the box's corners, are rank 0 and the rank behind the last.
   starts[1] = 1;
   starts[ranks] = 1;
@@ -110,16 +109,17 @@ bool splitBySparseMatches(const MatchedBox& box, const AbortFlag* abort, int32_t
   std::vector<uint32_t> next(starts.begin(), starts.end() - 1);
   ranked.front() = {-1, -1};
   ranked.back() = {box.sizes[0], box.sizes[1]};
-  for (size_t at = 0; at < matches.size(); ++at) {
+  const bool sorted = forEach<size_t>(0, matches.size(), abort, [&](size_t at) {
     if (onLongest(at)) ranked[next[static_cast<size_t>(fromStart[at])]++] = matches[at];
-  }
+  });
+  if (!sorted) return false;
 
   matchedEdits = box.matched(0) + box.matched(1) - 2 * longest;
   const int32_t edits = matchedEdits + box.unmatched();
   const int32_t before = (edits + 1) / 2;
   split = {-1, -1};
   std::vector<Range> behind, ahead;
-  for (int32_t rank = 0; rank <= longest; ++rank) {
+  return forEach(0, longest + 1, abort, [&](int32_t rank) {
     // The points behind a match of this rank and before one of the next that have half the edits behind them.
     const int32_t sum = before + 2 * rank;
     behind.clear();
@@ -132,11 +132,10 @@ bool splitBySparseMatches(const MatchedBox& box, const AbortFlag* abort, int32_t
       ahead.push_back({sum - ranked[at].y, ranked[at].x});
     }
     const int32_t x = lastInBoth(behind, ahead);
-    if (x < 0) continue;
+    if (x < 0) return;
     // Of equal diagonals the further point stands.
     if (split.x < 0 || 2 * x - sum >= split.x - split.y) split = {x, sum - x};
-  }
-  return true;
+  });
 }
 
 }  // namespace merivane

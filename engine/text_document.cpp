@@ -53,10 +53,14 @@ LineEndKind detectLineEndKind(std::string_view sample) {
   return LineEndKind::crLf;
 }
 
-void convertFromFile(ByteArray& bytes, LineEndKind kind) {
+void convertFromFile(ByteArray& bytes, LineEndKind kind, const AbortFlag* abort) {
   char* const begin = bytes.data();
   char* const end = begin + bytes.size();
-  if (kind == LineEndKind::cr) std::replace(begin, end, '\r', '\n');
+  if (kind == LineEndKind::cr) {
+    forEach<uint32_t>(0, bytes.size(), abort, [begin](uint32_t at) {
+      if (begin[at] == '\r') begin[at] = '\n';
+    });
+  }
   if (kind != LineEndKind::crLf || begin == end) return;
   const auto findCr = [end](char* from) {
     void* found = from < end ? std::memchr(from, '\r', static_cast<size_t>(end - from)) : nullptr;
@@ -64,7 +68,7 @@ void convertFromFile(ByteArray& bytes, LineEndKind kind) {
   };
   char* from = findCr(begin);
   char* to = from;
-  while (from < end) {
+  for (uint32_t found = 1; from < end && (found % 4096 != 0 || !isRaised(abort)); ++found) {
     // `from` stands on a CR: it goes when an LF follows, and all up to the next CR moves down.
     if (from + 1 < end && from[1] == '\n') {
       ++from;
@@ -123,6 +127,33 @@ std::string outcomeMessage(const Outcome& outcome) {
 
 namespace {
 
+/// A file that is read piece by piece, with a look at the flag before each; what it answers when that is
+/// raised is an error, whichever.
+class StoppableFile final : public InputFile {
+ public:
+  StoppableFile(InputFile& file, const AbortFlag* abort) : file_(file), abort_(abort) {}
+
+  SystemError read(char* bytes, uint32_t wanted, uint32_t& got) override {
+    constexpr uint32_t atOnce = 1 << 22;
+    got = 0;
+    while (got < wanted) {
+      if (isRaised(abort_)) return notEnoughStorage();
+      const uint32_t piece = std::min(wanted - got, atOnce);
+      uint32_t gotOfPiece = 0;
+      const SystemError error = file_.read(bytes + got, piece, gotOfPiece);
+      got += gotOfPiece;
+      if (error != 0 || gotOfPiece < piece) return error;
+    }
+    return 0;
+  }
+
+  uint64_t size() const override { return file_.size(); }
+
+ private:
+  InputFile& file_;
+  const AbortFlag* const abort_;
+};
+
 /// One side on its way from a path to a document.
 struct Loading {
   std::unique_ptr<InputFile> file;
@@ -143,13 +174,17 @@ struct Loading {
     bytes.truncate(got);
   }
 
-  void readRest() {
-    if (error == 0) error = readToEnd(*file, bytes);
+  void readRest(const AbortFlag* abort) {
+    if (error == 0) {
+      StoppableFile stoppable(*file, abort);
+      error = readToEnd(stoppable, bytes);
+    }
     file.reset();
   }
 };
 
-Outcome load(FileSystem& files, const std::string (&paths)[2], TextDocument (&documents)[2]) {
+Outcome load(FileSystem& files, const std::string (&paths)[2], TextDocument (&documents)[2],
+             const AbortFlag* abort) {
   constexpr Result invalid[] = {Result::leftPathInvalid, Result::rightPathInvalid};
   constexpr Result binary[] = {Result::leftBinary, Result::rightBinary};
   constexpr Result unreadable[] = {Result::leftUnreadable, Result::rightUnreadable};
@@ -165,12 +200,14 @@ Outcome load(FileSystem& files, const std::string (&paths)[2], TextDocument (&do
   }
   TextDocument loaded[2];
   for (const int side : {0, 1}) {
-    loading[side].readRest();
+    loading[side].readRest(abort);
+    if (isRaised(abort)) return {Result::cancelled};
     if (loading[side].error != 0) return {unreadable[side], loading[side].error};
     loaded[side].lineEndKind = detectLineEndKind(loading[side].bytes.view());
     loaded[side].stamp = loading[side].stamp;
     loaded[side].readOnly = !files.isWritable(paths[side]);
-    convertFromFile(loading[side].bytes, loaded[side].lineEndKind);
+    convertFromFile(loading[side].bytes, loaded[side].lineEndKind, abort);
+    if (isRaised(abort)) return {Result::cancelled};
     loaded[side].text = std::move(loading[side].bytes);
   }
   for (const int side : {0, 1}) documents[side] = std::move(loaded[side]);
@@ -179,9 +216,10 @@ Outcome load(FileSystem& files, const std::string (&paths)[2], TextDocument (&do
 
 }  // namespace
 
-Outcome loadDocuments(FileSystem& files, const std::string (&paths)[2], TextDocument (&documents)[2]) {
+Outcome loadDocuments(FileSystem& files, const std::string (&paths)[2], TextDocument (&documents)[2],
+                      const AbortFlag* abort) {
   try {
-    return load(files, paths, documents);
+    return load(files, paths, documents, abort);
   } catch (const std::bad_alloc&) {
     return {Result::outOfMemory};
   }

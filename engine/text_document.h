@@ -7,6 +7,7 @@
 #include "base/byte_array.h"
 #include "base/file_system.h"
 #include "base/result.h"
+#include "engine/abort_flag.h"
 
 namespace merivane {
 
@@ -33,8 +34,9 @@ bool isBinary(std::string_view sample);
 /// The kind that a file's first kLineEndSampleSize bytes speak for; crLf when they do not tell.
 LineEndKind detectLineEndKind(std::string_view sample);
 
-/// Turns a file's bytes into the in-memory form, in place. Never needs memory.
-void convertFromFile(ByteArray& bytes, LineEndKind kind);
+/// Turns a file's bytes into the in-memory form, in place. Never needs memory. When the flag is raised
+/// meanwhile the bytes mean nothing.
+void convertFromFile(ByteArray& bytes, LineEndKind kind, const AbortFlag* abort = nullptr);
 
 /// Turns in-memory text into a file's bytes. False when memory runs out or the result would not fit.
 bool convertToFile(std::string_view text, LineEndKind kind, bool nulToSpace, ByteArray& bytes);
@@ -53,7 +55,8 @@ std::string outcomeMessage(const Outcome& outcome);
 /// Loads both files. The checks run left path, right path, left binary, right binary, left load, right
 /// load, and the first that fails is the outcome; the documents are then as they were. Each file is opened
 /// and read once, so that what was tested is what is compared. A file that finds no room in memory or in
-/// 32-bit positions is unreadable, with notEnoughStorage().
-Outcome loadDocuments(FileSystem& files, const std::string (&paths)[2], TextDocument (&documents)[2]);
+/// 32-bit positions is unreadable, with notEnoughStorage(). A null flag never aborts.
+Outcome loadDocuments(FileSystem& files, const std::string (&paths)[2], TextDocument (&documents)[2],
+                      const AbortFlag* abort = nullptr);
 
 }  // namespace merivane

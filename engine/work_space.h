@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+namespace merivane {
+
+/// Cells for a search, whatever is in them; kept from one to the next.
+class WorkSpace {
+ public:
+  /// At least `count` cells. Those of the call before are gone. Throws std::bad_alloc.
+  int32_t* cells(size_t count) {
+    if (count > count_) {
+      count_ = 0;
+      cells_ = std::make_unique_for_overwrite<int32_t[]>(count);
+      count_ = count;
+    }
+    return cells_.get();
+  }
+
+ private:
+  std::unique_ptr<int32_t[]> cells_;
+  size_t count_ = 0;
+};
+
+}  // namespace merivane
