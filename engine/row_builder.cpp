@@ -50,12 +50,12 @@ class RowBuilder {
     model_.addRow(status, starts_[0][x], starts_[1][y], std::move(marks));
   }
 
-  void addLeft(uint32_t x0, uint32_t x1, uint32_t y) {
-    for (uint32_t x = x0; x < x1; ++x) add(RowStatus::leftOnly, x, y);
+  bool addLeft(uint32_t x0, uint32_t x1, uint32_t y) {
+    return forEach(x0, x1, abort_, [&](uint32_t x) { add(RowStatus::leftOnly, x, y); });
   }
 
-  void addRight(uint32_t x, uint32_t y0, uint32_t y1) {
-    for (uint32_t y = y0; y < y1; ++y) add(RowStatus::rightOnly, x, y);
+  bool addRight(uint32_t x, uint32_t y0, uint32_t y1) {
+    return forEach(y0, y1, abort_, [&](uint32_t y) { add(RowStatus::rightOnly, x, y); });
   }
 
   bool addHunk(uint32_t x0, uint32_t x1, uint32_t y0, uint32_t y1) {
@@ -69,14 +69,8 @@ class RowBuilder {
       if (isRaised(abort_)) return false;
     }
     // The order follows the longer side.
-    if (y1 - y0 > x1 - x0) {
-      addRight(x0, y0, y1);
-      addLeft(x0, x1, y1);
-    } else {
-      addLeft(x0, x1, y0);
-      addRight(x1, y0, y1);
-    }
-    return true;
+    if (y1 - y0 > x1 - x0) return addRight(x0, y0, y1) && addLeft(x0, x1, y1);
+    return addLeft(x0, x1, y0) && addRight(x1, y0, y1);
   }
 
   const std::string_view texts_[2];
