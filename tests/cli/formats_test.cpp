@@ -7,33 +7,25 @@ namespace {
 
 TEST(JsonFormat, HasALineForEveryRowWithLinesPositionsAndMarks) {
   DiffProgram program;
-  program.files.files = {{"l\"\\\x01\xC3\xA9", {"same\nold value\nleft only\nend"}},
-                         {"r", {"same\r\nnew values\r\nend"}}};
-  EXPECT_EQ(program.run({"--format=json", "--ignore-blanks=end", "l\"\\\x01\xC3\xA9", "r"}), 1);
-  EXPECT_EQ(
-      program.output(),
-      "{\"left\":{\"path\":\"l\\\"\\\\\\u0001\\u00c3\\u00a9\",\"lineEnd\":\"UNIX\"},"
-      "\"right\":{\"path\":\"r\",\"lineEnd\":\"DOS\"},\"diffs\":2,\"lines\":3,\"rows\":[\n"
-      "{\"status\":\"same\",\"left\":{\"line\":1,\"position\":0},\"right\":{\"line\":1,\"position\":0}},\n"
-      "{\"status\":\"left\",\"left\":{\"line\":2,\"position\":5},\"right\":{\"line\":null,\"position\":5}},\n"
-      "{\"status\":\"left\",\"left\":{\"line\":3,\"position\":15},\"right\":{\"line\":null,\"position\":5}},"
-      "\n"
-      "{\"status\":\"right\",\"left\":{\"line\":null,\"position\":25},\"right\":{\"line\":2,\"position\":5}},"
-      "\n"
-      "{\"status\":\"same\",\"left\":{\"line\":4,\"position\":25},\"right\":{\"line\":3,\"position\":16}}\n"
-      "]}\n");
-
-  program.files.files = {{"l", {"the cat sat down\nx\n"}}, {"r", {"The cat sits down\nx"}}};
-  EXPECT_EQ(program.run({"--format=json", "l", "r"}), 1);
-  const std::string marked = program.output();
-  EXPECT_NE(marked.find("\"leftMarks\":[[0,1],[9,10]],\"rightMarks\":[[0,1],[9,10],[11,12]]},\n"),
-            std::string::npos)
-      << marked;
-  EXPECT_NE(marked.find("\"leftMarks\":[[1,2]],\"rightMarks\":[]}\n]}\n"), std::string::npos) << marked;
+  program.files.files = {{"l\"\\\x01\xC3\xA9", {"only\ns\nt\nthe cat sat down\nx\n"}},
+                         {"r", {"s\r\nnew\r\nt\r\nThe cat sits down\r\nx"}}};
+  EXPECT_EQ(program.run({"--format=json", "l\"\\\x01\xC3\xA9", "r"}), 1);
+  EXPECT_EQ(program.output(), R"({"left":{"path":"l\"\\\u0001\u00c3\u00a9","lineEnd":"UNIX"},)"
+                              R"("right":{"path":"r","lineEnd":"DOS"},"diffs":3,"lines":4,"rows":[
+{"status":"left","left":{"line":1,"position":0},"right":{"line":null,"position":0}},
+{"status":"same","left":{"line":2,"position":5},"right":{"line":1,"position":0}},
+{"status":"right","left":{"line":null,"position":7},"right":{"line":2,"position":2}},
+{"status":"same","left":{"line":3,"position":7},"right":{"line":3,"position":6}},
+{"status":"changed","left":{"line":4,"position":9},"right":{"line":4,"position":8},)"
+                              R"("leftMarks":[[0,1],[9,10]],"rightMarks":[[0,1],[9,10],[11,12]]},
+{"status":"changed","left":{"line":5,"position":26},"right":{"line":5,"position":26},)"
+                              R"("leftMarks":[[1,2]],"rightMarks":[]}
+]}
+)");
 }
 
 /// Two texts in, the lines between heading and summary out.
-std::string textRows(DiffProgram& program, const char* left, const char* right,
+std::string textRows(DiffProgram& program, const std::string& left, const std::string& right,
                      std::vector<std::string_view> options) {
   program.files.files = {{"L", {left}}, {"R", {right}}};
   options.insert(options.end(), {"L", "R"});
@@ -68,24 +60,27 @@ TEST(TextFormat, AlignsRowsInTheWidthThereIs) {
 TEST(TextFormat, ShowsTabsControlBytesWhiteSpaceAndWholeCharacters) {
   DiffProgram program;
   program.columns = "27";
-  const std::vector<std::string_view> plain = {"--line-numbers=none"};
-  EXPECT_EQ(textRows(program, "a\tb\n\t\x01\x7F...\n", "a\tb\n\t\x01\x7F...\n", plain),
+  const auto cellOf = [&](const std::string& line, std::vector<std::string_view> options = {}) {
+    // So many bytes from 0x80 on would pass for binary data at the start of a file.
+    const std::string text = std::string(1024, 'x') + '\n' + line;
+    options.push_back("--line-numbers=none");
+    const std::string rows = textRows(program, text, text, options);
+    return rows.substr(rows.rfind(' ') + 1);
+  };
+  EXPECT_EQ(textRows(program, "a\tb\n\t\x01\x7F...\n", "a\tb\n\t\x01\x7F...\n", {"--line-numbers=none"}),
             "a   b          a   b\n"
             "    ^A^?...        ^A^?...\n");
   EXPECT_EQ(textRows(program, " \tb\n", " \tb\n", {"--line-numbers=none", "--show-white", "--tab-stop=3"}),
             ".> b$          .> b$\n");
   program.terminal.utf8 = true;
-  // Twelve letters of two bytes fit; the last byte of the second line is half a letter.
-  const std::string letters =
-      "\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4";
-  const std::string text = letters + "\xC3\xA4\n" + letters + "xx\n\xC3";
-  const std::string expected = letters + "\xC3\xA4   " + letters + "\xC3\xA4\n" + letters +
-                               "\xE2\x80\xA6   " + letters + "\xE2\x80\xA6\n\xC3              \xC3\n";
-  // So many bytes from 0x80 on would pass for binary data at the start of a file.
-  const std::string filler(1024, 'x');
-  const std::string rows =
-      textRows(program, (filler + "\n" + text).c_str(), (filler + "\n" + text).c_str(), plain);
-  EXPECT_EQ(rows.substr(rows.find('\n') + 1), expected);
+  // Twelve letters of two bytes fit. Half a letter, a surrogate and a longer form than need be are bytes.
+  std::string letters;
+  for (int i = 0; i < 11; ++i) letters += "\xC3\xA4";
+  EXPECT_EQ(cellOf(letters + "\xC3\xA4\n"), letters + "\xC3\xA4\n");
+  EXPECT_EQ(cellOf(letters + "xx\n"), letters + "\xE2\x80\xA6\n");
+  for (const std::string bytes : {"\xED\xA0\x80", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80"}) {
+    EXPECT_EQ(cellOf("1234567890" + bytes + "\n"), "1234567890" + bytes.substr(0, 1) + "\xE2\x80\xA6\n");
+  }
 }
 
 TEST(TextFormat, ColoursForATerminalOrOnRequest) {
@@ -95,7 +90,6 @@ TEST(TextFormat, ColoursForATerminalOrOnRequest) {
     return textRows(program, "a\n", "b\n", options).find('\x1b') != std::string::npos;
   };
   EXPECT_FALSE(isColoured({}));
-  EXPECT_TRUE(isColoured({"--color=always"}));
   program.terminal = {.isTerminal = true, .showsColours = true};
   program.noColour = "";
   EXPECT_TRUE(isColoured({}));
@@ -105,10 +99,9 @@ TEST(TextFormat, ColoursForATerminalOrOnRequest) {
   EXPECT_TRUE(isColoured({"--color=always"}));
 
   // What differs is marked within a changed line, and a line end where it is the difference.
-  EXPECT_EQ(
-      textRows(program, "same as x\nend\n", "same as y\nend", {"--color=always", "--line-numbers=none"}),
-      "same as \x1b[7;31mx\x1b[m    \x1b[33m|\x1b[m same as \x1b[7;32my\x1b[m\n"
-      "end\x1b[7;31m$\x1b[m         \x1b[33m|\x1b[m end\n");
+  EXPECT_EQ(textRows(program, "same as x\nend\n", "same as y\nend", {"--color=always", "--line-n=none"}),
+            "same as \x1b[7;31mx\x1b[m    \x1b[33m|\x1b[m same as \x1b[7;32my\x1b[m\n"
+            "end\x1b[7;31m$\x1b[m         \x1b[33m|\x1b[m end\n");
 }
 
 TEST(TextFormat, SectionsOpenWithTheirLines) {

@@ -20,74 +20,60 @@ std::string patchOf(std::string left, std::string right, std::vector<std::string
   return program.output() + program.errors();
 }
 
-TEST(UnifiedFormat, MergesHunksAndCountsLines) {
-  const std::string head = "--- a/f\n+++ b/f\n";
-  EXPECT_EQ(patchOf("1\n2\n3\n4\n5\n", "1\nx\n3\n4\ny\n", {"-U1"}),
-            head + "@@ -1,5 +1,5 @@\n 1\n-2\n+x\n 3\n 4\n-5\n+y\n");
-  EXPECT_EQ(patchOf("1\n2\n3\n4\n5\n6\n", "1\nx\n3\n4\n5\ny\n", {"-U1"}),
-            head + "@@ -1,3 +1,3 @@\n 1\n-2\n+x\n 3\n@@ -5,2 +5,2 @@\n 5\n-6\n+y\n");
-  EXPECT_EQ(patchOf("1\n2\n3\n", "1\nx\n2\n", {"-U0"}), head + "@@ -1,0 +2 @@\n+x\n@@ -3 +3,0 @@\n-3\n");
-  EXPECT_EQ(patchOf("", "x", {}), head + "@@ -0,0 +1 @@\n+x\n\\ No newline at end of file\n");
-  EXPECT_EQ(patchOf("x", "x\n"), head + "@@ -1 +1 @@\n-x\n\\ No newline at end of file\n+x\n");
-  // More lines on the right: there the rows have the insertions first.
-  EXPECT_EQ(patchOf("a\n", "b\nc\n"), head + "@@ -1 +1,2 @@\n-a\n+b\n+c\n");
-}
-
-TEST(UnifiedFormat, IsMadeOfTheFilesOwnBytes) {
-  const std::string head = "--- a/f\n+++ b/f\n";
-  EXPECT_EQ(patchOf("x\r\ny\r\n", "x\r\nz\r\n"), head + "@@ -1,2 +1,2 @@\n x\r\n-y\r\n+z\r\n");
-  EXPECT_EQ(patchOf("x\r\ny\r\n", "x\nz\n"), head + "@@ -1,2 +1,2 @@\n-x\r\n-y\r\n+x\n+z\n");
+TEST(UnifiedFormat, MergesHunksCountsLinesAndKeepsTheFilesOwnBytes) {
+  const struct {
+    std::string left, right;
+    std::vector<std::string_view> options;
+    std::string hunks;
+  } cases[] = {
+      {"1\n2\n3\n4\n5\n", "1\nx\n3\n4\ny\n", {"-U1"}, "@@ -1,5 +1,5 @@\n 1\n-2\n+x\n 3\n 4\n-5\n+y\n"},
+      {"1\n2\n3\n4\n5\n6\n",
+       "1\nx\n3\n4\n5\ny\n",
+       {"-U1"},
+       "@@ -1,3 +1,3 @@\n 1\n-2\n+x\n 3\n@@ -5,2 +5,2 @@\n 5\n-6\n+y\n"},
+      {"1\n2\n3\n", "1\nx\n2\n", {"-U0"}, "@@ -1,0 +2 @@\n+x\n@@ -3 +3,0 @@\n-3\n"},
+      {"", "x", {}, "@@ -0,0 +1 @@\n+x\n\\ No newline at end of file\n"},
+      // More lines on the right: there the rows have the insertions first.
+      {"a\n", "b\nc\n", {}, "@@ -1 +1,2 @@\n-a\n+b\n+c\n"},
+      {"x\r\ny\r\n", "x\nz\n", {}, "@@ -1,2 +1,2 @@\n-x\r\n-y\r\n+x\n+z\n"},
+      // With something ignored the left file's lines are the context.
+      {"x\ny\n", "X\nz\n", {"--ignore-case"}, "@@ -1,2 +1,2 @@\n x\n-y\n+z\n"},
+      // "a\x7F" and "b" with a NUL have one key: 127 * 97 + 127 = 127 * 98.
+      {"some text\na\x7F\n",
+       {"some text\nb\0\n", 13},
+       {},
+       {"@@ -1,2 +1,2 @@\n some text\n-a\x7F\n+b\0\n", 35}},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(patchOf(c.left, c.right, c.options), "--- a/f\n+++ b/f\n" + c.hunks);
+  }
   EXPECT_EQ(patchOf("x\r\n", "x\n"), "merivane-diff: the files differ only in their line ends (DOS, UNIX)\n");
   EXPECT_EQ(patchOf("x\r\n", "X\n", {"--ignore-case"}), "");
-  // With something ignored the left file's lines are the context.
-  EXPECT_EQ(patchOf("x\ny\n", "X\nz\n", {"--ignore-case"}), head + "@@ -1,2 +1,2 @@\n x\n-y\n+z\n");
-  // "a\x7F" and "b" with a NUL have one key: 127 * 97 + 127 = 127 * 98.
-  const std::string collision("b\0\n", 3);
-  const std::string text = "some text, so that a NUL is no sign of binary data\n";
-  EXPECT_EQ(patchOf(text + "a\x7F\n", text + collision),
-            head + "@@ -1,2 +1,2 @@\n " + text + "-a\x7F\n+" + collision);
 }
 
 TEST(UnifiedFormat, QuotesNamesThatWouldNotReadBack) {
   DiffProgram program;
   program.files.files = {{"with blank", {"x\n"}}, {"q\"\\\n\x01 ", {"y\n"}}};
   program.run({"-u", "with blank", "q\"\\\n\x01 "});
-  EXPECT_TRUE(program.output().starts_with("--- with blank\t\n+++ \"q\\\"\\\\\\n\\001 \"\n"))
-      << program.output();
+  EXPECT_TRUE(program.output().starts_with("--- with blank\t\n+++ \"q\\\"\\\\\\n\\001 \"\n"));
 }
 
 #ifndef _WIN32
 
-/// A folder that goes with everything in it.
-class Scratch {
- public:
-  Scratch() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "merivane-patch.XXXXXX").string();
-    path_ = ::mkdtemp(pattern.data());
-  }
-  ~Scratch() { std::filesystem::remove_all(path_); }
-
-  void write(const char* name, const std::string& contents) const {
-    std::ofstream(path_ / name, std::ios::binary) << contents;
-  }
-  std::string read(const char* name) const {
-    std::ifstream file(path_ / name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-  bool run(const std::string& command) const {
-    return std::system(("cd '" + path_.string() + "' && " + command + " >/dev/null 2>&1").c_str()) == 0;
-  }
-
- private:
-  std::filesystem::path path_;
-};
-
 TEST(UnifiedFormat, PatchesGiveExactlyTheRightFile) {
-  const Scratch scratch;
+  namespace fs = std::filesystem;
+  std::string folder = (fs::temp_directory_path() / "merivane-patch.XXXXXX").string();
+  ASSERT_NE(::mkdtemp(folder.data()), nullptr);
+  const auto put = [&](const char* name, const std::string& contents) {
+    std::ofstream(folder + name, std::ios::binary) << contents;
+  };
+  const auto run = [&](const std::string& command) {
+    return std::system(("cd '" + folder + "' && " + command + " >/dev/null 2>&1").c_str()) == 0;
+  };
+  folder += '/';
   std::vector<std::string> tools;
-  if (scratch.run("patch --version")) tools.push_back("patch --binary -s f p");
-  if (scratch.run("git --version")) tools.push_back("git apply --unidiff-zero --whitespace=nowarn p");
-  if (tools.empty()) GTEST_SKIP() << "neither patch nor git is here";
+  if (run("patch --version")) tools.push_back("patch --binary -s f p");
+  if (run("git --version")) tools.push_back("git apply --unidiff-zero --whitespace=nowarn p");
   Random random(7);
   const auto lines = [&](std::string text) {
     for (uint32_t count = random.below(6); count > 0; --count) {
@@ -106,13 +92,16 @@ TEST(UnifiedFormat, PatchesGiveExactlyTheRightFile) {
     const std::string context = "-U" + std::to_string(random.below(4));
     const std::string patch = patchOf(left, right, {context});
     if (!patch.starts_with("--- ")) continue;
-    scratch.write("p", patch);
+    put("p", patch);
     for (const std::string& tool : tools) {
-      scratch.write("f", left);
-      EXPECT_TRUE(scratch.run(tool)) << tool << "\n" << patch;
-      EXPECT_EQ(scratch.read("f"), right) << tool << "\n" << patch;
+      put("f", left);
+      EXPECT_TRUE(run(tool)) << tool << "\n" << patch;
+      std::ifstream patched(folder + "f", std::ios::binary);
+      EXPECT_EQ(std::string(std::istreambuf_iterator<char>(patched), {}), right) << tool << "\n" << patch;
     }
   }
+  fs::remove_all(folder);
+  if (tools.empty()) GTEST_SKIP() << "neither patch nor git is here";
 }
 
 #endif
