@@ -17,13 +17,12 @@ class DiffProgram {
 
   DiffProgram() { errors_.text.reserve(4096); }
 
-  /// Runs it and answers its exit status; `output` and `errors` are then what it wrote.
+  /// Runs it and answers its exit status; output() and errors() are then what it wrote. The second half of
+  /// it needs no memory of its own.
   int run(const std::vector<std::string_view>& arguments) {
     prepare();
     return runPrepared(arguments);
   }
-
-  /// The two halves of run(), the second of which needs no memory of its own.
   void prepare() {
     streams.files["in"].contents = input;
     streams.files["out"].contents.clear();

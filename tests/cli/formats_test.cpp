@@ -36,56 +36,76 @@ std::string textRows(DiffProgram& program, const std::string& left, const std::s
 }
 
 TEST(TextFormat, AlignsRowsInTheWidthThereIs) {
-  DiffProgram program;
-  // 3 columns in the middle and two cells of 12, of 10 behind real line numbers.
-  program.columns = "27";
-  EXPECT_EQ(
-      textRows(program, "one\nleft\n\nlong line, too long\n\n", "one\n\nlong line, too LONG\n\nend", {}),
-      "1 one          1 one\n"
-      "2 left       <\n"
-      "3              2\n"
-      "4 long line~ | 3 long line~\n"
-      "5              4\n"
-      "             > 5 end\n");
-  EXPECT_EQ(textRows(program, "one\nleft\n", "one\n", {"--line-numbers=virtual"}),
-            "1 one           one\n"
-            "2 left        <\n");
-  program.terminal = {.isTerminal = true, .width = 27};
-  program.columns = nullptr;
-  EXPECT_EQ(textRows(program, "123456789012\n\n", "1234567890123\n\n", {"--line-numbers=none"}),
-            "123456789012 | 12345678901~\n\n");
-  EXPECT_EQ(textRows(program, "a\n", "a\n", {"--line-numbers=none", "--width=33"}), "a                 a\n");
+  const std::vector<std::string_view> real = {}, virtually = {"--line-numbers=virtual"},
+                                      none = {"--line-numbers=none"};
+  const struct {
+    std::string left, right;
+    std::vector<std::string_view> options;
+    std::string rows;
+  } cases[] = {
+      // 3 columns in the middle and two cells of 12, of 10 behind real line numbers.
+      {"one\nleft\n\nlong line, too long\n\n", "one\n\nlong line, too LONG\n\nend", real,
+       "1 one          1 one\n"
+       "2 left       <\n"
+       "3              2\n"
+       "4 long line~ | 3 long line~\n"
+       "5              4\n"
+       "             > 5 end\n"},
+      {"one\nleft\n", "one\n", virtually, "1 one           one\n2 left        <\n"},
+      {"123456789012\n\n", "1234567890123\n\n", none, "123456789012 | 12345678901~\n\n"},
+      {"a\n", "a\n", {"--line-numbers=none", "--width=33"}, "a                 a\n"},
+      {"1\n2\nleft\n3\n",
+       "1\n2\n3\nright",
+       {"--scope=differences"},
+       "-- Line 3 --\n"
+       "3 left       <\n"
+       "               -- Line 4 --\n"
+       "             > 4 right\n"},
+      {"a\tb\n\t\x01\x7F...\n", "a\tb\n\t\x01\x7F...\n", none,
+       "a   b          a   b\n"
+       "    ^A^?...        ^A^?...\n"},
+      {" \tb\n", " \tb\n", {"--line-numbers=none", "--show-white", "--tab-stop=3"}, ".> b$          .> b$\n"},
+      // What differs is marked within a changed line, and a line end where it is the difference.
+      {"same as x\nend\n",
+       "same as y\nend",
+       {"--color=always", "--line-numbers=none"},
+       "same as \x1b[7;31mx\x1b[m    \x1b[33m|\x1b[m same as \x1b[7;32my\x1b[m\n"
+       "end\x1b[7;31m$\x1b[m         \x1b[33m|\x1b[m end\n"},
+  };
+  for (const bool byTerminal : {false, true}) {
+    DiffProgram program;
+    program.terminal = {.isTerminal = true, .width = byTerminal ? 27u : 99u};
+    if (!byTerminal) program.columns = "27";
+    for (const auto& c : cases) EXPECT_EQ(textRows(program, c.left, c.right, c.options), c.rows);
+    program.files.files = {{"a/very/long/way/to/the/left", {""}}, {"R", {""}}};
+    program.run({"--width=37", "--scope=context", "a/very/long/way/to/the/left", "R"});
+    EXPECT_EQ(program.output(), "...the/left (DOS)   R (DOS)\nNo differences\n");
+  }
 }
 
-TEST(TextFormat, ShowsTabsControlBytesWhiteSpaceAndWholeCharacters) {
+TEST(TextFormat, ShowsWholeCharactersAsTheyAre) {
   DiffProgram program;
-  program.columns = "27";
-  const auto cellOf = [&](const std::string& line, std::vector<std::string_view> options = {}) {
+  program.terminal.utf8 = true;
+  const auto cellOf = [&](const std::string& line) {
     // So many bytes from 0x80 on would pass for binary data at the start of a file.
-    const std::string text = std::string(1024, 'x') + '\n' + line;
-    options.push_back("--line-numbers=none");
-    const std::string rows = textRows(program, text, text, options);
+    const std::string text = std::string(1024, 'x') + '\n' + line + '\n';
+    const std::string rows = textRows(program, text, text, {"--line-numbers=none", "--width=27"});
     return rows.substr(rows.rfind(' ') + 1);
   };
-  EXPECT_EQ(textRows(program, "a\tb\n\t\x01\x7F...\n", "a\tb\n\t\x01\x7F...\n", {"--line-numbers=none"}),
-            "a   b          a   b\n"
-            "    ^A^?...        ^A^?...\n");
-  EXPECT_EQ(textRows(program, " \tb\n", " \tb\n", {"--line-numbers=none", "--show-white", "--tab-stop=3"}),
-            ".> b$          .> b$\n");
-  program.terminal.utf8 = true;
   // Twelve letters of two bytes fit. Half a letter, a surrogate and a longer form than need be are bytes.
   std::string letters;
   for (int i = 0; i < 11; ++i) letters += "\xC3\xA4";
-  EXPECT_EQ(cellOf(letters + "\xC3\xA4\n"), letters + "\xC3\xA4\n");
-  EXPECT_EQ(cellOf(letters + "xx\n"), letters + "\xE2\x80\xA6\n");
-  for (const std::string bytes : {"\xED\xA0\x80", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80"}) {
-    EXPECT_EQ(cellOf("1234567890" + bytes + "\n"), "1234567890" + bytes.substr(0, 1) + "\xE2\x80\xA6\n");
+  EXPECT_EQ(cellOf(letters + "\xC3\xA4"), letters + "\xC3\xA4\n");
+  EXPECT_EQ(cellOf(letters + "\xC3"), letters + "\xC3\n");
+  EXPECT_EQ(cellOf(letters + "xx"), letters + "\xE2\x80\xA6\n");
+  for (const char* const bytes : {"\xED\xA0\x80", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80"}) {
+    EXPECT_EQ(cellOf(std::string("1234567890") + bytes),
+              std::string("1234567890") + bytes[0] + "\xE2\x80\xA6\n");
   }
 }
 
 TEST(TextFormat, ColoursForATerminalOrOnRequest) {
   DiffProgram program;
-  program.columns = "27";
   const auto isColoured = [&](std::vector<std::string_view> options) {
     return textRows(program, "a\n", "b\n", options).find('\x1b') != std::string::npos;
   };
@@ -97,24 +117,6 @@ TEST(TextFormat, ColoursForATerminalOrOnRequest) {
   program.noColour = "1";
   EXPECT_FALSE(isColoured({}));
   EXPECT_TRUE(isColoured({"--color=always"}));
-
-  // What differs is marked within a changed line, and a line end where it is the difference.
-  EXPECT_EQ(textRows(program, "same as x\nend\n", "same as y\nend", {"--color=always", "--line-n=none"}),
-            "same as \x1b[7;31mx\x1b[m    \x1b[33m|\x1b[m same as \x1b[7;32my\x1b[m\n"
-            "end\x1b[7;31m$\x1b[m         \x1b[33m|\x1b[m end\n");
-}
-
-TEST(TextFormat, SectionsOpenWithTheirLines) {
-  DiffProgram program;
-  program.columns = "37";
-  EXPECT_EQ(textRows(program, "1\n2\n3\n4\n5\nleft\n6\n", "1\n2\n3\n4\n5\n6\nright", {"--scope=differences"}),
-            "-- Line 6 --\n"
-            "6 left            <\n"
-            "                    -- Line 7 --\n"
-            "                  > 7 right\n");
-  program.files.files = {{"a/very/long/way/to/the/left", {""}}, {"R", {""}}};
-  program.run({"--scope=context", "a/very/long/way/to/the/left", "R"});
-  EXPECT_EQ(program.output(), "...the/left (DOS)   R (DOS)\nNo differences\n");
 }
 
 }  // namespace

@@ -66,61 +66,135 @@ TEST(Comparison, RowsOfAHunkAreInOrder) {
   }
 }
 
-constexpr std::string_view sampleLeft = "same\nthe line\nb\nonly here\n", sampleRight = "same\nthe lime\nc\n";
-
 TEST(Comparison, LeavesTheModelWhenMemoryRunsOutOrItIsStopped) {
+  const std::string_view texts[2] = {"same\nthe line\nb\nonly here\n", "same\nthe lime\nb\nonly"};
   DiffModel model;
+  bool withoutMarks = false;
   for (const CompareOptions& options : {CompareOptions(), CompareOptions{true, kIgnoreBlanksAtStart}}) {
     failEachAllocation([&] { model = modelOf("<><"); },
-                       [&] { return compareTexts(sampleLeft, sampleRight, options, nullptr, model); },
+                       [&] { return compareTexts(texts[0], texts[1], options, nullptr, model); },
                        [&](Result result) {
                          // Only marks can be done without.
-                         if (result == Result::success) {
-                           EXPECT_EQ(comparisonFault(model, sampleLeft, sampleRight, options), "");
-                         } else {
-                           EXPECT_EQ(result, Result::outOfMemory);
-                           EXPECT_EQ(patternOf(model), "<><");
-                         }
+                         withoutMarks |= result == Result::success;
+                         EXPECT_EQ(patternOf(model), result == Result::success ? "=!=!" : "<><");
+                         EXPECT_TRUE(result == Result::success || result == Result::outOfMemory);
                        });
   }
+  EXPECT_EQ(withoutMarks, kMallocFails);
   AbortFlag abort;
   abort.raise();
-  for (const std::string_view right : {sampleLeft, sampleRight, std::string_view()}) {
-    model = modelOf("<><");
-    EXPECT_EQ(compareTexts(sampleLeft, right, {}, &abort, model), Result::cancelled);
+  EditScript script;
+  model = modelOf("<><");
+  for (const std::string_view right : {texts[0], texts[1], std::string_view()}) {
+    EXPECT_EQ(compareTexts(texts[0], right, {}, &abort, model), Result::cancelled);
     EXPECT_EQ(patternOf(model), "<><");
-
     // As when asked after the search.
-    const LineTable tables[2] = {tableLines(sampleLeft, {}), tableLines(right, {})};
-    EditScript script;
+    const LineTable tables[2] = {tableLines(texts[0], {}), tableLines(right, {})};
     ASSERT_TRUE(findEditScript(std::span(tables[0].keys), std::span(tables[1].keys), nullptr, script));
-    const std::vector<uint32_t> starts[2] = {tables[0].starts, tables[1].starts};
-    EXPECT_FALSE(buildRows({sampleLeft, right}, starts, script, {}, &abort, model));
+    DiffModel rows;
+    EXPECT_FALSE(
+        buildRows({texts[0], right}, {tables[0].starts, tables[1].starts}, script, {}, &abort, rows));
   }
 }
 
-TEST(Comparison, OfFilesLeavesOneEmptyRowOnFailure) {
-  MemoryFiles files;
-  files.files["left"].contents = sampleLeft;
-  files.files["right"].contents = sampleRight;
-  FileComparison comparison;
-  const auto compare = [&] { return compareFiles(files, {"left", "right"}, {}, nullptr, comparison).result; };
-  const auto checkFailure = [&](Result result) {
-    if (result == Result::success) {
-      EXPECT_EQ(comparisonFault(comparison.model, sampleLeft, sampleRight, {}), "");
-      return;
-    }
-    // A text that finds no room is a file that cannot be loaded.
-    EXPECT_TRUE(result == Result::outOfMemory || result == Result::leftUnreadable ||
-                result == Result::rightUnreadable);
-    EXPECT_EQ(comparisonFault(comparison.model, "", "", {}), "");
-    for (const TextDocument& document : comparison.documents) EXPECT_EQ(document.text.size(), 0u);
+class ComparisonOfFiles : public testing::Test {
+ protected:
+  ComparisonOfFiles() {
+    files_.files["text"].contents = "left\r\nlines\r\n";
+    files_.files["binary"].contents = "\1\2\3";
+    files_.files["pipe"] = {std::string(5000, 'x') + "\n" + std::string(70000, 'y'), false, FileKind::other};
+    files_.files["folder"].kind = FileKind::folder;
+  }
+
+  Outcome compare(const std::string& left, const std::string& right) {
+    return compareFiles(files_, {left, right}, {}, nullptr, comparison_);
+  }
+
+  void expectNothing() {
+    EXPECT_EQ(patternOf(comparison_.model), "=");
+    EXPECT_EQ(comparisonFault(comparison_.model, "", "", {}), "");
+    for (const TextDocument& document : comparison_.documents) EXPECT_EQ(document.text.size(), 0u);
+  }
+
+  MemoryFiles files_;
+  FileComparison comparison_;
+};
+
+TEST_F(ComparisonOfFiles, StopsAtTheFirstCheckThatFails) {
+  const std::string invalid = " file name is invalid.", reason = " file.\n\nReason: ";
+  const std::string binary = " file is a binary data file. Merivane can only compare text files.";
+  const std::string missing = reason + systemErrorText(MemoryFiles::notFound);
+  const struct {
+    std::string left, right;
+    Result result;
+    std::string message;
+  } cases[] = {
+      {"a?", "binary", Result::leftPathInvalid, "The left" + invalid},
+      {"binary", "a:b", Result::rightPathInvalid, "The right" + invalid},
+      {"binary", "missing", Result::leftBinary, "The left" + binary},
+      {"missing", "binary", Result::rightBinary, "The right" + binary},
+      {"missing", "missing", Result::leftUnreadable, "Cannot load left" + missing},
+      {"text", "folder", Result::rightUnreadable,
+       "Cannot load right" + reason + systemErrorText(MemoryFiles::denied)},
   };
-  EXPECT_EQ(compare(), Result::success);
-  failEachStep(files, MemoryFiles::denied, compare, checkFailure);
-  // Where there is no memory for an empty row, all stays as it was.
-  failEachAllocation([&] { comparison = {{}, modelOf("=")}; }, compare, checkFailure);
-  EXPECT_EQ(comparisonFault(comparison.model, sampleLeft, sampleRight, {}), "");
+  for (const auto& c : cases) {
+    const Outcome outcome = compare(c.left, c.right);
+    EXPECT_EQ(outcome.result, c.result) << c.left << ", " << c.right;
+    EXPECT_EQ(outcomeMessage(outcome), c.message);
+    expectNothing();
+  }
+  EXPECT_EQ(outcomeMessage({}), "");
+  EXPECT_EQ(outcomeMessage({Result::cancelled}), "Operation aborted.");
+}
+
+TEST_F(ComparisonOfFiles, IsWholeOrOneEmptyRow) {
+  const auto run = [this] { return compare("text", "pipe"); };
+  const auto expectFailure = [this](const Outcome& outcome) {
+    EXPECT_TRUE(outcome.result == Result::outOfMemory || outcome.error == notEnoughStorage());
+    expectNothing();
+  };
+  const auto expectComparison = [this] {
+    const auto& [left, right] = comparison_.documents;
+    EXPECT_EQ(left.text.view(), "left\nlines\n");
+    EXPECT_TRUE(right.text.view() == files_.files["pipe"].contents);
+    EXPECT_TRUE(left.lineEndKind == LineEndKind::crLf && right.lineEndKind == LineEndKind::lf);
+    EXPECT_TRUE(!left.readOnly && right.readOnly);
+    EXPECT_EQ(comparisonFault(comparison_.model, left.text.view(), right.text.view(), {}), "");
+  };
+  // An open and two reads a side.
+  EXPECT_GE(failEachStep(files_, notEnoughStorage(), run, expectFailure), 6u);
+  expectComparison();
+  failEachAllocation([&] { compare("missing", "text"); }, run,
+                     [&](const Outcome& outcome) {
+                       // Giving memory back may fail and nobody need care.
+                       outcome.succeeded() ? expectComparison() : expectFailure(outcome);
+                     });
+}
+
+TEST(DiffModel, FindsRowsByPositionAsPlainScansDo) {
+  EXPECT_EQ(DiffModel().rowAtPosition(0, 0), -1);
+  Random random(2);
+  for (int round = 0; round < 500; ++round) {
+    DiffModel model = modelOf(random.text("==<>!", 12));
+    // A first row need not start at 0, and an edit may have been anywhere.
+    const uint32_t shift = random.below(3), count = model.rowCount();
+    for (const int side : {0, 1}) {
+      model.shiftPositions(side, 0, shift);
+      model.shiftPositions(side, random.below(count + 1), 0);
+      for (uint32_t position = 0; position < 2 + 2 * count + shift; ++position) {
+        int64_t last = int64_t{count} - 1;
+        while (last > 0 && model.position(side, static_cast<uint32_t>(last)) > position) --last;
+        ASSERT_EQ(model.rowAtPosition(side, position), last) << patternOf(model) << position;
+        int64_t first = last;
+        for (uint32_t row = count; row-- > 0;) first = model.position(side, row) == position ? row : first;
+        ASSERT_EQ(model.rowAtPositionFromTop(side, position), first) << patternOf(model) << position;
+      }
+    }
+  }
+}
+
+TEST(DiffModel, ARowTakesNoMoreRoomThanItsFields) {
+  EXPECT_LE(sizeof(DiffRow), sizeof(void*) == 8 ? 32u : 24u);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "engine/changed_lines.h"
+#include "engine/common_characters.h"
 #include "engine/line_keys.h"
 #include "tests/support/random.h"
 #include "tests/support/reference_diff.h"
@@ -110,6 +111,7 @@ std::string reference(const std::string& left, const std::string& right, const C
 
 TEST(ChangedLines, AreTheReferencesUnderAllOptions) {
   Random random(4);
+  CommonCharacters common;
   for (int round = 0; round < 3000; ++round) {
     const std::string alphabet = round % 2 == 0 ? "abcAB \t\r\xFF" : "ab  ";
     const uint32_t longest = round % 10 == 0 ? 90 : 12;
@@ -118,22 +120,15 @@ TEST(ChangedLines, AreTheReferencesUnderAllOptions) {
     std::string right = line();
     if (random.below(3) == 0)
       right = left.substr(0, random.below(static_cast<uint32_t>(left.size()))) + right;
+    const std::vector<uint8_t> kept = ReferenceDiff<char>(left, right).changed[0];
+    if (const auto count = common.count(left, right)) {
+      ASSERT_EQ(*count, std::count(kept.begin(), kept.end() - 1, 0));
+    }
     for (uint32_t bits = 0; bits < 64; ++bits) {
       ASSERT_EQ(decided(left, right, optionsOf(bits)), reference(left, right, optionsOf(bits)))
           << testing::PrintToString(left) << testing::PrintToString(right) << " options " << bits;
     }
   }
-}
-
-TEST(ChangedLines, NeedHalfOfBothLinesInRuns) {
-  const char* const cases[][3] = {
-      {"ab", "cd", "xx xx"},  // so short that anything goes
-      {"abc", "de", "unlike"},
-      {"aXbXcX", "aYbYcY", "unlike"},  // half of it matches, but never two in a row
-      {"abXY", "abZW", "--xx --xx"},
-      {"abXYZ", "abUVW", "unlike"},
-  };
-  for (const auto& [left, right, expected] : cases) EXPECT_EQ(decided(left, right, {}), expected);
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/failing_allocator.h"
-#include "tests/support/memory_files.h"
 #include "tests/support/random.h"
 
 namespace merivane {
@@ -85,80 +83,6 @@ TEST(LineEnds, AreLfInMemoryAndComeBackInTheFile) {
       }
     }
   }
-}
-
-class Loading : public testing::Test {
- protected:
-  Loading() {
-    files_.files["text"] = {"left\r\nlines\r\n"};
-    files_.files["binary"] = {"\1\2\3"};
-    files_.files["pipe"] = {std::string(5000, 'x') + "\n" + std::string(70000, 'y'), false, true};
-    files_.folders.insert("folder");
-    reset();
-  }
-
-  void reset() {
-    for (TextDocument& document : documents_) ASSERT_TRUE(document.text.assign("earlier"));
-  }
-  Outcome load(const std::string& left, const std::string& right) {
-    return loadDocuments(files_, {left, right}, documents_);
-  }
-  void expectEarlierDocuments() {
-    for (const TextDocument& document : documents_) EXPECT_EQ(document.text.view(), "earlier");
-  }
-
-  MemoryFiles files_;
-  TextDocument documents_[2];
-};
-
-TEST_F(Loading, StopsAtTheFirstCheckThatFails) {
-  const std::string invalid = " file name is invalid.";
-  const std::string isBinary = " file is a binary data file. Merivane can only compare text files.";
-  const std::string missing = " file.\n\nReason: " + systemErrorText(MemoryFiles::notFound);
-  const struct {
-    std::string left, right;
-    Result result;
-    std::string message;
-  } cases[] = {
-      {"a?", "binary", Result::leftPathInvalid, "The left" + invalid},
-      {"binary", "a:b", Result::rightPathInvalid, "The right" + invalid},
-      {"binary", "missing", Result::leftBinary, "The left" + isBinary},
-      {"missing", "binary", Result::rightBinary, "The right" + isBinary},
-      {"missing", "missing", Result::leftUnreadable, "Cannot load left" + missing},
-      {"text", "missing", Result::rightUnreadable, "Cannot load right" + missing},
-      {"text", "folder", Result::rightUnreadable,
-       "Cannot load right file.\n\nReason: " + systemErrorText(MemoryFiles::denied)},
-  };
-  for (const auto& c : cases) {
-    const Outcome outcome = load(c.left, c.right);
-    EXPECT_EQ(outcome.result, c.result) << c.left << ", " << c.right;
-    EXPECT_EQ(outcomeMessage(outcome), c.message);
-    expectEarlierDocuments();
-  }
-  EXPECT_EQ(outcomeMessage({}), "");
-  EXPECT_EQ(outcomeMessage({Result::cancelled}), "Operation aborted.");
-}
-
-TEST_F(Loading, LeavesTheDocumentsWhenAnythingFails) {
-  const auto loadBoth = [this] { return load("text", "pipe"); };
-  const auto expectFailure = [this](const Outcome& outcome) {
-    EXPECT_TRUE(outcome.result == Result::outOfMemory || outcome.error == notEnoughStorage());
-    expectEarlierDocuments();
-  };
-  const auto expectTexts = [this] {
-    EXPECT_EQ(documents_[0].text.view(), "left\nlines\n");
-    EXPECT_TRUE(documents_[1].text.view() == files_.files["pipe"].contents);
-    EXPECT_TRUE(documents_[0].lineEndKind == crLf && documents_[1].lineEndKind == lf);
-    EXPECT_TRUE(!documents_[0].readOnly && documents_[1].readOnly);
-  };
-  // An open and two reads a side.
-  EXPECT_GE(failEachStep(files_, notEnoughStorage(), loadBoth, expectFailure), 6u);
-  expectTexts();
-  failEachAllocation([this] { reset(); }, loadBoth,
-                     [&](const Outcome& outcome) {
-                       // Giving memory back may fail and nobody need care.
-                       outcome.succeeded() ? expectTexts() : expectFailure(outcome);
-                     });
 }
 
 }  // namespace

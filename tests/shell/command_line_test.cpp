@@ -37,8 +37,9 @@ TEST(CommandLine, ArgumentsArePartedAsTheSystemPartsThem) {
 
 TEST(CommandLine, WhatIsAskedForIsDoneOrSaid) {
   MemoryFiles files;
-  files.files = {{"a", {}}, {"b", {}}, {"-c", {}}, {"con", {"", true, true}}};
-  files.folders = {"d", "e"};
+  files.files = {{"a", {}}, {"b", {}}, {"-c", {}}};
+  files.files["d"].kind = files.files["e"].kind = FileKind::folder;
+  files.files["con"].kind = FileKind::other;
   const auto read = [&](const std::vector<std::string>& arguments) {
     return readArguments(arguments, files, [](const std::string& path) { return "C:\\" + path; });
   };

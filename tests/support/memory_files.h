@@ -2,7 +2,6 @@
 
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
 #include <utility>
 
@@ -10,7 +9,8 @@
 
 namespace merivane {
 
-/// Files and folders that are not on any disk. Paths are plain names: a file needs no folder around it.
+/// Files and folders that are not on any disk. Paths are plain names: a file needs no folder around it. What
+/// is neither a file nor a folder is a pipe, which does not tell its size.
 class MemoryFiles final : public FileSystem {
  public:
   static constexpr SystemError notFound = 2;
@@ -19,17 +19,14 @@ class MemoryFiles final : public FileSystem {
   struct File {
     std::string contents;
     bool writable = true;
-    bool isPipe = false;   // which does not tell its size
+    FileKind kind = FileKind::file;
     int64_t modified = 0;  // counts the commits
   };
 
   std::map<std::string, File> files;
-  std::set<std::string> folders;
 
   FileKind kind(const std::string& path) override {
-    if (folders.contains(path)) return FileKind::folder;
-    if (!files.contains(path)) return FileKind::none;
-    return files[path].isPipe ? FileKind::other : FileKind::file;
+    return files.contains(path) ? files[path].kind : FileKind::none;
   }
   bool isWritable(const std::string& path) override { return files.contains(path) && files[path].writable; }
   FileStamp stamp(const std::string& path) override {
@@ -38,14 +35,14 @@ class MemoryFiles final : public FileSystem {
   }
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
     if (const SystemError error = next()) return error;
-    if (folders.contains(path)) return denied;
     if (!files.contains(path)) return notFound;
+    if (kind(path) == FileKind::folder) return denied;
     file = std::make_unique<Input>(*this, files[path]);
     return 0;
   }
   SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override {
     if (const SystemError error = next()) return error;
-    if (folders.contains(path) || (files.contains(path) && !isWritable(path))) return denied;
+    if (files.contains(path) && !isWritable(path)) return denied;
     file = std::make_unique<Output>(*this, path);
     return 0;
   }
@@ -69,7 +66,7 @@ class MemoryFiles final : public FileSystem {
       at_ += got;
       return 0;
     }
-    uint64_t size() const override { return file_.isPipe ? 0 : file_.contents.size(); }
+    uint64_t size() const override { return file_.kind == FileKind::file ? file_.contents.size() : 0; }
 
    private:
     MemoryFiles& owner_;
