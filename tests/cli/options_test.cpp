@@ -24,12 +24,9 @@ TEST(DiffOptions, AreReadInEverySpellingAndOrder) {
     EXPECT_EQ(options.paths[0] + options.paths[1], "-R");
   }
   DiffOptions options;
-  EXPECT_EQ(parseOptions(
-                Arguments{"--no-changed-lines", "--scope=context", "-U0", "--width=99", "--", "L", "--help"},
-                options),
+  EXPECT_EQ(parseOptions(Arguments{"--no-changed-lines", "-U0", "--width=99", "--", "L", "--help"}, options),
             "");
   EXPECT_FALSE(options.compare.compareChanges || options.help);
-  EXPECT_EQ(options.scope, ExportScope::context);
   EXPECT_EQ(options.contextLines, 0u);
   EXPECT_EQ(options.width, 99u);
   EXPECT_EQ(parseOptions(Arguments{"--unified", "L", "R"}, options), "");

@@ -83,17 +83,16 @@ TEST(Comparison, LeavesTheModelWhenMemoryRunsOutOrItIsStopped) {
   EXPECT_EQ(withoutMarks, kMallocFails);
   AbortFlag abort;
   abort.raise();
-  EditScript script;
   model = modelOf("<><");
   for (const std::string_view right : {texts[0], texts[1], std::string_view()}) {
     EXPECT_EQ(compareTexts(texts[0], right, {}, &abort, model), Result::cancelled);
     EXPECT_EQ(patternOf(model), "<><");
     // As when asked after the search.
-    const LineTable tables[2] = {tableLines(texts[0], {}), tableLines(right, {})};
-    ASSERT_TRUE(findEditScript(std::span(tables[0].keys), std::span(tables[1].keys), nullptr, script));
+    const LineTable left = tableLines(texts[0], {}), other = tableLines(right, {});
+    EditScript script;
+    ASSERT_TRUE(findEditScript(std::span(left.keys), std::span(other.keys), nullptr, script));
     DiffModel rows;
-    EXPECT_FALSE(
-        buildRows({texts[0], right}, {tables[0].starts, tables[1].starts}, script, {}, &abort, rows));
+    EXPECT_FALSE(buildRows({texts[0], right}, {left.starts, other.starts}, script, {}, &abort, rows));
   }
 }
 
