@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "engine/row_builder.h"
 #include "tests/support/comparison_oracle.h"
 #include "tests/support/failing_allocator.h"
@@ -170,26 +172,51 @@ TEST_F(ComparisonOfFiles, IsWholeOrOneEmptyRow) {
                      });
 }
 
-TEST(DiffModel, FindsRowsByPositionAsPlainScansDo) {
-  EXPECT_EQ(DiffModel().rowAtPosition(0, 0), -1);
-  Random random(2);
-  for (int round = 0; round < 500; ++round) {
-    DiffModel model = modelOf(random.text("==<>!", 12));
-    // A first row need not start at 0, and an edit may have been anywhere.
-    const uint32_t shift = random.below(3), count = model.rowCount();
+TEST(DiffModel, IsAfterEveryEditWhatItsRowsMakeAnew) {
+  Random random(7);
+  std::string pattern;
+  const auto sizeOf = [&pattern](int side) {
+    return 2 * static_cast<uint32_t>(pattern.size() - std::count(pattern.begin(), pattern.end(), "><"[side]));
+  };
+  DiffModel model;
+  EXPECT_EQ(model.rowAtPosition(0, 0), -1);
+  for (int step = 0; step < 4000; ++step) {
+    const auto count = static_cast<uint32_t>(pattern.size()), begin = random.below(count + 1);
+    const RowRange range{begin, begin + std::min(random.below(12), count - begin)};
+    const uint32_t sizes[2] = {sizeOf(0), sizeOf(1)};
+    pattern.replace(begin, range.size(), random.text("===<>!", count > 300 ? 5 : 12));
+    DiffModel expected = modelOf(pattern), replacement;
+    for (uint32_t row = begin; row < range.end + expected.rowCount() - count; ++row) {
+      replacement.addRow(expected.status(row), expected.position(0, row), expected.position(1, row));
+    }
+    if (random.below(2) == 0) replacement.shiftPositions(0, 0, 0);
+    for (const int side : {0, 1}) model.shiftPositions(side, range.end, int64_t{sizeOf(side)} - sizes[side]);
+    model.replaceRows(range, std::move(replacement));
+    if (step % 9 == 0) {
+      // Appending goes on behind an edit in the middle.
+      model.addRow(RowStatus::leftOnly, sizeOf(0), sizeOf(1));
+      model.numberLines();
+      model.countDifferences();
+      expected = modelOf(pattern += '<');
+    }
+    ASSERT_EQ(patternOf(model), pattern);
+    ASSERT_EQ(summaryText(model), summaryText(expected));
+    const uint32_t anywhere = random.below(2 * count + 2);
     for (const int side : {0, 1}) {
-      model.shiftPositions(side, 0, shift);
-      model.shiftPositions(side, random.below(count + 1), 0);
-      for (uint32_t position = 0; position < 2 + 2 * count + shift; ++position) {
-        int64_t last = int64_t{count} - 1;
-        while (last > 0 && model.position(side, static_cast<uint32_t>(last)) > position) --last;
-        ASSERT_EQ(model.rowAtPosition(side, position), last) << patternOf(model) << position;
-        int64_t first = last;
-        for (uint32_t row = count; row-- > 0;) first = model.position(side, row) == position ? row : first;
-        ASSERT_EQ(model.rowAtPositionFromTop(side, position), first) << patternOf(model) << position;
+      int64_t first = -1, last = -1;
+      for (uint32_t row = 0; row < model.rowCount(); ++row) {
+        ASSERT_EQ(model.position(side, row), expected.position(side, row));
+        ASSERT_EQ(model.lineNumber(side, row), expected.lineNumber(side, row));
+        if (model.position(side, row) <= anywhere) last = row;
+        if (model.position(side, row) == anywhere && first < 0) first = row;
       }
+      ASSERT_EQ(model.rowAtPosition(side, anywhere), last);
+      ASSERT_EQ(model.rowAtPositionFromTop(side, anywhere), first < 0 ? last : first);
     }
   }
+  model = modelOf("=");
+  model.shiftPositions(0, 0, 5);
+  EXPECT_EQ(model.rowAtPosition(0, 3), 0);
 }
 
 TEST(DiffModel, ARowTakesNoMoreRoomThanItsFields) {

@@ -24,24 +24,22 @@ struct Way {
   SearchCosts costs;
 };
 
+constexpr double never = 1e12, always = 1e-9;
+
 /// Costs under which a search takes one way wherever it can.
-const std::vector<Way>& ways() {
-  constexpr double never = 1e12, always = 1e-9;
-  static const std::vector<Way> all = {
-      {"as fitted", {}},
-      {"plain", {.leastPlainSteps = 1e15}},
-      {"plain, then any", {.leastPlainSteps = 20, .plainStepsPerElement = 0.5}},
-      {"diagonals", {.leastPlainSteps = 0, .plainStepsPerElement = 0, .perMatch = never, .perRow = never}},
-      {"sparse", {.leastPlainSteps = 0, .plainStepsPerElement = 0, .perMatch = always, .perRow = never}},
-      {"banded table",
-       {.leastPlainSteps = 0,
-        .plainStepsPerElement = 0,
-        .perMatch = never,
-        .perRow = always,
-        .perBlock = always}},
-  };
-  return all;
-}
+constexpr Way ways[] = {
+    {"as fitted", {}},
+    {"plain", {.leastPlainSteps = 1e15}},
+    {"plain, then any", {.leastPlainSteps = 20, .plainStepsPerElement = 0.5}},
+    {"diagonals", {.leastPlainSteps = 0, .plainStepsPerElement = 0, .perMatch = never, .perRow = never}},
+    {"sparse", {.leastPlainSteps = 0, .plainStepsPerElement = 0, .perMatch = always, .perRow = never}},
+    {"banded table",
+     {.leastPlainSteps = 0,
+      .plainStepsPerElement = 0,
+      .perMatch = never,
+      .perRow = always,
+      .perBlock = always}},
+};
 
 ptrdiff_t fewestEdits(const auto& left, const auto& right) {
   std::vector<ptrdiff_t> longest(right.size() + 1, 0);
@@ -73,7 +71,7 @@ class EditScriptSearch : public testing::Test {
     if (a.size() < 100) {
       ASSERT_EQ(edits, fewestEdits(a, b));
     }
-    for (const Way& way : ways()) {
+    for (const Way& way : ways) {
       EditScript script;
       ASSERT_TRUE(findEditScript(std::span(a), std::span(b), nullptr, script, way.costs));
       for (const int side : {0, 1}) {
@@ -161,7 +159,7 @@ TEST_F(EditScriptSearch, EveryWayStopsWhenAskedTo) {
   Sequence distinct(2000000);
   std::iota(distinct.begin(), distinct.end(), 0);
   const Sequence sparse[2] = {distinct, shuffled(distinct)};
-  for (const Way& way : ways()) {
+  for (const Way& way : ways) {
     for (const auto& sides : {&dense, &sparse}) {
       AbortFlag abort;
       auto search = std::async(std::launch::async, [&] {

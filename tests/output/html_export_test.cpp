@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -49,28 +50,35 @@ TEST(HtmlExport, PageByteForByte) {
   HtmlOptions options;
   options.scope = ExportScope::differences;
   options.lineNumbers = LineNumbers::lines;
-  EXPECT_EQ(
-      pageOf(modelOf("=!>"), "s\n<\n", "s\n>\n\tc", options),
-      "<HTML>\r\n<HEAD>\r\n<TITLE>C:\\old & new\\a.txt, b.txt</TITLE>\r\n</HEAD>\r\n"
-      "<BODY BGCOLOR=\"#FFFFFF\">\r\n"
-      "<TABLE BORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\">\r\n"
-      "<TR><TD ALIGN=\"center\" COLSPAN=\"2\"><B>Diffs: 2, Lines: 2</B> (24/03/01, 9:05:00)</TD></TR>\r\n\r\n"
-      "<TR><TD WIDTH=\"50%\"><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD ALIGN=\"center\">"
-      "<A HREF=\"file:///C:\\old & new\\a.txt\">C:\\old & new\\a.txt</A> (DOS)</TD></TR></TABLE></TD>\r\n"
-      "<TD WIDTH=\"50%\"><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD ALIGN=\"center\">"
-      "<A HREF=\"file:///b.txt\">b.txt</A> (UNIX)</TD></TR></TABLE></TD></TR>\r\n\r\n"
-      "<TR><TD><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD ALIGN=\"center\"><B>Line 2</B></TD></TR>"
-      "</TABLE></TD>\r\n"
-      "<TD><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD ALIGN=\"center\"><B>Line 2</B></TD></TR></TABLE></TD>"
-      "</TR>\r\n"
-      "<TR><TD VALIGN=\"top\" BGCOLOR=\"#F0CAA6\"><CODE>2&nbsp;&lt;&nbsp;</CODE></TD>"
-      "<TD VALIGN=\"top\" BGCOLOR=\"#F0CAA6\"><CODE>2&nbsp;&gt;&nbsp;</CODE></TD></TR>\r\n"
-      "<TR><TD><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD>&nbsp;</TD></TR></TABLE></TD>\r\n"
-      "<TD><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD ALIGN=\"center\"><B>Line 3</B></TD></TR></TABLE></TD>"
-      "</TR>\r\n"
-      "<TR><TD VALIGN=\"top\" BGCOLOR=\"#F4F4F4\"><CODE>&nbsp;&nbsp;</CODE></TD>"
-      "<TD VALIGN=\"top\" BGCOLOR=\"#A6CAF0\"><CODE>3&nbsp;&nbsp; &nbsp; c</CODE></TD></TR>\r\n"
-      "</TABLE>\r\n</BODY>\r\n</HTML>\r\n");
+  const std::string page = pageOf(modelOf("=!>"), "s\n<\n", "s\n>\n\tc", options);
+  EXPECT_EQ(page, std::regex_replace(
+                      R"(<HTML>
+<HEAD>
+<TITLE>C:\old & new\a.txt, b.txt</TITLE>
+</HEAD>
+<BODY BGCOLOR="#FFFFFF">
+<TABLE BORDER="0" CELLSPACING="0" CELLPADDING="0">
+<TR><TD ALIGN="center" COLSPAN="2"><B>Diffs: 2, Lines: 2</B> (24/03/01, 9:05:00)</TD></TR>
+
+<TR><TD WIDTH="50%"><TABLE BORDER="1" WIDTH="100%"><TR><TD ALIGN="center">)"
+                      R"(<A HREF="file:///C:\old & new\a.txt">C:\old & new\a.txt</A> (DOS))"
+                      R"(</TD></TR></TABLE></TD>
+<TD WIDTH="50%"><TABLE BORDER="1" WIDTH="100%"><TR><TD ALIGN="center">)"
+                      R"(<A HREF="file:///b.txt">b.txt</A> (UNIX)</TD></TR></TABLE></TD></TR>
+
+<TR><TD><TABLE BORDER="1" WIDTH="100%"><TR><TD ALIGN="center"><B>Line 2</B></TD></TR></TABLE></TD>
+<TD><TABLE BORDER="1" WIDTH="100%"><TR><TD ALIGN="center"><B>Line 2</B></TD></TR></TABLE></TD></TR>
+<TR><TD VALIGN="top" BGCOLOR="#F0CAA6"><CODE>2&nbsp;&lt;&nbsp;</CODE></TD>)"
+                      R"(<TD VALIGN="top" BGCOLOR="#F0CAA6"><CODE>2&nbsp;&gt;&nbsp;</CODE></TD></TR>
+<TR><TD><TABLE BORDER="1" WIDTH="100%"><TR><TD>&nbsp;</TD></TR></TABLE></TD>
+<TD><TABLE BORDER="1" WIDTH="100%"><TR><TD ALIGN="center"><B>Line 3</B></TD></TR></TABLE></TD></TR>
+<TR><TD VALIGN="top" BGCOLOR="#F4F4F4"><CODE>&nbsp;&nbsp;</CODE></TD>)"
+                      R"(<TD VALIGN="top" BGCOLOR="#A6CAF0"><CODE>3&nbsp;&nbsp; &nbsp; c</CODE></TD></TR>
+</TABLE>
+</BODY>
+</HTML>
+)",
+                      std::regex("\n"), "\r\n"));
 }
 
 TEST(HtmlExport, NumbersAreAsWideAsTheRowCountAndFillersHaveNone) {
