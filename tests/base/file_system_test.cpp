@@ -13,6 +13,7 @@
 #include <iterator>
 #include <vector>
 
+#include "base/buffered_sink.h"
 #include "tests/support/failing_allocator.h"
 
 namespace merivane {
@@ -138,6 +139,20 @@ TEST_F(SystemFilesTest, DoesNotReplaceALockedFile) {
   EXPECT_NE(replaceFile(files_, path("file"), "other"), 0u);
   EXPECT_EQ(contents("file"), "earlier");
   EXPECT_EQ(filesThere(), 1);
+}
+
+TEST_F(SystemFilesTest, BufferedWritesArriveInOrder) {
+  std::unique_ptr<OutputFile> file;
+  ASSERT_EQ(files_.create(path("file"), file), 0u);
+  BufferedSink sink(*file);
+  std::string all;
+  for (const size_t size : {0, 10, 65526, 1, 65535, 65536, 3, 200000, 5}) {
+    const std::string piece(size, static_cast<char>('a' + all.size() % 26));
+    sink.write(piece);
+    all += piece;
+  }
+  EXPECT_TRUE(sink.finish() == 0 && sink.finish() == 0 && file->commit() == 0);
+  EXPECT_TRUE(contents("file") == all);
 }
 
 #ifndef _WIN32

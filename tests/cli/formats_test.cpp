@@ -30,51 +30,47 @@ TEST(JsonFormat, HasALineForEveryRowWithLinesPositionsAndMarks) {
 )");
 }
 
-/// Two texts in, the lines between heading and summary out.
+/// Two texts and some options, separated by blanks, in; the lines between heading and summary out.
 std::string textRows(DiffProgram& program, const std::string& left, const std::string& right,
-                     std::vector<std::string_view> options) {
+                     std::string_view options) {
   program.files.files = {{"L", {left}}, {"R", {right}}};
-  options.insert(options.end(), {"L", "R"});
-  program.run(options);
+  std::vector<std::string_view> arguments = {"L", "R"};
+  for (size_t end; !options.empty(); options.remove_prefix(std::min(end, options.size() - 1) + 1)) {
+    end = options.find(' ');
+    arguments.push_back(options.substr(0, end));
+  }
+  program.run(arguments);
   const std::string output = program.output();
   const size_t begin = output.find('\n') + 1;
   return output.substr(begin, output.rfind('\n', output.size() - 2) + 1 - begin);
 }
 
 TEST(TextFormat, AlignsRowsInTheWidthThereIs) {
-  const std::vector<std::string_view> real = {}, virtually = {"--line-numbers=virtual"},
-                                      none = {"--line-numbers=none"};
   const struct {
-    std::string left, right;
-    std::vector<std::string_view> options;
-    std::string rows;
+    std::string left, right, options, rows;
   } cases[] = {
       // 3 columns in the middle and two cells of 12, of 10 behind real line numbers.
-      {"one\nleft\n\nlong line, too long\n\n", "one\n\nlong line, too LONG\n\nend", real,
+      {"one\nleft\n\nlong line, too long\n\n", "one\n\nlong line, too LONG\n\nend", "",
        "1 one          1 one\n"
        "2 left       <\n"
        "3              2\n"
        "4 long line~ | 3 long line~\n"
        "5              4\n"
        "             > 5 end\n"},
-      {"one\nleft\n", "one\n", virtually, "1 one           one\n2 left        <\n"},
-      {"123456789012\n\n", "1234567890123\n\n", none, "123456789012 | 12345678901~\n\n"},
-      {"a\n", "a\n", {"--line-numbers=none", "--width=33"}, "a                 a\n"},
-      {"1\n2\nleft\n3\n",
-       "1\n2\n3\nright",
-       {"--scope=differences"},
+      {"one\nleft\n", "one\n", "--line-numbers=virtual", "1 one           one\n2 left        <\n"},
+      {"123456789012\n\n", "1234567890123\n\n", "--line=none", "123456789012 | 12345678901~\n\n"},
+      {"a\n", "a\n", "--line=none --width=33", "a                 a\n"},
+      {"1\n2\nleft\n3\n", "1\n2\n3\nright", "--scope=differences",
        "-- Line 3 --\n"
        "3 left       <\n"
        "               -- Line 4 --\n"
        "             > 4 right\n"},
-      {"a\tb\n\t\x01\x7F...\n", "a\tb\n\t\x01\x7F...\n", none,
+      {"a\tb\n\t\x01\x7F...\n", "a\tb\n\t\x01\x7F...\n", "--line=none",
        "a   b          a   b\n"
        "    ^A^?...        ^A^?...\n"},
-      {" \tb\n", " \tb\n", {"--line-numbers=none", "--show-white", "--tab-stop=3"}, ".> b$          .> b$\n"},
+      {" \tb\n", " \tb\n", "--line=none --show-white --tab-stop=3", ".> b$          .> b$\n"},
       // What differs is marked within a changed line, and a line end where it is the difference.
-      {"same as x\nend\n",
-       "same as y\nend",
-       {"--color=always", "--line-numbers=none"},
+      {"same as x\nend\n", "same as y\nend", "--line=none --color=always",
        "same as \x1b[7;31mx\x1b[m    \x1b[33m|\x1b[m same as \x1b[7;32my\x1b[m\n"
        "end\x1b[7;31m$\x1b[m         \x1b[33m|\x1b[m end\n"},
   };
@@ -95,7 +91,7 @@ TEST(TextFormat, ShowsWholeCharactersAsTheyAre) {
   const auto cellOf = [&](const std::string& line) {
     // So many bytes from 0x80 on would pass for binary data at the start of a file.
     const std::string text = std::string(1024, 'x') + '\n' + line + '\n';
-    const std::string rows = textRows(program, text, text, {"--line-numbers=none", "--width=27"});
+    const std::string rows = textRows(program, text, text, "--line=none --width=27");
     return rows.substr(rows.rfind(' ') + 1);
   };
   // Twelve letters of two bytes fit. Half a letter, a surrogate and a longer form than need be are bytes.
@@ -112,17 +108,17 @@ TEST(TextFormat, ShowsWholeCharactersAsTheyAre) {
 
 TEST(TextFormat, ColoursForATerminalOrOnRequest) {
   DiffProgram program;
-  const auto isColoured = [&](std::vector<std::string_view> options) {
+  const auto isColoured = [&](const char* options) {
     return textRows(program, "a\n", "b\n", options).find('\x1b') != std::string::npos;
   };
-  EXPECT_FALSE(isColoured({}));
+  EXPECT_FALSE(isColoured(""));
   program.terminal = {.isTerminal = true, .showsColours = true};
   program.noColour = "";
-  EXPECT_TRUE(isColoured({}));
-  EXPECT_FALSE(isColoured({"--color=never"}));
+  EXPECT_TRUE(isColoured(""));
+  EXPECT_FALSE(isColoured("--color=never"));
   program.noColour = "1";
-  EXPECT_FALSE(isColoured({}));
-  EXPECT_TRUE(isColoured({"--color=always"}));
+  EXPECT_FALSE(isColoured(""));
+  EXPECT_TRUE(isColoured("--color=always"));
 }
 
 const std::string kHead = "--- a/f\n+++ b/f\n";
