@@ -7,7 +7,6 @@ namespace {
 
 TEST(MessageFormat, PlaceholdersConversionsAndEscapes) {
   const char* const cases[][2] = {
-      {"", ""},
       {"<%3>%2%1", "<three %1>-2one"},  // an argument is never a pattern itself
       {"%4 and %11 are left out", " and  are left out"},
       {"%1%%, a%nb%.%!, 100%", "one%, a\nb.!, 100%"},

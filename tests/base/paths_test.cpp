@@ -27,7 +27,6 @@ TEST(Paths, ValidityFollowsDriveColonShareAndWildcardRules) {
     EXPECT_EQ(IsValidFilePath(c.name), c.filePath) << c.name;
   }
   EXPECT_EQ(FileNamePart("C:\\a\\b.txt"), "b.txt");
-  EXPECT_EQ(FileNamePart("C:\\a\\"), "");
   EXPECT_EQ(FileNamePart("b.txt"), "b.txt");
 }
 

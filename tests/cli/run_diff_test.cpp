@@ -131,7 +131,6 @@ TEST(DiffOptions, SayWhatIsWrong) {
   } cases[] = {
       {{}, "missing operand"},
       {{"L", "R", "S"}, "extra operand 'S'"},
-      {{"L"}, "missing operand after 'L'"},
       {{"-", "-"}, "standard input can be one side only"},
       {{"--nonsense"}, "unrecognized option '--nonsense'"},
       {{"--ignore"}, "option '--ignore' is ambiguous; possibilities: '--ignore-blanks' '--ignore-case'"},

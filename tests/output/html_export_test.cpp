@@ -116,7 +116,6 @@ TEST(HtmlText, EveryKindOfCharacter) {
     const char* plain;
     std::string marked;  // with white space shown; '.', '>' and '$' stand for its marks
   } cases[] = {
-      {"", 4, "", ""},
       {"if (a && b<c) \"x\"->y;\n", 4, "if (a &amp;&amp; b&lt;c) \"x\"-&gt;y;&nbsp;",
        "if.(a.&amp;&amp;.b&lt;c).\"x\"-&gt;y;$"},
       // Single spaces at either end and beside a tab stay single spaces; runs alternate from their start.
