@@ -116,6 +116,8 @@ TEST(TextFormat, ColoursForATerminalOrOnRequest) {
   program.noColour = "";
   EXPECT_TRUE(isColoured(""));
   EXPECT_FALSE(isColoured("--color=never"));
+  EXPECT_EQ(textRows(program, "a\n", "b\n", "--output=o"), "");
+  EXPECT_EQ(program.files.files["o"].contents.find('\x1b'), std::string::npos);
   program.noColour = "1";
   EXPECT_FALSE(isColoured(""));
   EXPECT_TRUE(isColoured("--color=always"));

@@ -46,7 +46,7 @@ TEST(RunDiff, TroubleIsToldInTheProductsTexts) {
   EXPECT_EQ(program.run({"a"}), 2);
   EXPECT_EQ(program.errors(),
             "merivane-diff: missing operand after 'a'\nTry 'merivane-diff --help' for more information.\n");
-  EXPECT_EQ(program.run({"--version", "--output=v"}), 0);
+  EXPECT_EQ(program.run({"--output=v", "--version"}), 0);
   EXPECT_TRUE(program.output().starts_with("merivane-diff "));
   // Standard output that fails is trouble; that nobody reads it any more is no news.
   for (const SystemError error : {kDiskFull, DiffProgram::brokenPipe}) {
