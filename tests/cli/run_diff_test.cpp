@@ -139,6 +139,7 @@ TEST(DiffOptions, SayWhatIsWrong) {
       {{"-x"}, "invalid option -- 'x'"},
       {{"L", "R", "-U"}, "option requires an argument -- 'U'"},
       {{"--unified="}, "invalid argument '' for '--unified'"},
+      {{"-U5x"}, "invalid argument '5x' for '-U'"},
       {{"-U4294967296"}, "invalid argument '4294967296' for '-U'"},
       {{"--tab-stop=17"}, "invalid argument '17' for '--tab-stop'"},
       {{"--ignore-blanks=all,"}, "invalid argument 'all,' for '--ignore-blanks'"},
