@@ -148,6 +148,7 @@ TEST(UnifiedFormat, MergesHunksCountsLinesAndKeepsTheFilesOwnBytes) {
       {"", "x", {}, "@@ -0,0 +1 @@\n+x\n\\ No newline at end of file\n"},
       // More lines on the right: there the rows have the insertions first.
       {"a\n", "b\nc\n", {}, "@@ -1 +1,2 @@\n-a\n+b\n+c\n"},
+      {"x\r\ny\r\n", "x\nz\n", {}, "@@ -1,2 +1,2 @@\n-x\r\n-y\r\n+x\n+z\n"},
       // With something ignored the left file's lines are the context.
       {"x\ny\n", "X\nz\n", {"--ignore-case"}, "@@ -1,2 +1,2 @@\n x\n-y\n+z\n"},
       // "a\x7F" and "b" with a NUL have one key: 127 * 97 + 127 = 127 * 98.
