@@ -186,10 +186,11 @@ TEST(DiffModel, IsAfterEveryEditWhatItsRowsMakeAnew) {
     const uint32_t sizes[2] = {sizeOf(0), sizeOf(1)};
     pattern.replace(begin, range.size(), random.text("===<>!", count > 300 ? 5 : 12));
     DiffModel expected = modelOf(pattern), replacement;
+    const uint32_t late = random.below(2);
     for (uint32_t row = begin; row < range.end + expected.rowCount() - count; ++row) {
-      replacement.addRow(expected.status(row), expected.position(0, row), expected.position(1, row));
+      replacement.addRow(expected.status(row), expected.position(0, row) + late, expected.position(1, row));
     }
-    if (random.below(2) == 0) replacement.shiftPositions(0, 0, 0);
+    replacement.shiftPositions(0, 0, -int64_t{late});
     for (const int side : {0, 1}) model.shiftPositions(side, range.end, int64_t{sizeOf(side)} - sizes[side]);
     model.replaceRows(range, std::move(replacement));
     if (step % 9 == 0) {
