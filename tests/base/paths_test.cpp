@@ -2,43 +2,42 @@
 
 #include <gtest/gtest.h>
 
+#include "base/temp_files.h"
+#include "tests/support/memory_files.h"
+
 namespace merivane {
 namespace {
 
 TEST(Paths, ValidityFollowsDriveColonShareAndWildcardRules) {
-  struct Case {
+  const struct {
     const char* name;
     bool path, withDrive, filePath;
+  } cases[] = {
+      {"", false, false, false},           {":", false, false, false},
+      {"C:", false, true, false},          {"c:\\", true, true, false},
+      {"C:foo", false, false, false},      {"1:\\a", false, false, false},
+      {"C:\\a:b", false, false, false},    {"ab:c", false, false, false},
+      {"\\\\server", false, false, false}, {"\\\\server\\share", true, true, true},
+      {"a?.txt", false, false, false},     {"a|b", false, false, false},
+      {"C:\\dir\\", true, true, false},    {"say \"hi\"", true, true, true},
   };
-  const Case cases[] = {
-      {"", false, false, false},
-      {":", false, false, false},
-      {"C:", false, true, false},
-      {"c:\\", true, true, false},
-      {"C:foo", false, false, false},
-      {"1:\\a", false, false, false},
-      {"C:\\a:b", false, false, false},
-      {"ab:c", false, false, false},
-      {"\\\\server", false, false, false},
-      {"\\\\server\\share", true, true, true},
-      {"a?.txt", false, false, false},
-      {"a|b", false, false, false},
-      {"dir\\file", true, true, true},
-      {"C:\\dir\\", true, true, false},
-      {"a", true, true, true},
-      {"say \"hi\"", true, true, true},
-  };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     EXPECT_EQ(IsValidPath(c.name, false), c.path) << c.name;
     EXPECT_EQ(IsValidPath(c.name, true), c.withDrive) << c.name;
     EXPECT_EQ(IsValidFilePath(c.name), c.filePath) << c.name;
   }
+  EXPECT_EQ(FileNamePart("C:\\a\\b.txt"), "b.txt");
+  EXPECT_EQ(FileNamePart("b.txt"), "b.txt");
 }
 
-TEST(Paths, FileNamePartIsBehindTheLastBackslash) {
-  EXPECT_EQ(FileNamePart("C:\\a\\b.txt"), "b.txt");
-  EXPECT_EQ(FileNamePart("C:\\a\\"), "");
-  EXPECT_EQ(FileNamePart("b.txt"), "b.txt");
+TEST(TempFiles, TheFirstFreeNameIsTaken) {
+  MemoryFiles files;
+  files.files["C:\\t\\cmp-00007.tmp"] = {};
+  files.files["C:\\t\\cmp-99998.tmp"].kind = FileKind::folder;
+  const uint32_t numbers[] = {7, 99998, 99999 + 42};
+  const uint32_t* next = numbers;
+  EXPECT_EQ(MakeTempFileName(files, "C:\\t", "cmp-", [&] { return *next++; }), "C:\\t\\cmp-00042.tmp");
+  EXPECT_EQ(MakeTempFileName(files, "C:\\", "x", [] { return 5u; }), "C:\\x00005.tmp");
 }
 
 }  // namespace

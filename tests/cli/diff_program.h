@@ -14,44 +14,35 @@ namespace merivane {
 class DiffProgram {
  public:
   static constexpr SystemError brokenPipe = 32;
-  static constexpr const char* standardOutput = "<standard output>";
 
   DiffProgram() { errors_.text.reserve(4096); }
 
-  /// Runs it and answers its exit status; `output` and `errors` are then what it wrote. `access` is what it
-  /// gets for a file system.
-  int run(const std::vector<std::string_view>& arguments) { return run(arguments, files); }
-  int run(const std::vector<std::string_view>& arguments, FileSystem& access) {
+  /// Runs it and answers its exit status; output() and errors() are then what it wrote. The second half of
+  /// it needs no memory of its own.
+  int run(const std::vector<std::string_view>& arguments) {
     prepare();
-    return runPrepared(arguments, access);
+    return runPrepared(arguments);
   }
-
-  /// The two halves of run(), the second of which needs no memory of its own.
   void prepare() {
-    files.files.erase(standardOutput);
-    files.files["<standard input>"].contents = input;
-    files.open("<standard input>", in_);
-    files.create(standardOutput, out_);
+    streams.files["in"].contents = input;
+    streams.files["out"].contents.clear();
+    streams.open("in", in_);
+    streams.create("out", out_);
     errors_.text.clear();
   }
-  int runPrepared(const std::vector<std::string_view>& arguments, FileSystem& access) {
-    return runDiff(arguments,
-                   {access, *in_, full != nullptr ? *full : *out_, errors_, [this] { return terminal; },
-                    columns, noColour, [] { return std::string("now"); }, brokenPipe});
+  int runPrepared(const std::vector<std::string_view>& arguments) {
+    return runDiff(arguments, {files, *in_, *out_, errors_, [this] { return terminal; }, columns, noColour,
+                               [] { return std::string("now"); }, brokenPipe});
   }
 
-  std::string output() const {
-    const auto found = files.files.find(standardOutput);
-    return found == files.files.end() ? std::string() : found->second.contents;
-  }
+  std::string output() const { return streams.files.at("out").contents; }
   const std::string& errors() const { return errors_.text; }
 
-  MemoryFiles files;
+  MemoryFiles files, streams;
   std::string input;
   TerminalFacts terminal;
   const char* columns = nullptr;
   const char* noColour = nullptr;
-  OutputFile* full = nullptr;  // takes the place of standard output
 
  private:
   /// Needs no memory, so that it can be written to when there is none.

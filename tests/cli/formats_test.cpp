@@ -1,128 +1,209 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
 #include "tests/cli/diff_program.h"
+#include "tests/support/random.h"
 
 namespace merivane {
 namespace {
 
 TEST(JsonFormat, HasALineForEveryRowWithLinesPositionsAndMarks) {
   DiffProgram program;
-  program.files.files = {{"l\"\\\x01\xC3\xA9", {"same\nold value\nleft only\nend"}},
-                         {"r", {"same\r\nnew values\r\nend"}}};
-  EXPECT_EQ(program.run({"--format=json", "--ignore-blanks=end", "l\"\\\x01\xC3\xA9", "r"}), 1);
-  EXPECT_EQ(
-      program.output(),
-      "{\"left\":{\"path\":\"l\\\"\\\\\\u0001\\u00c3\\u00a9\",\"lineEnd\":\"UNIX\"},"
-      "\"right\":{\"path\":\"r\",\"lineEnd\":\"DOS\"},\"diffs\":2,\"lines\":3,\"rows\":[\n"
-      "{\"status\":\"same\",\"left\":{\"line\":1,\"position\":0},\"right\":{\"line\":1,\"position\":0}},\n"
-      "{\"status\":\"left\",\"left\":{\"line\":2,\"position\":5},\"right\":{\"line\":null,\"position\":5}},\n"
-      "{\"status\":\"left\",\"left\":{\"line\":3,\"position\":15},\"right\":{\"line\":null,\"position\":5}},"
-      "\n"
-      "{\"status\":\"right\",\"left\":{\"line\":null,\"position\":25},\"right\":{\"line\":2,\"position\":5}},"
-      "\n"
-      "{\"status\":\"same\",\"left\":{\"line\":4,\"position\":25},\"right\":{\"line\":3,\"position\":16}}\n"
-      "]}\n");
-
-  program.files.files = {{"l", {"the cat sat down\nx\n"}}, {"r", {"The cat sits down\nx"}}};
-  EXPECT_EQ(program.run({"--format=json", "l", "r"}), 1);
-  const std::string marked = program.output();
-  EXPECT_NE(marked.find("\"leftMarks\":[[0,1],[9,10]],\"rightMarks\":[[0,1],[9,10],[11,12]]},\n"),
-            std::string::npos)
-      << marked;
-  EXPECT_NE(marked.find("\"leftMarks\":[[1,2]],\"rightMarks\":[]}\n]}\n"), std::string::npos) << marked;
+  program.files.files = {{"l\"\\\x01\xC3\xA9", {"only\ns\nt\nthe cat sat down\nx\n"}},
+                         {"r", {"s\r\nnew\r\nt\r\nThe cat sits down\r\nx"}}};
+  EXPECT_EQ(program.run({"--format=json", "l\"\\\x01\xC3\xA9", "r"}), 1);
+  EXPECT_EQ(program.output(), R"({"left":{"path":"l\"\\\u0001\u00c3\u00a9","lineEnd":"UNIX"},)"
+                              R"("right":{"path":"r","lineEnd":"DOS"},"diffs":3,"lines":4,"rows":[
+{"status":"left","left":{"line":1,"position":0},"right":{"line":null,"position":0}},
+{"status":"same","left":{"line":2,"position":5},"right":{"line":1,"position":0}},
+{"status":"right","left":{"line":null,"position":7},"right":{"line":2,"position":2}},
+{"status":"same","left":{"line":3,"position":7},"right":{"line":3,"position":6}},
+{"status":"changed","left":{"line":4,"position":9},"right":{"line":4,"position":8},)"
+                              R"("leftMarks":[[0,1],[9,10]],"rightMarks":[[0,1],[9,10],[11,12]]},
+{"status":"changed","left":{"line":5,"position":26},"right":{"line":5,"position":26},)"
+                              R"("leftMarks":[[1,2]],"rightMarks":[]}
+]}
+)");
 }
 
-/// Two texts in, the lines between heading and summary out.
-std::string textRows(DiffProgram& program, const char* left, const char* right,
-                     std::vector<std::string_view> options) {
+/// Two texts and some options, separated by blanks, in; the lines between heading and summary out.
+std::string textRows(DiffProgram& program, const std::string& left, const std::string& right,
+                     std::string_view options) {
   program.files.files = {{"L", {left}}, {"R", {right}}};
-  options.insert(options.end(), {"L", "R"});
-  program.run(options);
+  std::vector<std::string_view> arguments = {"L", "R"};
+  for (size_t end; !options.empty(); options.remove_prefix(std::min(end, options.size() - 1) + 1)) {
+    end = options.find(' ');
+    arguments.push_back(options.substr(0, end));
+  }
+  program.run(arguments);
   const std::string output = program.output();
   const size_t begin = output.find('\n') + 1;
   return output.substr(begin, output.rfind('\n', output.size() - 2) + 1 - begin);
 }
 
 TEST(TextFormat, AlignsRowsInTheWidthThereIs) {
-  DiffProgram program;
-  // 3 columns in the middle and two cells of 12, of 10 behind real line numbers.
-  program.columns = "27";
-  EXPECT_EQ(
-      textRows(program, "one\nleft\n\nlong line, too long\n\n", "one\n\nlong line, too LONG\n\nend", {}),
-      "1 one          1 one\n"
-      "2 left       <\n"
-      "3              2\n"
-      "4 long line~ | 3 long line~\n"
-      "5              4\n"
-      "             > 5 end\n");
-  EXPECT_EQ(textRows(program, "one\nleft\n", "one\n", {"--line-numbers=virtual"}),
-            "1 one           one\n"
-            "2 left        <\n");
-  program.terminal = {.isTerminal = true, .width = 27};
-  program.columns = nullptr;
-  EXPECT_EQ(textRows(program, "123456789012\n\n", "1234567890123\n\n", {"--line-numbers=none"}),
-            "123456789012 | 12345678901~\n\n");
-  EXPECT_EQ(textRows(program, "a\n", "a\n", {"--line-numbers=none", "--width=33"}), "a                 a\n");
+  const struct {
+    std::string left, right, options, rows;
+  } cases[] = {
+      // 3 columns in the middle and two cells of 12, of 10 behind real line numbers.
+      {"one\nleft\n\nlong line, too long\n\n", "one\n\nlong line, too LONG\n\nend", "",
+       "1 one          1 one\n"
+       "2 left       <\n"
+       "3              2\n"
+       "4 long line~ | 3 long line~\n"
+       "5              4\n"
+       "             > 5 end\n"},
+      {"one\nleft\n", "one\n", "--line-numbers=virtual", "1 one           one\n2 left        <\n"},
+      {"123456789012\n\n", "1234567890123\n\n", "--line=none", "123456789012 | 12345678901~\n\n"},
+      {"a\n", "a\n", "--line=none --width=33", "a                 a\n"},
+      {"1\n2\nleft\n3\n", "1\n2\n3\nright", "--scope=differences",
+       "-- Line 3 --\n"
+       "3 left       <\n"
+       "               -- Line 4 --\n"
+       "             > 4 right\n"},
+      {"a\tb\n\t\x01\x7F...\n", "a\tb\n\t\x01\x7F...\n", "--line=none",
+       "a   b          a   b\n"
+       "    ^A^?...        ^A^?...\n"},
+      {" \tb\n", " \tb\n", "--line=none --show-white --tab-stop=3", ".> b$          .> b$\n"},
+      // What differs is marked within a changed line, and a line end where it is the difference.
+      {"same as x\nend\n", "same as y\nend", "--line=none --color=always",
+       "same as \x1b[7;31mx\x1b[m    \x1b[33m|\x1b[m same as \x1b[7;32my\x1b[m\n"
+       "end\x1b[7;31m$\x1b[m         \x1b[33m|\x1b[m end\n"},
+  };
+  for (const bool byTerminal : {false, true}) {
+    DiffProgram program;
+    program.terminal = {.isTerminal = true, .width = byTerminal ? 27u : 99u};
+    if (!byTerminal) program.columns = "27";
+    for (const auto& c : cases) EXPECT_EQ(textRows(program, c.left, c.right, c.options), c.rows);
+    program.files.files = {{"a/very/long/way/to/the/left", {""}}, {"R", {""}}};
+    program.run({"--width=37", "--scope=context", "a/very/long/way/to/the/left", "R"});
+    EXPECT_EQ(program.output(), "...the/left (DOS)   R (DOS)\nNo differences\n");
+  }
 }
 
-TEST(TextFormat, ShowsTabsControlBytesWhiteSpaceAndWholeCharacters) {
+TEST(TextFormat, ShowsWholeCharactersAsTheyAre) {
   DiffProgram program;
-  program.columns = "27";
-  const std::vector<std::string_view> plain = {"--line-numbers=none"};
-  EXPECT_EQ(textRows(program, "a\tb\n\t\x01\x7F...\n", "a\tb\n\t\x01\x7F...\n", plain),
-            "a   b          a   b\n"
-            "    ^A^?...        ^A^?...\n");
-  EXPECT_EQ(textRows(program, " \tb\n", " \tb\n", {"--line-numbers=none", "--show-white", "--tab-stop=3"}),
-            ".> b$          .> b$\n");
   program.terminal.utf8 = true;
-  // Twelve letters of two bytes fit; the last byte of the second line is half a letter.
-  const std::string letters =
-      "\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4\xC3\xA4";
-  const std::string text = letters + "\xC3\xA4\n" + letters + "xx\n\xC3";
-  const std::string expected = letters + "\xC3\xA4   " + letters + "\xC3\xA4\n" + letters +
-                               "\xE2\x80\xA6   " + letters + "\xE2\x80\xA6\n\xC3              \xC3\n";
-  // So many bytes from 0x80 on would pass for binary data at the start of a file.
-  const std::string filler(1024, 'x');
-  const std::string rows =
-      textRows(program, (filler + "\n" + text).c_str(), (filler + "\n" + text).c_str(), plain);
-  EXPECT_EQ(rows.substr(rows.find('\n') + 1), expected);
+  const auto cellOf = [&](const std::string& line) {
+    // So many bytes from 0x80 on would pass for binary data at the start of a file.
+    const std::string text = std::string(1024, 'x') + '\n' + line + '\n';
+    const std::string rows = textRows(program, text, text, "--line=none --width=27");
+    return rows.substr(rows.rfind(' ') + 1);
+  };
+  // Twelve letters of two bytes fit. Half a letter, a surrogate and a longer form than need be are bytes.
+  std::string letters;
+  for (int i = 0; i < 11; ++i) letters += "\xC3\xA4";
+  EXPECT_EQ(cellOf(letters + "\xC3\xA4"), letters + "\xC3\xA4\n");
+  EXPECT_EQ(cellOf(letters + "\xC3"), letters + "\xC3\n");
+  EXPECT_EQ(cellOf(letters + "xx"), letters + "\xE2\x80\xA6\n");
+  for (const char* const bytes : {"\xED\xA0\x80", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80"}) {
+    EXPECT_EQ(cellOf(std::string("1234567890") + bytes),
+              std::string("1234567890") + bytes[0] + "\xE2\x80\xA6\n");
+  }
 }
 
 TEST(TextFormat, ColoursForATerminalOrOnRequest) {
   DiffProgram program;
-  program.columns = "27";
-  const auto isColoured = [&](std::vector<std::string_view> options) {
+  const auto isColoured = [&](const char* options) {
     return textRows(program, "a\n", "b\n", options).find('\x1b') != std::string::npos;
   };
-  EXPECT_FALSE(isColoured({}));
-  EXPECT_TRUE(isColoured({"--color=always"}));
+  EXPECT_FALSE(isColoured(""));
   program.terminal = {.isTerminal = true, .showsColours = true};
   program.noColour = "";
-  EXPECT_TRUE(isColoured({}));
-  EXPECT_FALSE(isColoured({"--color=never"}));
+  EXPECT_TRUE(isColoured(""));
+  EXPECT_FALSE(isColoured("--color=never"));
+  EXPECT_EQ(textRows(program, "a\n", "b\n", "--output=o"), "");
+  EXPECT_EQ(program.files.files["o"].contents.find('\x1b'), std::string::npos);
   program.noColour = "1";
-  EXPECT_FALSE(isColoured({}));
-  EXPECT_TRUE(isColoured({"--color=always"}));
-
-  // What differs is marked within a changed line, and a line end where it is the difference.
-  EXPECT_EQ(
-      textRows(program, "same as x\nend\n", "same as y\nend", {"--color=always", "--line-numbers=none"}),
-      "same as \x1b[7;31mx\x1b[m    \x1b[33m|\x1b[m same as \x1b[7;32my\x1b[m\n"
-      "end\x1b[7;31m$\x1b[m         \x1b[33m|\x1b[m end\n");
+  EXPECT_FALSE(isColoured(""));
+  EXPECT_TRUE(isColoured("--color=always"));
 }
 
-TEST(TextFormat, SectionsOpenWithTheirLines) {
+const std::string kHead = "--- a/f\n+++ b/f\n";
+
+std::string patchOf(std::string left, std::string right, std::vector<std::string_view> options = {}) {
   DiffProgram program;
-  program.columns = "37";
-  EXPECT_EQ(textRows(program, "1\n2\n3\n4\n5\nleft\n6\n", "1\n2\n3\n4\n5\n6\nright", {"--scope=differences"}),
-            "-- Line 6 --\n"
-            "6 left            <\n"
-            "                    -- Line 7 --\n"
-            "                  > 7 right\n");
-  program.files.files = {{"a/very/long/way/to/the/left", {""}}, {"R", {""}}};
-  program.run({"--scope=context", "a/very/long/way/to/the/left", "R"});
-  EXPECT_EQ(program.output(), "...the/left (DOS)   R (DOS)\nNo differences\n");
+  program.files.files = {{"a/f", {std::move(left)}}, {"b/f", {std::move(right)}}};
+  options.insert(options.end(), {"--format=unified", "a/f", "b/f"});
+  program.run(options);
+  return program.output() + program.errors();
 }
+
+TEST(UnifiedFormat, MergesHunksCountsLinesAndKeepsTheFilesOwnBytes) {
+  const struct {
+    std::string left, right;
+    std::vector<std::string_view> options;
+    std::string hunks;
+  } cases[] = {
+      {"1\n2\n3\n4\n5\n", "1\nx\n3\n4\ny\n", {"-U1"}, "@@ -1,5 +1,5 @@\n 1\n-2\n+x\n 3\n 4\n-5\n+y\n"},
+      {"1\n2\n3\n4\n5\n",
+       "x\n2\n3\n4\ny\n",
+       {"-U1"},
+       "@@ -1,2 +1,2 @@\n-1\n+x\n 2\n@@ -4,2 +4,2 @@\n 4\n-5\n+y\n"},
+      {"1\n2\n3\n", "1\nx\n2\n", {"-U0"}, "@@ -1,0 +2 @@\n+x\n@@ -3 +3,0 @@\n-3\n"},
+      {"", "x", {}, "@@ -0,0 +1 @@\n+x\n\\ No newline at end of file\n"},
+      // More lines on the right: there the rows have the insertions first.
+      {"a\n", "b\nc\n", {}, "@@ -1 +1,2 @@\n-a\n+b\n+c\n"},
+      {"x\r\ny\r\n", "x\nz\n", {}, "@@ -1,2 +1,2 @@\n-x\r\n-y\r\n+x\n+z\n"},
+      // With something ignored the left file's lines are the context.
+      {"x\ny\n", "X\nz\n", {"--ignore-case"}, "@@ -1,2 +1,2 @@\n x\n-y\n+z\n"},
+      // "a\x7F" and "b" with a NUL have one key: 127 * 97 + 127 = 127 * 98.
+      {"some text\na\x7F\n",
+       {"some text\nb\0\n", 13},
+       {},
+       {"@@ -1,2 +1,2 @@\n some text\n-a\x7F\n+b\0\n", 35}},
+  };
+  for (const auto& c : cases) EXPECT_EQ(patchOf(c.left, c.right, c.options), kHead + c.hunks);
+  EXPECT_EQ(patchOf("x\r\n", "x\n"), "merivane-diff: the files differ only in their line ends (DOS, UNIX)\n");
+  EXPECT_EQ(patchOf("x\r\n", "X\n", {"--ignore-case"}), "");
+
+  // Names that would not read back are quoted.
+  DiffProgram program;
+  program.files.files = {{"with blank", {"x\n"}}, {"q\"\\\n\x01 ", {"y\n"}}};
+  program.run({"-u", "with blank", "q\"\\\n\x01 "});
+  EXPECT_TRUE(program.output().starts_with("--- with blank\t\n+++ \"q\\\"\\\\\\n\\001 \"\n"));
+}
+
+#ifndef _WIN32
+
+TEST(UnifiedFormat, PatchesGiveExactlyTheRightFile) {
+  if (std::system("git --version >/dev/null 2>&1") != 0) GTEST_SKIP() << "no git is here to apply them";
+  std::string folder = (std::filesystem::temp_directory_path() / "merivane-patch.XXXXXX").string();
+  ASSERT_NE(::mkdtemp(folder.data()), nullptr);
+  const std::string apply =
+      "cd '" + folder + "' && git apply --unidiff-zero --whitespace=nowarn p 2>/dev/null";
+  Random random(7);
+  const auto lines = [&](std::string text) {
+    for (uint32_t count = random.below(6); count > 0; --count) {
+      constexpr const char* samples[] = {"a\n",      "b\r\n",   "\n",  "-- x\n",
+                                         "++ y\r\n", "\\ No\n", "c\r", "@@ -1 +1 @@\n"};
+      text.insert(random.below(static_cast<uint32_t>(text.size()) + 1),
+                  samples[random.below(std::size(samples))]);
+    }
+    return text;
+  };
+  for (int round = 0; round < 60; ++round) {
+    const std::string base = lines("1\n2\n3\n4\n5\n6\n7\n8\n");
+    std::string left = round % 10 == 0 ? "" : lines(base);
+    std::string right = round % 10 == 1 ? "" : lines(base);
+    if (random.below(3) == 0) left = left.substr(0, left.find_last_not_of("\r\n") + 1);
+    const std::string context = "-U" + std::to_string(random.below(4));
+    const std::string patch = patchOf(left, right, {context});
+    if (!patch.starts_with(kHead)) continue;
+    std::ofstream(folder + "/p", std::ios::binary) << patch;
+    std::ofstream(folder + "/f", std::ios::binary) << left;
+    EXPECT_EQ(std::system(apply.c_str()), 0) << patch;
+    std::ifstream patched(folder + "/f", std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(patched), {}), right) << patch;
+  }
+  std::filesystem::remove_all(folder);
+}
+
+#endif
 
 }  // namespace
 }  // namespace merivane

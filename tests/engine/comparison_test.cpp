@@ -2,13 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <numeric>
+#include <algorithm>
 
-#include "engine/line_keys.h"
 #include "engine/row_builder.h"
 #include "tests/support/comparison_oracle.h"
-#include "tests/support/corpus.h"
 #include "tests/support/failing_allocator.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/random.h"
@@ -18,186 +15,213 @@
 namespace merivane {
 namespace {
 
-/// The lines of both sides that are not the same: a changed row has two.
-size_t differingLines(const DiffModel& model) {
-  size_t lines = 0;
-  for (const char status : patternOf(model)) lines += status == '=' ? 0 : status == '!' ? 2 : 1;
-  return lines;
-}
-
-CompareOptions optionsOf(uint32_t bits) { return {(bits & 16) != 0, bits & 15, (bits & 32) == 0}; }
-
-TEST(Comparison, RowsRebuildBothTexts) {
-  constexpr int rounds = 1500;
+TEST(Comparison, RowsRebuildBothTextsAndDifferWhereTheReferenceDoes) {
   Random random(5);
-  for (int i = 0; i < rounds; ++i) {
+  for (int i = 0; i < 1500; ++i) {
     const std::string alphabet = i % 2 == 0 ? "\n\n\naAb  \t\r\xe4" : "\naaaaabbb c";
     std::string left = random.text(alphabet, 60), right = random.text(alphabet, 60);
     // Most pairs have a start and an end in common, some have an empty side.
     if (random.below(4) != 0) right = left.substr(0, left.size() / 2) + right + left.substr(left.size() / 2);
     if (random.below(20) == 0) left.clear();
     for (uint32_t bits = 0; bits < 64; ++bits) {
-      const CompareOptions options = optionsOf(bits);
+      const CompareOptions options{(bits & 16) != 0, bits & 15, (bits & 32) == 0};
+      SCOPED_TRACE(testing::PrintToString(left) + testing::PrintToString(right) + std::to_string(bits));
       DiffModel model;
       ASSERT_EQ(compareTexts(left, right, options, nullptr, model), Result::success);
-      const std::string input = testing::PrintToString(left) + testing::PrintToString(right);
-      ASSERT_EQ(comparisonFault(model, left, right, options), "") << input << " options " << bits;
-      const std::vector<uint32_t> keys[2] = {tableLines(left, options).keys, tableLines(right, options).keys};
-      size_t flags = 0;
-      for (const auto& changed : ReferenceDiff<uint32_t>(keys[0], keys[1]).changed) {
-        flags += std::accumulate(changed.begin(), changed.end(), size_t{0});
+      ASSERT_EQ(comparisonFault(model, left, right, options), "");
+      const LineTable tables[2] = {tableLines(left, options), tableLines(right, options)};
+      const ReferenceDiff<uint32_t> reference(tables[0].keys, tables[1].keys);
+      for (const int side : {0, 1}) {
+        std::vector<uint8_t> changed;
+        for (uint32_t row = 0; row < model.rowCount(); ++row) {
+          if (fillerSide(model.status(row)) != side) changed.push_back(model.status(row) != RowStatus::same);
+        }
+        changed.resize(tables[side].keys.size() + 1, 0);
+        ASSERT_EQ(changed, reference.changed[side]);
       }
-      ASSERT_EQ(differingLines(model), flags) << input << " options " << bits;
     }
   }
 }
 
 TEST(Comparison, RowsOfAHunkAreInOrder) {
-  struct Case {
+  const CompareOptions noChanges{false, 0, false};
+  const struct {
     std::string left, right, statuses;
     CompareOptions options;
-  };
-  const CompareOptions noChanges{false, 0, false};
-  const Case cases[] = {
+  } cases[] = {
       {"", "", "=", {}},
-      {"a\nb", "a\nb", "==", {}},
-      {"a\nb\n", "", "<<", {}},
       {"", "a\nb", ">>", {}},
-      {"a\nc\n", "a\nb\nc\n", "=>=", {}},
       {"a\nb\nc\n", "b\n", "<=<", {}},
-      // One line a side.
-      {"hello\n", "hallo\n", "!", {}},
-      {"hello\n", "hallo\n", "<>", noChanges},
-      {"x\nhello\ny\n", "x\nthing\ny\n", "=<>=", {}},
       {"a\nb", "a\nb\n", "=!", {}},
       // As many lines on both: paired up to the first that are not alike.
-      {"line 1\nline 2\n", "line 3\nline 4\n", "!!", {}},
+      {"x\nhello\ny\n", "x\nthing\ny\n", "=<>=", {}},
       {"line 1\nabcdef\nline 2\nz\n", "line 3\nuvwxyz\nline 4\nz\n", "!<<>>=", {}},
-      {"abcdef\nline 2\n", "uvwxyz\nline 4\n", "<<>>", {}},
       {"line 1\nline 2\n", "line 3\nline 4\n", "<<>>", noChanges},
       // More on one: the longer side first, however alike.
       {"line 1\nline 2\n", "line 3\n", "<<>", {}},
       {"line 1\nz\n", "line 3\nline 4\nz\n", ">><=", {}},
-      {"k\nline 1\n", "k\nline 3\nline 4\n", "=>><", {}},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     DiffModel model;
     ASSERT_EQ(compareTexts(c.left, c.right, c.options, nullptr, model), Result::success);
     EXPECT_EQ(patternOf(model), c.statuses) << c.left << "----\n" << c.right;
-    EXPECT_EQ(comparisonFault(model, c.left, c.right, c.options), "") << c.left << "----\n" << c.right;
   }
 }
 
-/// How many lines an external minimal diff of two files tells; -1 when there is no such program.
-int64_t linesOfMinimalDiff(const CorpusPair& pair) {
-#ifdef _WIN32
-  (void)pair;
-  return -1;
-#else
-  const std::string command = "diff --text --minimal '" + pair.paths[0] + "' '" + pair.paths[1] + "' 2>&1";
-  FILE* const output = popen(command.c_str(), "r");
-  if (output == nullptr) return -1;
-  int64_t lines = 0;
-  bool atStart = true;
-  for (int c; (c = std::fgetc(output)) != EOF; atStart = c == '\n')
-    lines += atStart && (c == '<' || c == '>');
-  return WEXITSTATUS(pclose(output)) <= 1 ? lines : -1;
-#endif
-}
-
-TEST(Comparison, HoldsOnRealFiles) {
-  const std::vector<CorpusPair> pairs = corpusPairs();
-  if (pairs.empty()) GTEST_SKIP() << "no corpus beside the checkout";
-  for (const CorpusPair& pair : pairs) {
-    const std::string_view left = pair.texts[0].view(), right = pair.texts[1].view();
-    for (const uint32_t bits : {0, 32, 16 + 1, 2 + 4 + 8, 16 + 15}) {
-      DiffModel model;
-      ASSERT_EQ(compareTexts(left, right, optionsOf(bits), nullptr, model), Result::success);
-      EXPECT_EQ(comparisonFault(model, left, right, optionsOf(bits)), "")
-          << pair.paths[0] << " options " << bits;
-      const int64_t lines = bits == 0 ? linesOfMinimalDiff(pair) : -1;
-      if (lines >= 0) {
-        EXPECT_EQ(differingLines(model), lines) << pair.paths[0];
-      }
-    }
-    DiffModel same;
-    ASSERT_EQ(compareTexts(left, left, {}, nullptr, same), Result::success);
-    EXPECT_EQ(same.differingRows(), 0u);
-  }
-}
-
-/// Rows that no comparison below leaves, to see whether they stay.
-constexpr const char* earlierRows = "<><";
-
-constexpr std::string_view sampleLeft = "same\nthe line\nb\nonly here\n", sampleRight = "same\nthe lime\nc\n";
-
-TEST(Comparison, LeavesTheModelWhenMemoryRunsOut) {
+TEST(Comparison, LeavesTheModelWhenMemoryRunsOutOrItIsStopped) {
+  const std::string_view texts[2] = {"same\nthe line\nb\nonly here\n", "same\nthe lime\nb\nonly"};
   DiffModel model;
-  for (const uint32_t bits : {0, 16 + 4}) {
-    failEachAllocation([&] { model = modelOf(earlierRows); },
-                       [&] { return compareTexts(sampleLeft, sampleRight, optionsOf(bits), nullptr, model); },
+  bool withoutMarks = false;
+  for (const CompareOptions& options : {CompareOptions(), CompareOptions{true, kIgnoreBlanksAtStart}}) {
+    failEachAllocation([&] { model = modelOf("<><"); },
+                       [&] { return compareTexts(texts[0], texts[1], options, nullptr, model); },
                        [&](Result result) {
                          // Only marks can be done without.
-                         if (result == Result::success) {
-                           EXPECT_EQ(comparisonFault(model, sampleLeft, sampleRight, optionsOf(bits)), "");
-                         } else {
-                           EXPECT_EQ(result, Result::outOfMemory);
-                           EXPECT_EQ(patternOf(model), earlierRows);
-                         }
+                         withoutMarks |= result == Result::success;
+                         EXPECT_EQ(patternOf(model), result == Result::success ? "=!=!" : "<><");
+                         EXPECT_TRUE(result == Result::success || result == Result::outOfMemory);
                        });
-    EXPECT_EQ(comparisonFault(model, sampleLeft, sampleRight, optionsOf(bits)), "");
   }
-}
-
-TEST(Comparison, StopsWhenAskedTo) {
+  EXPECT_EQ(withoutMarks, kMallocFails);
   AbortFlag abort;
   abort.raise();
-  DiffModel model = modelOf(earlierRows);
-  for (const std::string_view right : {sampleLeft, sampleRight, std::string_view()}) {
-    EXPECT_EQ(compareTexts(sampleLeft, right, {}, &abort, model), Result::cancelled);
-    EXPECT_EQ(patternOf(model), earlierRows);
-
+  model = modelOf("<><");
+  for (const std::string_view right : {texts[0], texts[1], std::string_view()}) {
+    EXPECT_EQ(compareTexts(texts[0], right, {}, &abort, model), Result::cancelled);
+    EXPECT_EQ(patternOf(model), "<><");
     // As when asked after the search.
-    const LineTable tables[2] = {tableLines(sampleLeft, {}), tableLines(right, {})};
+    const LineTable left = tableLines(texts[0], {}), other = tableLines(right, {});
     EditScript script;
-    ASSERT_TRUE(findEditScript(std::span(tables[0].keys), std::span(tables[1].keys), nullptr, script));
+    ASSERT_TRUE(findEditScript(std::span(left.keys), std::span(other.keys), nullptr, script));
     DiffModel rows;
-    EXPECT_FALSE(
-        buildRows({sampleLeft, right}, {tables[0].starts, tables[1].starts}, script, {}, &abort, rows));
+    EXPECT_FALSE(buildRows({texts[0], right}, {left.starts, other.starts}, script, {}, &abort, rows));
   }
 }
 
-TEST(Comparison, OfFilesLeavesOneEmptyRowOnFailure) {
-  MemoryFiles files;
-  files.files["left"] = {std::string(sampleLeft)};
-  files.files["right"] = {std::string(sampleRight)};
-  FileComparison comparison;
-  const auto compare = [&](const char* right) {
-    return compareFiles(files, {"left", right}, {}, nullptr, comparison).result;
+class ComparisonOfFiles : public testing::Test {
+ protected:
+  ComparisonOfFiles() {
+    files_.files["text"].contents = "left\r\nlines\r\n";
+    files_.files["binary"].contents = "\1\2\3";
+    files_.files["pipe"] = {std::string(5000, 'x') + "\n" + std::string(70000, 'y'), false, FileKind::other};
+    files_.files["folder"].kind = FileKind::folder;
+  }
+
+  Outcome compare(const std::string& left, const std::string& right) {
+    return compareFiles(files_, {left, right}, {}, nullptr, comparison_);
+  }
+
+  void expectNothing() {
+    EXPECT_EQ(patternOf(comparison_.model), "=");
+    EXPECT_EQ(comparisonFault(comparison_.model, "", "", {}), "");
+    for (const TextDocument& document : comparison_.documents) EXPECT_EQ(document.text.size(), 0u);
+  }
+
+  MemoryFiles files_;
+  FileComparison comparison_;
+};
+
+TEST_F(ComparisonOfFiles, StopsAtTheFirstCheckThatFails) {
+  const std::string invalid = " file name is invalid.", reason = " file.\n\nReason: ";
+  const std::string binary = " file is a binary data file. Merivane can only compare text files.";
+  const std::string missing = reason + systemErrorText(MemoryFiles::notFound);
+  const struct {
+    std::string left, right;
+    Result result;
+    std::string message;
+  } cases[] = {
+      {"a?", "binary", Result::leftPathInvalid, "The left" + invalid},
+      {"binary", "a:b", Result::rightPathInvalid, "The right" + invalid},
+      {"binary", "missing", Result::leftBinary, "The left" + binary},
+      {"missing", "binary", Result::rightBinary, "The right" + binary},
+      {"missing", "missing", Result::leftUnreadable, "Cannot load left" + missing},
+      {"text", "folder", Result::rightUnreadable,
+       "Cannot load right" + reason + systemErrorText(MemoryFiles::denied)},
   };
-  const auto expectNothing = [&] {
-    EXPECT_EQ(patternOf(comparison.model), "=");
-    for (const int side : {0, 1}) {
-      EXPECT_EQ(comparison.documents[side].text.size(), 0u);
-      EXPECT_EQ(comparison.model.lineNumber(side, 0), 0u);
-    }
+  for (const auto& c : cases) {
+    const Outcome outcome = compare(c.left, c.right);
+    EXPECT_EQ(outcome.result, c.result) << c.left << ", " << c.right;
+    EXPECT_EQ(outcomeMessage(outcome), c.message);
+    expectNothing();
+  }
+  EXPECT_EQ(outcomeMessage({}), "");
+  EXPECT_EQ(outcomeMessage({Result::cancelled}), "Operation aborted.");
+}
+
+TEST_F(ComparisonOfFiles, IsWholeOrOneEmptyRow) {
+  const auto run = [this] { return compare("text", "pipe"); };
+  const auto expectFailure = [this](const Outcome& outcome) {
+    EXPECT_TRUE(outcome.result == Result::outOfMemory || outcome.error == notEnoughStorage());
+    expectNothing();
   };
-  EXPECT_EQ(compare("right"), Result::success);
-  EXPECT_EQ(comparisonFault(comparison.model, sampleLeft, sampleRight, {}), "");
-  EXPECT_EQ(compare("missing"), Result::rightUnreadable);
-  expectNothing();
-  failEachAllocation([&] { ASSERT_EQ(compare("missing"), Result::rightUnreadable); },
-                     [&] { return compare("right"); },
-                     [&](Result result) {
-                       if (result == Result::success) {
-                         EXPECT_EQ(comparisonFault(comparison.model, sampleLeft, sampleRight, {}), "");
-                       } else {
-                         // A text that finds no room is a file that cannot be loaded.
-                         EXPECT_TRUE(result == Result::outOfMemory || result == Result::leftUnreadable ||
-                                     result == Result::rightUnreadable);
-                         expectNothing();
-                       }
+  const auto expectComparison = [this] {
+    const auto& [left, right] = comparison_.documents;
+    EXPECT_EQ(left.text.view(), "left\nlines\n");
+    EXPECT_TRUE(right.text.view() == files_.files["pipe"].contents);
+    EXPECT_TRUE(left.lineEndKind == LineEndKind::crLf && right.lineEndKind == LineEndKind::lf);
+    EXPECT_TRUE(!left.readOnly && right.readOnly);
+    EXPECT_EQ(comparisonFault(comparison_.model, left.text.view(), right.text.view(), {}), "");
+  };
+  // An open and two reads a side.
+  EXPECT_GE(failEachStep(files_, notEnoughStorage(), run, expectFailure), 6u);
+  expectComparison();
+  failEachAllocation([&] { compare("missing", "text"); }, run,
+                     [&](const Outcome& outcome) {
+                       // Giving memory back may fail and nobody need care.
+                       outcome.succeeded() ? expectComparison() : expectFailure(outcome);
                      });
+}
+
+TEST(DiffModel, IsAfterEveryEditWhatItsRowsMakeAnew) {
+  Random random(7);
+  std::string pattern;
+  const auto sizeOf = [&pattern](int side) {
+    return 2 * static_cast<uint32_t>(pattern.size() - std::count(pattern.begin(), pattern.end(), "><"[side]));
+  };
+  DiffModel model;
+  EXPECT_EQ(model.rowAtPosition(0, 0), -1);
+  for (int step = 0; step < 4000; ++step) {
+    const auto count = static_cast<uint32_t>(pattern.size()), begin = random.below(count + 1);
+    const RowRange range{begin, begin + std::min(random.below(12), count - begin)};
+    const uint32_t sizes[2] = {sizeOf(0), sizeOf(1)};
+    pattern.replace(begin, range.size(), random.text("===<>!", count > 300 ? 5 : 12));
+    DiffModel expected = modelOf(pattern), replacement;
+    const uint32_t late = random.below(2);
+    for (uint32_t row = begin; row < range.end + expected.rowCount() - count; ++row) {
+      replacement.addRow(expected.status(row), expected.position(0, row) + late, expected.position(1, row));
+    }
+    replacement.shiftPositions(0, 0, -int64_t{late});
+    for (const int side : {0, 1}) model.shiftPositions(side, range.end, int64_t{sizeOf(side)} - sizes[side]);
+    model.replaceRows(range, std::move(replacement));
+    if (step % 9 == 0) {
+      // Appending goes on behind an edit in the middle.
+      model.addRow(RowStatus::leftOnly, sizeOf(0), sizeOf(1));
+      model.numberLines();
+      model.countDifferences();
+      expected = modelOf(pattern += '<');
+    }
+    ASSERT_EQ(patternOf(model), pattern);
+    ASSERT_EQ(summaryText(model), summaryText(expected));
+    const uint32_t anywhere = random.below(2 * count + 2);
+    for (const int side : {0, 1}) {
+      int64_t first = -1, last = -1;
+      for (uint32_t row = 0; row < model.rowCount(); ++row) {
+        ASSERT_EQ(model.position(side, row), expected.position(side, row));
+        ASSERT_EQ(model.lineNumber(side, row), expected.lineNumber(side, row));
+        if (model.position(side, row) <= anywhere) last = row;
+        if (model.position(side, row) == anywhere && first < 0) first = row;
+      }
+      ASSERT_EQ(model.rowAtPosition(side, anywhere), last);
+      ASSERT_EQ(model.rowAtPositionFromTop(side, anywhere), first < 0 ? last : first);
+    }
+  }
+  model = modelOf("=");
+  model.shiftPositions(0, 0, 5);
+  EXPECT_EQ(model.rowAtPosition(0, 3), 0);
+}
+
+TEST(DiffModel, ARowTakesNoMoreRoomThanItsFields) {
+  EXPECT_LE(sizeof(DiffRow), sizeof(void*) == 8 ? 32u : 24u);
 }
 
 }  // namespace

@@ -7,11 +7,10 @@
 #include <numeric>
 #include <thread>
 
+#include "base/file_system.h"
 #include "engine/bit_row.h"
-#include "engine/common_characters.h"
 #include "engine/edit_script.h"
 #include "engine/line_keys.h"
-#include "tests/support/corpus.h"
 #include "tests/support/random.h"
 #include "tests/support/reference_diff.h"
 
@@ -25,38 +24,38 @@ struct Way {
   SearchCosts costs;
 };
 
-/// Costs under which a search takes one way wherever it can.
-const std::vector<Way>& ways() {
-  constexpr double never = 1e12, always = 1e-9;
-  static const std::vector<Way> all = {
-      {"as fitted", {}},
-      {"plain", {.leastPlainSteps = 1e15}},
-      {"plain, then any", {.leastPlainSteps = 20, .plainStepsPerElement = 0.5}},
-      {"diagonals", {.leastPlainSteps = 0, .plainStepsPerElement = 0, .perMatch = never, .perRow = never}},
-      {"sparse", {.leastPlainSteps = 0, .plainStepsPerElement = 0, .perMatch = always, .perRow = never}},
-      {"banded table",
-       {.leastPlainSteps = 0,
-        .plainStepsPerElement = 0,
-        .perMatch = never,
-        .perRow = always,
-        .perBlock = always}},
-  };
-  return all;
-}
+constexpr double never = 1e12, always = 1e-9;
 
-EditScript scriptOf(const Sequence& left, const Sequence& right, const SearchCosts& costs) {
-  EditScript script;
-  EXPECT_TRUE(findEditScript(std::span(left), std::span(right), nullptr, script, costs));
-  return script;
-}
+/// Costs under which a search takes one way wherever it can.
+constexpr Way ways[] = {
+    {"as fitted", {}},
+    {"plain", {.leastPlainSteps = 1e15}},
+    {"plain, then any", {.leastPlainSteps = 20, .plainStepsPerElement = 0.5}},
+    {"diagonals", {.leastPlainSteps = 0, .plainStepsPerElement = 0, .perMatch = never, .perRow = never}},
+    {"sparse", {.leastPlainSteps = 0, .plainStepsPerElement = 0, .perMatch = always, .perRow = never}},
+    {"banded table",
+     {.leastPlainSteps = 0,
+      .plainStepsPerElement = 0,
+      .perMatch = never,
+      .perRow = always,
+      .perBlock = always}},
+};
 
 class EditScriptSearch : public testing::Test {
  protected:
-  /// All ways against the reference.
+  /// All ways against the reference, as keys of lines and as characters.
   void check(const Sequence& left, const Sequence& right) {
-    const ReferenceDiff<uint32_t> reference{std::span(left), std::span(right)};
-    for (const Way& way : ways()) {
-      const EditScript script = scriptOf(left, right, way.costs);
+    checkAs<uint32_t>(left, right);
+    checkAs<char>(left, right);
+  }
+
+  template <typename Element>
+  void checkAs(const Sequence& left, const Sequence& right) {
+    const std::vector<Element> a(left.begin(), left.end()), b(right.begin(), right.end());
+    const ReferenceDiff<Element> reference{std::span(a), std::span(b)};
+    for (const Way& way : ways) {
+      EditScript script;
+      ASSERT_TRUE(findEditScript(std::span(a), std::span(b), nullptr, script, way.costs));
       for (const int side : {0, 1}) {
         ASSERT_EQ(script.changed[side], reference.changed[side])
             << way.name << ", " << testing::PrintToString(left) << " " << testing::PrintToString(right);
@@ -89,17 +88,6 @@ class EditScriptSearch : public testing::Test {
     return sequence;
   }
 
-  Sequence other(const Sequence& left, uint32_t alphabet, uint32_t unique) {
-    switch (random_.below(3)) {
-      case 0:
-        return sequence(alphabet, random_.below(static_cast<uint32_t>(2 * left.size() + 2)), unique);
-      case 1:
-        return shuffled(left);
-      default:
-        return halfChanged(left, alphabet, unique);
-    }
-  }
-
   Random random_{31};
   uint32_t next_ = 1000000;
 };
@@ -108,7 +96,10 @@ TEST_F(EditScriptSearch, EveryWayGivesTheReferenceScript) {
   for (int round = 0; round < 15000 && !HasFatalFailure(); ++round) {
     const uint32_t alphabet = 1 + random_.below(9), unique = random_.below(3) * random_.below(4);
     const Sequence left = sequence(alphabet, random_.below(32), unique);
-    check(left, other(left, alphabet, unique));
+    const Sequence right = round % 3 == 0   ? sequence(alphabet, random_.below(64), unique)
+                           : round % 3 == 1 ? shuffled(left)
+                                            : halfChanged(left, alphabet, unique);
+    check(left, right);
   }
 }
 
@@ -127,15 +118,20 @@ TEST_F(EditScriptSearch, EveryWayGivesTheReferenceScriptOfLongSequences) {
   }
 }
 
-TEST_F(EditScriptSearch, EveryWayGivesTheSameScriptOfRealFiles) {
-  for (const CorpusPair& pair : corpusPairs()) {
+TEST_F(EditScriptSearch, EveryWayGivesTheReferenceScriptOfRealFiles) {
+  constexpr const char* names[][2] = {
+      {"header-a.hpp", "header-b.hpp"}, {"database-a.cc", "database-b.cc"}, {"readme-a.md", "readme-b.md"}};
+  for (const auto& pair : names) {
     Sequence keys[2];
-    for (const int side : {0, 1}) keys[side] = tableLines(pair.texts[side].view(), {}).keys;
-    const EditScript first = scriptOf(keys[0], keys[1], {});
-    for (const Way& way : ways()) {
-      const EditScript script = scriptOf(keys[0], keys[1], way.costs);
-      for (const int side : {0, 1}) EXPECT_TRUE(script.changed[side] == first.changed[side]) << way.name;
+    for (const int side : {0, 1}) {
+      const std::string path = MERIVANE_SOURCE_DIR "/../shared/corpus/text/" + std::string(pair[side]);
+      std::unique_ptr<InputFile> file;
+      ByteArray text;
+      if (systemFiles().open(path, file) != 0) GTEST_SKIP() << "no corpus beside the checkout";
+      ASSERT_EQ(readToEnd(*file, text), 0u);
+      keys[side] = tableLines(text.view(), {}).keys;
     }
+    checkAs<uint32_t>(keys[0], keys[1]);
   }
 }
 
@@ -145,7 +141,7 @@ TEST_F(EditScriptSearch, EveryWayStopsWhenAskedTo) {
   Sequence distinct(2000000);
   std::iota(distinct.begin(), distinct.end(), 0);
   const Sequence sparse[2] = {distinct, shuffled(distinct)};
-  for (const Way& way : ways()) {
+  for (const Way& way : ways) {
     for (const auto& sides : {&dense, &sparse}) {
       AbortFlag abort;
       auto search = std::async(std::launch::async, [&] {
@@ -160,6 +156,11 @@ TEST_F(EditScriptSearch, EveryWayStopsWhenAskedTo) {
       EXPECT_LT(std::chrono::steady_clock::now() - asked, std::chrono::seconds(1)) << way.name;
     }
   }
+  // Also where there is nothing to search.
+  AbortFlag raised;
+  raised.raise();
+  EditScript script;
+  EXPECT_FALSE(findEditScript(std::span<const char>(), std::span<const char>(), &raised, script));
 }
 
 TEST(BitRow, IsTheSameHoweverItAdvances) {
@@ -183,21 +184,6 @@ TEST(BitRow, IsTheSameHoweverItAdvances) {
     EXPECT_EQ(grown, advanceBlocksPortably(rows[1], matches, 3));
     EXPECT_EQ(grown, advanceByMatches(rows[2], columns, 3));
     for (const int other : {1, 2}) EXPECT_EQ(0, std::memcmp(rows[0], rows[other], sizeof(rows[0])));
-  }
-}
-
-TEST(CommonCharacters, AreWhatTheReferenceMatches) {
-  Random random(33);
-  CommonCharacters common;
-  for (int round = 0; round < 20000; ++round) {
-    const std::string left = random.text("ab\xFF\n", 90), right = random.text("ab\xFF\n", 70);
-    const auto count = common.count(left, right);
-    if (!count) {
-      EXPECT_GT(std::min(left.size(), right.size()), 64u);
-      continue;
-    }
-    const ReferenceDiff<char> reference{std::span<const char>(left), std::span<const char>(right)};
-    EXPECT_EQ(*count, std::count(reference.changed[0].begin(), reference.changed[0].end() - 1, 0));
   }
 }
 

@@ -83,17 +83,12 @@ TEST_F(DocumentFileTest, AFailedSaveLeavesTheFileWhole) {
     return files.files["left"].contents == "a\r\nb\r\n" && documents().stamp[0] == stamp &&
            documents().readOnly[0];
   };
-  for (uint32_t failing = 0;; ++failing) {
-    FailingFiles broken(files, failing, 77);
-    const SystemError error = saveDocument(broken, "left", documents(), 0);
-    if (!broken.hasFailed()) {
-      EXPECT_EQ(error, 0u);
-      EXPECT_GE(failing, 3u) << "creating, writing and committing";
-      break;
-    }
+  const auto save = [&] { return saveDocument(files, "left", documents(), 0); };
+  const uint32_t steps = failEachStep(files, 77, save, [&](SystemError error) {
     EXPECT_EQ(error, 77u);
-    EXPECT_TRUE(untouched()) << failing;
-  }
+    EXPECT_TRUE(untouched());
+  });
+  EXPECT_GE(steps, 3u) << "creating, writing and committing";
   failEachAllocation([&] { files.files["left"].contents = "a\r\nb\r\n"; },
                      [&] { return saveDocument(files, "left", documents(), 0); },
                      [&](SystemError error) {

@@ -6,163 +6,172 @@
 #include <string>
 #include <vector>
 
+#include "output/html_file.h"
+#include "output/html_text.h"
+#include "tests/support/memory_files.h"
+#include "tests/support/random.h"
 #include "tests/support/row_pattern.h"
 
 namespace merivane {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
-
-class StringSink : public ByteSink {
- public:
-  void write(std::string_view bytes) override { all += bytes; }
-  std::string all;
-};
 
 std::string pageOf(const DiffModel& model, std::string_view left, std::string_view right,
                    const HtmlOptions& options) {
   const HtmlSide sides[2] = {{"C:\\old & new\\a.txt", left, LineEndKind::crLf},
                              {"b.txt", right, LineEndKind::lf}};
-  StringSink sink;
-  writeHtml(model, sides, options, "24/03/01, 9:05:00", sink);
-  return sink.all;
+  MemoryFiles files;
+  EXPECT_EQ(exportHtml(files, "page", model, sides, options, "24/03/01, 9:05:00"), 0u);
+  return files.files["page"].contents;
 }
 
 /// The page of a pattern's model, every line of which is an "x".
 std::string pageOf(std::string_view pattern, const HtmlOptions& options) {
-  const DiffModel model = modelOf(pattern);
   std::string texts[2];
-  for (uint32_t row = 0; row < model.rowCount(); ++row) {
-    for (const int side : {0, 1}) texts[side] += model.lineNumber(side, row) == kNoLine ? "" : "x\n";
+  for (const char status : pattern) {
+    for (const int side : {0, 1}) texts[side] += status == "><"[side] ? "" : "x\n";
   }
-  return pageOf(model, texts[0], texts[1], options);
+  return pageOf(modelOf(pattern), texts[0], texts[1], options);
 }
 
-/// What stands between each `before` and the `after` that follows it.
-std::vector<std::string> allBetween(std::string_view page, std::string_view before, std::string_view after) {
+std::vector<std::string> cells(const std::string& page) {
+  constexpr std::string_view start = "<CODE>", end = "</CODE>";
   std::vector<std::string> found;
-  for (size_t at = page.find(before); at != page.npos; at = page.find(before, at)) {
-    at += before.size();
-    found.emplace_back(page.substr(at, page.find(after, at) - at));
+  for (size_t at = 0; (at = page.find(start, at)) != page.npos;) {
+    at += start.size();
+    found.push_back(page.substr(at, page.find(end, at) - at));
   }
   return found;
 }
 
-std::vector<std::string> cells(std::string_view page) { return allBetween(page, "<CODE>", "</CODE>"); }
-
 TEST(HtmlExport, PageByteForByte) {
-  DiffModel model;
-  model.addRow(RowStatus::same, 0, 0);
-  model.addRow(RowStatus::changed, 5, 5);
-  model.addRow(RowStatus::rightOnly, 11, 12);
-  model.numberLines();
-  model.countDifferences();
   HtmlOptions options;
   options.scope = ExportScope::differences;
   options.lineNumbers = LineNumbers::lines;
-  EXPECT_EQ(
-      pageOf(model, "same\na < b\n", "same\na <= b\n\tc", options),
-      "<HTML>\r\n<HEAD>\r\n<TITLE>C:\\old & new\\a.txt, b.txt</TITLE>\r\n</HEAD>\r\n"
-      "<BODY BGCOLOR=\"#FFFFFF\">\r\n"
-      "<TABLE BORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\">\r\n"
-      "<TR><TD ALIGN=\"center\" COLSPAN=\"2\"><B>Diffs: 2, Lines: 2</B> (24/03/01, 9:05:00)</TD></TR>\r\n\r\n"
-      "<TR><TD WIDTH=\"50%\"><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD ALIGN=\"center\">"
-      "<A HREF=\"file:///C:\\old & new\\a.txt\">C:\\old & new\\a.txt</A> (DOS)</TD></TR></TABLE></TD>\r\n"
-      "<TD WIDTH=\"50%\"><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD ALIGN=\"center\">"
-      "<A HREF=\"file:///b.txt\">b.txt</A> (UNIX)</TD></TR></TABLE></TD></TR>\r\n\r\n"
-      "<TR><TD><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD ALIGN=\"center\"><B>Line 2</B></TD></TR>"
-      "</TABLE></TD>\r\n"
-      "<TD><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD ALIGN=\"center\"><B>Line 2</B></TD></TR></TABLE></TD>"
-      "</TR>\r\n"
-      "<TR><TD VALIGN=\"top\" BGCOLOR=\"#F0CAA6\"><CODE>2&nbsp;a &lt; b&nbsp;</CODE></TD>"
-      "<TD VALIGN=\"top\" BGCOLOR=\"#F0CAA6\"><CODE>2&nbsp;a &lt;= b&nbsp;</CODE></TD></TR>\r\n"
-      "<TR><TD><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD>&nbsp;</TD></TR></TABLE></TD>\r\n"
-      "<TD><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD ALIGN=\"center\"><B>Line 3</B></TD></TR></TABLE></TD>"
-      "</TR>\r\n"
-      "<TR><TD VALIGN=\"top\" BGCOLOR=\"#F4F4F4\"><CODE>&nbsp;&nbsp;</CODE></TD>"
-      "<TD VALIGN=\"top\" BGCOLOR=\"#A6CAF0\"><CODE>3&nbsp;&nbsp; &nbsp; c</CODE></TD></TR>\r\n"
-      "</TABLE>\r\n</BODY>\r\n</HTML>\r\n");
+  std::string page = R"(<HTML>
+<HEAD>
+<TITLE>C:\old & new\a.txt, b.txt</TITLE>
+</HEAD>
+<BODY BGCOLOR="#FFFFFF">
+<TABLE BORDER="0" CELLSPACING="0" CELLPADDING="0">
+<TR><TD ALIGN="center" COLSPAN="2"><B>Diffs: 2, Lines: 2</B> (24/03/01, 9:05:00)</TD></TR>
+
+<TR><TD WIDTH="50%"><TABLE BORDER="1" WIDTH="100%"><TR><TD ALIGN="center">)"
+                     R"(<A HREF="file:///C:\old & new\a.txt">C:\old & new\a.txt</A> (DOS))"
+                     R"(</TD></TR></TABLE></TD>
+<TD WIDTH="50%"><TABLE BORDER="1" WIDTH="100%"><TR><TD ALIGN="center">)"
+                     R"(<A HREF="file:///b.txt">b.txt</A> (UNIX)</TD></TR></TABLE></TD></TR>
+
+<TR><TD><TABLE BORDER="1" WIDTH="100%"><TR><TD ALIGN="center"><B>Line 2</B></TD></TR></TABLE></TD>
+<TD><TABLE BORDER="1" WIDTH="100%"><TR><TD ALIGN="center"><B>Line 2</B></TD></TR></TABLE></TD></TR>
+<TR><TD VALIGN="top" BGCOLOR="#F0CAA6"><CODE>2&nbsp;&lt;&nbsp;</CODE></TD>)"
+                     R"(<TD VALIGN="top" BGCOLOR="#F0CAA6"><CODE>2&nbsp;&gt;&nbsp;</CODE></TD></TR>
+<TR><TD><TABLE BORDER="1" WIDTH="100%"><TR><TD>&nbsp;</TD></TR></TABLE></TD>
+<TD><TABLE BORDER="1" WIDTH="100%"><TR><TD ALIGN="center"><B>Line 3</B></TD></TR></TABLE></TD></TR>
+<TR><TD VALIGN="top" BGCOLOR="#F4F4F4"><CODE>&nbsp;&nbsp;</CODE></TD>)"
+                     R"(<TD VALIGN="top" BGCOLOR="#A6CAF0"><CODE>3&nbsp;&nbsp; &nbsp; c</CODE></TD></TR>
+</TABLE>
+</BODY>
+</HTML>
+)";
+  for (size_t at = 0; (at = page.find('\n', at)) != page.npos; at += 2) page.insert(at, 1, '\r');
+  EXPECT_EQ(pageOf(modelOf("=!>"), "s\n<\n", "s\n>\n\tc", options), page);
 }
 
-TEST(HtmlExport, ColoursOfEveryStatus) {
-  HtmlOptions options;
-  options.colours = {.same = 0x030201,
-                     .empty = 0x060504,
-                     .left = 0x090807,
-                     .right = 0x0C0B0A,
-                     .changed = 0xEF0D0E,
-                     .drawArrows = true};
-  const auto colours = [&] { return allBetween(pageOf("=<>!", options), "\"top\" BGCOLOR=\"", "\""); };
-  EXPECT_THAT(colours(), ElementsAre("#010203", "#010203", "#070809", "#040506", "#040506", "#0A0B0C",
-                                     "#0E0DEF", "#0E0DEF"));
-  options.colours.drawArrows = false;
-  EXPECT_THAT(colours(), ElementsAre("#010203", "#010203", "#040506", "#040506", "#040506", "#040506",
-                                     "#040506", "#040506"));
-}
-
-TEST(HtmlExport, NumberColumnIsAsWideAsTheRowCount) {
-  struct Case {
-    size_t rows;
-    const char* first;
-    const char* last;
-  };
-  const Case cases[] = {
-      {1, "1&nbsp;", "1&nbsp;"},
-      {9, "1&nbsp;", "9&nbsp;"},
-      {10, "&nbsp;1&nbsp;", "10&nbsp;"},
-      {100, "&nbsp;&nbsp;1&nbsp;", "100&nbsp;"},
-  };
-  for (const Case& c : cases) {
-    for (const LineNumbers lineNumbers : {LineNumbers::rows, LineNumbers::lines}) {
-      HtmlOptions options;
-      options.lineNumbers = lineNumbers;
-      const auto found = cells(pageOf(std::string(c.rows, '='), options));
-      ASSERT_EQ(found.size(), 2 * c.rows);
-      EXPECT_EQ(found.front(), std::string(c.first) + "x&nbsp;");
-      EXPECT_EQ(found.back(), std::string(c.last) + "x&nbsp;");
-    }
-  }
-}
-
-TEST(HtmlExport, NumbersBesideFillers) {
+TEST(HtmlExport, NumbersAreAsWideAsTheRowCountAndFillersHaveNone) {
   HtmlOptions options;
   options.lineNumbers = LineNumbers::rows;
   EXPECT_THAT(cells(pageOf("<>!", options)),
               ElementsAre("1&nbsp;x&nbsp;", "&nbsp;&nbsp;", "&nbsp;&nbsp;", "2&nbsp;x&nbsp;",
                           "3&nbsp;x&nbsp;", "3&nbsp;x&nbsp;"));
   options.lineNumbers = LineNumbers::lines;
-  EXPECT_THAT(cells(pageOf("<>!", options)),
-              ElementsAre("1&nbsp;x&nbsp;", "&nbsp;&nbsp;", "&nbsp;&nbsp;", "1&nbsp;x&nbsp;",
-                          "2&nbsp;x&nbsp;", "2&nbsp;x&nbsp;"));
+  EXPECT_EQ(cells(pageOf("<=========", options)).front(), "&nbsp;1&nbsp;x&nbsp;");
+  EXPECT_EQ(cells(pageOf(">=========", options)).back(), "10&nbsp;x&nbsp;");
+  EXPECT_EQ(cells(pageOf(">=========", options)).rbegin()[1], "&nbsp;9&nbsp;x&nbsp;");
   options.lineNumbers = LineNumbers::none;
-  EXPECT_THAT(cells(pageOf("<>!", options)), ElementsAre("x&nbsp;", "", "", "x&nbsp;", "x&nbsp;", "x&nbsp;"));
+  EXPECT_THAT(cells(pageOf("<!", options)), ElementsAre("x&nbsp;", "", "x&nbsp;", "x&nbsp;"));
+  EXPECT_THAT(cells(pageOf(modelOf("="), "", "", options)), ElementsAre("&nbsp;", "&nbsp;"));
 }
 
-TEST(HtmlExport, EmptyTextsAndWhiteSpaceMarks) {
-  HtmlOptions options;
-  options.showWhiteSpace = true;
-  options.tabStop = 2;
-  const std::string empty = pageOf(modelOf("="), "", "", options);
-  EXPECT_THAT(empty, HasSubstr("<B>No differences</B>"));
-  EXPECT_THAT(cells(empty), ElementsAre("&nbsp;", "&nbsp;"));
-  EXPECT_THAT(cells(pageOf(modelOf("=="), "a\n\t", " \n\n", options)),
-              ElementsAre("a\xB6", "\xB7\xB6", "\xBB&nbsp;", "\xB6"));
+TEST(HtmlExport, IsWholeOrNotThere) {
+  const DiffModel model = modelOf("=!");
+  const HtmlSide sides[2] = {{"left", "x\nx\n"}, {"right", "x\nx\n"}};
+  MemoryFiles files;
+  const uint32_t steps = failEachStep(
+      files, 77, [&] { return exportHtml(files, "page", model, sides, {}, "now"); },
+      [&](SystemError error) {
+        EXPECT_EQ(error, 77u);
+        EXPECT_TRUE(files.files.empty());
+      });
+  EXPECT_EQ(steps, 3u) << "creating, writing and committing";
 }
 
-TEST(HtmlExport, ScopesShowTheirRowsUnderTheirLines) {
-  const std::string pattern = "=======<=====!=======>";
-  HtmlOptions options;
-  const auto lines = [&] { return allBetween(pageOf(pattern, options), "<B>Line ", "<"); };
-  const auto rows = [&] { return cells(pageOf(pattern, options)).size() / 2; };
-  EXPECT_THAT(lines(), ElementsAre());
-  EXPECT_EQ(rows(), pattern.size());
-  options.scope = ExportScope::context;
-  EXPECT_THAT(lines(), ElementsAre("5", "5", "19", "18"));
-  EXPECT_EQ(rows(), 17u);
-  options.scope = ExportScope::differences;
-  EXPECT_THAT(lines(), ElementsAre("8", "14", "13", "21"));
-  EXPECT_EQ(rows(), 3u);
+TEST(HtmlText, EveryKindOfCharacter) {
+  const struct {
+    std::string_view line;
+    uint32_t tabStop;
+    const char* plain;
+    std::string marked;  // with white space shown; '.', '>' and '$' stand for its marks
+  } cases[] = {
+      {"if (a && b<c) \"x\"->y;\n", 4, "if (a &amp;&amp; b&lt;c) \"x\"-&gt;y;&nbsp;",
+       "if.(a.&amp;&amp;.b&lt;c).\"x\"-&gt;y;$"},
+      // Single spaces at either end and beside a tab stay single spaces; runs alternate from their start.
+      {" a ", 4, " a ", ".a."},
+      {"  a   b    ", 4, "&nbsp; a&nbsp; &nbsp;b&nbsp; &nbsp; ", "..a...b...."},
+      {" \t  \t", 4, " &nbsp; &nbsp;&nbsp; &nbsp; ", ".>&nbsp; ..>&nbsp;"},
+      // Tabs from columns of a stop, and at stops of other widths.
+      {"\tx", 4, "&nbsp; &nbsp; x", ">&nbsp; &nbsp;x"},
+      {"abcd\t\tx", 4, "abcd&nbsp; &nbsp; &nbsp; &nbsp; x", "abcd>&nbsp; &nbsp;>&nbsp; &nbsp;x"},
+      {"abcdefg\tx", 10, "abcdefg&nbsp; &nbsp;x", "abcdefg>&nbsp; x"},
+      // What a character looks like in HTML or on the page has no say in how many columns it counts.
+      {"&<\tx", 4, "&amp;&lt;&nbsp; x", "&amp;&lt;>&nbsp;x"},
+      {"\r\x01\x1B\tx", 4, "^A^[&nbsp;x", "^A^[>x"},
+      {std::string_view("\0\x1F\x7F\x80\xFF\t", 6), 4, "^@^_\x7F\x80\xFF&nbsp; &nbsp;",
+       "^@^_\x7F\x80\xFF>&nbsp; "},
+  };
+  for (const auto& c : cases) {
+    std::string plain = "\t", marked = "\t";  // what is there already has no say either
+    appendHtmlText(plain, c.line, c.tabStop, false);
+    appendHtmlText(marked, c.line, c.tabStop, true);
+    for (char& sign : marked)
+      sign = sign == '\xB7' ? '.' : sign == '\xBB' ? '>' : sign == '\xB6' ? '$' : sign;
+    EXPECT_EQ(plain, std::string("\t") + c.plain);
+    EXPECT_EQ(marked, "\t" + c.marked);
+  }
+}
+
+TEST(Sections, ShowEveryDifferenceAloneOrWithThreeRowsAround) {
+  Random random(1);
+  for (int round = 0; round < 3000; ++round) {
+    std::string pattern;
+    while (pattern.size() < random.below(60))
+      pattern += std::string(random.below(9), "==<>!"[random.below(5)]);
+    // Sections end with a bar.
+    std::string context, differences;
+    for (size_t begin = 0, end; begin < pattern.size(); begin = end) {
+      end = std::min(pattern.find_first_not_of(pattern[begin], begin), pattern.size());
+      const std::string run = pattern.substr(begin, end - begin);
+      if (run[0] != '=') differences += run + '|';
+      if (run[0] != '=' || run.size() < 6) {
+        context += run;
+      } else {
+        context += std::string(begin == 0 ? "" : "===|") + (end == pattern.size() ? "" : "===");
+      }
+    }
+    if (differences.empty()) context.clear();
+    if (!context.empty() && !context.ends_with('|')) context += '|';
+    const DiffModel model = modelOf(pattern);
+    const auto shown = [&](ExportScope scope) {
+      std::string sections;
+      forEachSection(model, scope,
+                     [&](RowRange rows) { sections += pattern.substr(rows.begin, rows.size()) + '|'; });
+      return sections;
+    };
+    ASSERT_EQ(shown(ExportScope::context), context) << pattern;
+    ASSERT_EQ(shown(ExportScope::differences), differences) << pattern;
+    ASSERT_EQ(shown(ExportScope::everything), pattern + '|');
+  }
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/texts.h"
-#include "tests/support/known_paths.h"
+#include "tests/support/memory_files.h"
 
 namespace merivane {
 namespace {
@@ -36,12 +36,10 @@ TEST(CommandLine, ArgumentsArePartedAsTheSystemPartsThem) {
 }
 
 TEST(CommandLine, WhatIsAskedForIsDoneOrSaid) {
-  KnownPaths files({{"a", FileKind::file},
-                    {"b", FileKind::file},
-                    {"-c", FileKind::file},
-                    {"d", FileKind::folder},
-                    {"e", FileKind::folder},
-                    {"con", FileKind::other}});
+  MemoryFiles files;
+  files.files = {{"a", {}}, {"b", {}}, {"-c", {}}};
+  files.files["d"].kind = files.files["e"].kind = FileKind::folder;
+  files.files["con"].kind = FileKind::other;
   const auto read = [&](const std::vector<std::string>& arguments) {
     return readArguments(arguments, files, [](const std::string& path) { return "C:\\" + path; });
   };

@@ -4,22 +4,15 @@
 #include <cstdlib>
 #include <new>
 
-namespace {
-
 // Plain, as thread-local ones would be allocated themselves on some platforms.
-bool armed = false;
-bool failsOn = false;
-bool failed = false;
-uint32_t allocationsLeft = 0;
+static bool armed = false, failsOn = false, failed = false;
+static uint32_t allocationsLeft = 0;
 
-bool isToFail() {
-  if (!armed || (failed && !failsOn)) return false;
-  if (!failed && allocationsLeft-- > 0) return false;
+static bool isToFail() {
+  if (!armed || (failed ? !failsOn : allocationsLeft-- > 0)) return false;
   failed = true;
   return true;
 }
-
-}  // namespace
 
 #ifndef _WIN32
 // The linker sends the program's calls of malloc and its kin to __wrap_..., and __real_... to the system's.
@@ -36,9 +29,8 @@ void* __wrap_realloc(void* block, size_t size) { return isToFail() ? nullptr : _
 
 void* operator new(size_t size) {
   if (!merivane::kMallocFails && isToFail()) throw std::bad_alloc();
-  void* const block = std::malloc(size == 0 ? 1 : size);
-  if (block == nullptr) throw std::bad_alloc();
-  return block;
+  if (void* const block = std::malloc(size == 0 ? 1 : size)) return block;
+  throw std::bad_alloc();
 }
 void operator delete(void* block) noexcept { std::free(block); }
 void operator delete(void* block, size_t) noexcept { std::free(block); }
@@ -51,8 +43,6 @@ AllocationFailure::AllocationFailure(uint32_t failing, Extent extent) {
   failed = false;
   armed = true;
 }
-
-AllocationFailure::~AllocationFailure() { end(); }
 
 bool AllocationFailure::end() {
   armed = false;

@@ -19,9 +19,7 @@ class AllocationFailure {
   enum Extent { once, fromThenOn };
 
   AllocationFailure(uint32_t failing, Extent extent);
-  ~AllocationFailure();
-  AllocationFailure(const AllocationFailure&) = delete;
-  AllocationFailure& operator=(const AllocationFailure&) = delete;
+  ~AllocationFailure() { end(); }
 
   /// Lets all allocations succeed again, and tells whether one has failed.
   bool end();

@@ -2,14 +2,15 @@
 
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
+#include <utility>
 
 #include "base/file_system.h"
 
 namespace merivane {
 
-/// Files and folders that are not on any disk. Paths are plain names: a file needs no folder around it.
+/// Files and folders that are not on any disk. Paths are plain names: a file needs no folder around it. What
+/// is neither a file nor a folder is a pipe, which does not tell its size.
 class MemoryFiles final : public FileSystem {
  public:
   static constexpr SystemError notFound = 2;
@@ -18,47 +19,100 @@ class MemoryFiles final : public FileSystem {
   struct File {
     std::string contents;
     bool writable = true;
-    bool tellsSize = true;  // a pipe does not
-    int64_t modified = 0;   // counts the commits
+    FileKind kind = FileKind::file;
+    int64_t modified = 0;  // counts the commits
   };
 
   std::map<std::string, File> files;
-  std::set<std::string> folders;
 
-  FileKind kind(const std::string& path) override;
-  bool isWritable(const std::string& path) override;
-  FileStamp stamp(const std::string& path) override;
-  SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override;
-  SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override;
-};
+  FileKind kind(const std::string& path) override {
+    return files.contains(path) ? files[path].kind : FileKind::none;
+  }
+  bool isWritable(const std::string& path) override { return files.contains(path) && files[path].writable; }
+  FileStamp stamp(const std::string& path) override {
+    if (!files.contains(path)) return {};
+    return {files[path].contents.size(), files[path].modified, true};
+  }
+  SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
+    if (const SystemError error = next()) return error;
+    if (!files.contains(path)) return notFound;
+    if (kind(path) == FileKind::folder) return denied;
+    file = std::make_unique<Input>(*this, files[path]);
+    return 0;
+  }
+  SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override {
+    if (const SystemError error = next()) return error;
+    if (files.contains(path) && !isWritable(path)) return denied;
+    file = std::make_unique<Output>(*this, path);
+    return 0;
+  }
 
-/// Another file system of which one operation fails: the `failing`-th, from 0, of all that open, read,
-/// create, write or commit.
-class FailingFiles final : public FileSystem {
- public:
-  FailingFiles(FileSystem& files, uint32_t failing, SystemError error)
-      : files_(files), left_(failing), error_(error) {}
-
-  /// Whether there have been enough operations for one to fail.
-  bool hasFailed() const { return hasFailed_; }
-
-  FileKind kind(const std::string& path) override { return files_.kind(path); }
-  bool isWritable(const std::string& path) override { return files_.isWritable(path); }
-  FileStamp stamp(const std::string& path) override { return files_.stamp(path); }
-  SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override;
-  SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override;
+  /// One step fails, the `failing`-th from 0 of all that open, read, create, write or commit.
+  void failStep(uint32_t failing, SystemError error) {
+    stepsLeft_ = failing;
+    error_ = error;
+  }
+  /// Lets all steps succeed again, and tells whether one has failed.
+  bool endFailing() { return std::exchange(error_, 0) == 0; }
 
  private:
-  class Input;
-  class Output;
+  class Input final : public InputFile {
+   public:
+    Input(MemoryFiles& owner, const File& file) : owner_(owner), file_(file) {}
+    SystemError read(char* bytes, uint32_t wanted, uint32_t& got) override {
+      got = 0;
+      if (const SystemError error = owner_.next()) return error;
+      got = static_cast<uint32_t>(file_.contents.copy(bytes, wanted, at_));
+      at_ += got;
+      return 0;
+    }
+    uint64_t size() const override { return file_.kind == FileKind::file ? file_.contents.size() : 0; }
 
-  /// 0, or the error when it is this operation's turn.
-  SystemError next();
+   private:
+    MemoryFiles& owner_;
+    const File file_;
+    size_t at_ = 0;
+  };
 
-  FileSystem& files_;
-  uint32_t left_;
-  const SystemError error_;
-  bool hasFailed_ = false;
+  class Output final : public OutputFile {
+   public:
+    Output(MemoryFiles& owner, std::string path) : owner_(owner), path_(std::move(path)) {}
+    SystemError write(std::string_view bytes) override {
+      if (const SystemError error = owner_.next()) return error;
+      contents_ += bytes;
+      return 0;
+    }
+    SystemError commit() override {
+      if (const SystemError error = owner_.next()) return error;
+      File& file = owner_.files[path_];
+      file.contents.swap(contents_);
+      ++file.modified;
+      return 0;
+    }
+
+   private:
+    MemoryFiles& owner_;
+    const std::string path_;
+    std::string contents_;
+  };
+
+  /// 0, or the error when it is this step's turn.
+  SystemError next() { return error_ == 0 || stepsLeft_-- > 0 ? 0 : std::exchange(error_, 0); }
+
+  uint32_t stepsLeft_ = 0;
+  SystemError error_ = 0;  // while a step is still to fail
 };
+
+/// Runs `operation` over and over, each time with the next of its steps failing, until it gets by without
+/// that one; `check` looks at what each failing run answered. Answers how many steps there were.
+template <typename Operation, typename Check>
+uint32_t failEachStep(MemoryFiles& files, SystemError error, Operation operation, Check check) {
+  for (uint32_t failing = 0;; ++failing) {
+    files.failStep(failing, error);
+    const auto answer = operation();
+    if (!files.endFailing()) return failing;
+    check(answer);
+  }
+}
 
 }  // namespace merivane

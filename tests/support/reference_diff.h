@@ -1,8 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace merivane {
@@ -18,7 +20,7 @@ class ReferenceDiff {
     changed[0].assign(a_.size() + 1, 0);
     changed[1].assign(b_.size() + 1, 0);
     origin_ = m + 1;
-    forward_.assign(a_.size() + b_.size() + 3, 0);
+    forward_.resize(a_.size() + b_.size() + 3);
     backward_ = forward_;
     compare(0, 0, n, m);
   }
@@ -39,48 +41,26 @@ class ReferenceDiff {
     compare(x, y, xhi, yhi);
   }
 
-  struct Split {
-    int x, y;
-  };
-
-  Split middleSnake(int xlo, int ylo, int xhi, int yhi) {
+  std::pair<int, int> middleSnake(int xlo, int ylo, int xhi, int yhi) {
     const int dmin = xlo - yhi, dmax = xhi - ylo;
     const int fmid = xlo - ylo, bmid = xhi - yhi;
     const bool odd = (fmid - bmid) % 2 != 0;
     int fmin = fmid, fmax = fmid, bmin = bmid, bmax = bmid;
+    std::fill(forward_.begin(), forward_.end(), -1);
+    std::fill(backward_.begin(), backward_.end(), INT_MAX);
     fd(fmid) = xlo;
     bd(bmid) = xhi;
     for (;;) {
-      if (fmin > dmin) {
-        --fmin;
-        fd(fmin - 1) = -1;
-      } else {
-        ++fmin;
-      }
-      if (fmax < dmax) {
-        ++fmax;
-        fd(fmax + 1) = -1;
-      } else {
-        --fmax;
-      }
+      fmin += fmin > dmin ? -1 : 1;
+      fmax += fmax < dmax ? 1 : -1;
       for (int d = fmax; d >= fmin; d -= 2) {
         int x = fd(d - 1) < fd(d + 1) ? fd(d + 1) : fd(d - 1) + 1;
         while (x < xhi && x - d < yhi && a(x) == b(x - d)) ++x;
         fd(d) = x;
         if (odd && bmin <= d && d <= bmax && bd(d) <= x) return {x, x - d};
       }
-      if (bmin > dmin) {
-        --bmin;
-        bd(bmin - 1) = INT_MAX;
-      } else {
-        ++bmin;
-      }
-      if (bmax < dmax) {
-        ++bmax;
-        bd(bmax + 1) = INT_MAX;
-      } else {
-        --bmax;
-      }
+      bmin += bmin > dmin ? -1 : 1;
+      bmax += bmax < dmax ? 1 : -1;
       for (int d = bmax; d >= bmin; d -= 2) {
         int x = bd(d - 1) < bd(d + 1) ? bd(d - 1) : bd(d + 1) - 1;
         while (x > xlo && x - d > ylo && a(x - 1) == b(x - d - 1)) --x;

@@ -8,13 +8,29 @@
 
 namespace merivane {
 
-constexpr uint32_t kPatternLine = 2;
+constexpr std::string_view kRowStatuses = "=<>!";
 
-/// A model from one character a row: '=' same, '<' left only, '>' right only, '!' changed. Every line is
-/// kPatternLine bytes long. Numbered and counted.
-DiffModel modelOf(std::string_view pattern);
+/// A numbered and counted model from one character a row: '=' same, '<' left only, '>' right only, '!'
+/// changed. Every line is two bytes long.
+inline DiffModel modelOf(std::string_view pattern) {
+  DiffModel model;
+  uint32_t position[2] = {0, 0};
+  for (const char c : pattern) {
+    const auto status = static_cast<RowStatus>(kRowStatuses.find(c));
+    model.addRow(status, position[0], position[1]);
+    for (const int side : {0, 1}) position[side] += fillerSide(status) == side ? 0 : 2;
+  }
+  model.numberLines();
+  model.countDifferences();
+  return model;
+}
 
 /// The pattern of any model's rows.
-std::string patternOf(const DiffModel& model);
+inline std::string patternOf(const DiffModel& model) {
+  std::string pattern(model.rowCount(), ' ');
+  for (uint32_t row = 0; row < model.rowCount(); ++row)
+    pattern[row] = kRowStatuses[static_cast<size_t>(model.status(row))];
+  return pattern;
+}
 
 }  // namespace merivane
