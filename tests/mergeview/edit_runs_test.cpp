@@ -1,7 +1,7 @@
+// Any actions of the user after one another, their history, and what happens when memory runs out.
+
 #include <gtest/gtest.h>
 
-#include "mergeview/merge_commands.h"
-#include "mergeview/side_commands.h"
 #include "tests/support/edit_run.h"
 #include "tests/support/failing_allocator.h"
 #include "tests/support/random.h"
@@ -17,8 +17,7 @@ struct Texts {
       for (std::string& text : side) {
         const uint32_t change = random.below(8);
         if (change == 0) continue;
-        text += change == 1 ? random.text("abc \t", 8) : common;
-        text += '\n';
+        text += (change == 1 ? random.text("abc \t", 8) : common) + '\n';
         if (change == 2) text += random.text("ab", 3) + '\n';
       }
     }
@@ -30,102 +29,108 @@ struct Texts {
   std::string side[2];
 };
 
-CompareOptions anyOptions(Random& random) {
-  CompareOptions options;
-  if (random.below(2) == 0) options = {random.below(2) == 0, random.below(16), random.below(2) == 0};
-  return options;
-}
-
 TEST(EditRuns, RowsAndHistoryStayRightWhateverTheUserDoes) {
   for (uint32_t seed = 0; seed < 400; ++seed) {
+    SCOPED_TRACE(seed);
     Random random(seed);
     const Texts texts(random, seed % 4 == 0 ? 300 : 12);
-    EditRun run(texts.side[0], texts.side[1], anyOptions(random));
-    const auto below = [&random](uint32_t bound) { return random.below(bound); };
+    CompareOptions options;
+    if (random.below(2) == 0) options = {random.below(2) == 0, random.below(16), random.below(2) == 0};
+    EditRun run(texts.side[0], texts.side[1], options);
     // Two characters a step at most, so that the history holds all of them.
     for (int step = 0; step < 120; ++step) {
       const std::string before = run.state();
-      run.step(below);
-      ASSERT_EQ(run.fault(), "") << "seed " << seed << ", step " << step << ", from " << before;
+      run.step([&random](uint32_t bound) { return random.below(bound); });
+      ASSERT_EQ(run.fault(), "") << "step " << step << ", from " << before;
     }
-    ASSERT_EQ(run.undoAndRedoAll(), "") << "seed " << seed;
-  }
-}
+    ASSERT_EQ(run.undoAndRedoAll(), "");
 
-TEST(EditRuns, MergingEveryDifferenceMakesTheSidesEqual) {
-  for (uint32_t seed = 0; seed < 300; ++seed) {
-    Random random(seed);
-    const Texts texts(random, seed % 4 == 0 ? 200 : 8);
-    const CompareOptions options = anyOptions(random);
-    EditRun run(texts.side[0], texts.side[1], options);
-    const auto below = [&random](uint32_t bound) { return random.below(bound); };
+    // Merging every difference to a side makes them equal.
     const int to = static_cast<int>(seed % 2);
-    ASSERT_TRUE(run.mergeAll(to, below)) << "seed " << seed << ": " << run.state();
-    ASSERT_EQ(run.fault(), "") << "seed " << seed;
-    ASSERT_EQ(run.text(1 - to), texts.side[1 - to]) << "seed " << seed;
+    const std::string wanted = run.text(1 - to);
+    for (uint32_t left = 2000; run.view().model().differingRows() > 0; --left) {
+      ASSERT_GT(left, 0u) << run.state();
+      if (run.view().activeSide() != to) run.press("switch-pane");
+      run.press("C-home");
+      if (run.view().model().status(0) == RowStatus::same) run.press("next-difference");
+      const bool extra = fillerSide(run.view().model().status(run.view().caretRow())) == 1 - to;
+      run.press(extra ? "delete-block" : to == 0 ? "copy-block-left" : "copy-line-right");
+    }
+    ASSERT_EQ(run.text(1 - to), wanted);
     if (options.comparesBytes()) {
-      ASSERT_EQ(run.text(to), run.text(1 - to)) << "seed " << seed;
+      ASSERT_EQ(run.text(to), wanted);
     }
   }
-}
-
-Editor editorOf(EditRun& run) { return {run.view(), run.history()}; }
-
-/// Acts on a run with each allocation failing in turn. What comes of it is all or nothing; where the user was
-/// told, nothing.
-void expectAllOrNothing(const char* name, void (*act)(EditRun& run), bool selects = false) {
-  const std::string left = "a\nbcdefgh\nx\n" + std::string(3000, 'y') + "\nlast",
-                    right = "a\nbcdefgi\nz\nlast\n", large(5000, 'p');
-  const auto prepared = [&] {
-    auto run = std::make_unique<EditRun>(left, right, CompareOptions());
-    EXPECT_TRUE(run->host().clipboard.assign(large));
-    run->view().goToRow(1);
-    Editor editor(run->view(), run->history());
-    editor.typeChar('q');
-    editor.typeChar('r');
-    run->history().undo();
-    run->view().moveCaret(1, 3, false);
-    if (selects) run->view().moveCaret(3, 99, true);
-    return run;
-  };
-  std::unique_ptr<EditRun> run = prepared();
-  const std::string before = run->state();
-  act(*run);
-  const std::string after = run->state();
-  failEachAllocation([&] { run = prepared(); },
-                     [&] {
-                       act(*run);
-                       return 0;
-                     },
-                     [&](int) {
-                       EXPECT_TRUE(run->state() == (run->host().outOfMemory == 0 ? after : before)) << name;
-                       EXPECT_EQ(run->fault(), "") << name;
-                     });
 }
 
 TEST(EditRuns, RunningOutOfMemoryLeavesAllAsItWas) {
-  expectAllOrNothing("type", [](EditRun& run) { editorOf(run).typeChar('c'); });
-  expectAllOrNothing("overwrite", [](EditRun& run) {
-    run.view().toggleOverwrite();
-    editorOf(run).typeChar('c');
-  });
-  expectAllOrNothing("enter", [](EditRun& run) { editorOf(run).newLine(); });
-  expectAllOrNothing("paste", [](EditRun& run) { editorOf(run).paste(); });
-  expectAllOrNothing("delete row", [](EditRun& run) { editorOf(run).deleteRow(); });
-  expectAllOrNothing(
-      "cut", [](EditRun& run) { editorOf(run).deleteSelection(); }, true);
-  expectAllOrNothing(
-      "replace selection", [](EditRun& run) { editorOf(run).paste(); }, true);
-  expectAllOrNothing(
-      "delete row with a selection", [](EditRun& run) { editorOf(run).deleteRow(); }, true);
-  expectAllOrNothing("copy",
-                     [](EditRun& run) { copyBlock(run.view(), run.history(), BlockKind::difference, 0); });
-  expectAllOrNothing("delete line",
-                     [](EditRun& run) { deleteBlock(run.view(), run.history(), BlockKind::line); });
-  expectAllOrNothing("clipboard", [](EditRun& run) { blockToClipboard(run.view(), BlockKind::line); });
-  expectAllOrNothing("undo", [](EditRun& run) { run.history().undo(); });
-  expectAllOrNothing("redo", [](EditRun& run) { run.history().redo(); });
-  expectAllOrNothing("switch sides", [](EditRun& run) { switchSides(run.view(), run.history()); });
+  const std::string left = "a\nbcdefgh\nx\n" + std::string(3000, 'y') + "\nlast",
+                    right = "a\nbcdefgi\nz\nlast\n", large(5000, 'p');
+  // Each with text undone before it, some with a selection.
+  for (const char* keys : {"c", "insert c", "enter", "paste", "delete-row", "S-end cut", "S-C-end delete",
+                           "S-C-end paste", "S-down S-down copy", "S-end delete-row", "copy-block-left",
+                           "delete-line", "clip-block", "undo", "redo", "switch-sides"}) {
+    SCOPED_TRACE(keys);
+    const size_t action = std::string_view(keys).rfind(' ') + 1;
+    const auto prepared = [&] {
+      auto run = std::make_unique<EditRun>(left, right);
+      EXPECT_TRUE(run->host().clipboard.assign(large));
+      run->press("down q r undo");
+      run->press(std::string_view(keys).substr(0, action));
+      return run;
+    };
+    std::unique_ptr<EditRun> run = prepared();
+    const std::string before = run->state();
+    run->press(keys + action);
+    const std::string after = run->state();
+    failEachAllocation([&] { run = prepared(); },
+                       [&] {
+                         run->press(keys + action);
+                         return 0;
+                       },
+                       [&](int) {
+                         // All or nothing; where the user was told, nothing.
+                         EXPECT_TRUE(run->state() == (run->host().outOfMemory == 0 ? after : before));
+                         EXPECT_EQ(run->fault(), "");
+                       });
+  }
+}
+
+TEST(UndoHistory, TellsWhatIsModified) {
+  EditRun run("a\n", "b\n");
+  const auto after = [&run](std::string_view keys) {
+    run.press(keys);
+    return std::string(run.history().isModified(0) ? "L" : "-") + (run.history().isModified(1) ? "R" : "-");
+  };
+  EXPECT_EQ(after("x switch-pane y"), "LR");
+  EXPECT_EQ(run.owner().modifiedChanges, 2);
+  run.history().markSaved(0);
+  EXPECT_EQ(after("switch-pane z"), "LR");
+  EXPECT_EQ(after("undo"), "-R");
+  EXPECT_EQ(after("undo undo"), "L-") << "what was saved is ahead";
+  EXPECT_EQ(after("redo"), "--");
+  EXPECT_EQ(run.owner().undone, 4);
+  EXPECT_EQ(after("switch-sides redo"), "L-");
+  EXPECT_EQ(after("switch-pane z"), "LR");
+  run.history().clear();
+  EXPECT_EQ(after("undo redo"), "LR") << "forgetting saves nothing";
+  EXPECT_EQ(run.owner().undone, 5);
+}
+
+TEST(UndoHistory, KeepsTheLast250AndNothingUndoneBehindANewRecord) {
+  EditRun run("\n", "\n");
+  for (int i = 0; i < 251; ++i) run.press("x");
+  int steps = 0;
+  while (run.history().undo()) ++steps;
+  EXPECT_EQ(steps, 250);
+  EXPECT_TRUE(run.history().isModified(0)) << "the first of 251 cannot be undone any more";
+  while (run.history().redo()) --steps;
+  EXPECT_EQ(steps, 0);
+  run.press("undo undo y redo");
+  EXPECT_EQ(run.text(0), std::string(249, 'x') + "y\n");
+  while (run.history().undo()) ++steps;
+  EXPECT_EQ(steps, 249);
+  EXPECT_EQ(run.text(0), "x\n");
 }
 
 }  // namespace

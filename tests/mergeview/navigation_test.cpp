@@ -1,230 +1,157 @@
+// How the user moves through the texts: caret and selection by keys and mouse, scrolling, differences.
+
 #include "mergeview/navigation.h"
 
 #include <gtest/gtest.h>
 
 #include "mergeview/differences.h"
-#include "mergeview/mouse_selection.h"
-#include "tests/support/marked_view.h"
+#include "tests/support/row_pattern.h"
+#include "tests/support/walk.h"
 
 namespace merivane {
 namespace {
 
-std::string pressed(std::string_view marked, std::string_view keys) {
-  return MarkedView(marked).press(keys).marked();
-}
-
 TEST(Navigation, KeysMoveTheCaretAndExtendTheSelection) {
-  struct Case {
-    const char* before;
-    const char* keys;
-    const char* after;
-  };
-  const Case cases[] = {
-      // One character, and over the ends of rows.
-      {"a|b # ab", "right", "ab| # ab"},
-      {"ab| # ab / cd # cd", "right", "ab # ab / |cd # cd"},
-      {"ab # ab / |cd # cd", "left", "ab| # ab / cd # cd"},
-      {"|ab # ab", "left", "|ab # ab"},
-      {"ab| # ab", "right", "ab| # ab"},
-      {"ab|~ # ab~", "right", "ab|~ # ab~"},
-      {"ab # a|b", "S-left S-left", "ab # |a[b"},
-      {"a[b| # ab", "left", "a|b # ab"},
-      {"a[b # ab / |cd # cd", "S-up", "|a[b # ab / cd # cd"},
-      // Filler rows hold the caret at their start.
-      {"a| # a / - # xy / c # c", "right", "a # a / |- # xy / c # c"},
-      {"a| # a / - # xy / c # c", "right right", "a # a / - # xy / |c # c"},
-      {"a # a / - # xy / |c # c", "left", "a # a / |- # xy / c # c"},
-      {"a # a / |- # xy / c # c", "left", "a| # a / - # xy / c # c"},
-      {"a # a / |- # xy / c # c", "end", "a # a / |- # xy / c # c"},
-      {"ab| # ab / - # xy / cd # cd", "down down", "ab # ab / - # xy / cd| # cd"},
-      // Words, and the signs between them.
-      {"|foo bar(x) # foo bar(x)", "C-right", "foo |bar(x) # foo bar(x)"},
-      {"foo |bar(x) # foo bar(x)", "C-right", "foo bar|(x) # foo bar(x)"},
-      {"foo bar(x)| # foo bar(x) / y # y", "C-right", "foo bar(x) # foo bar(x) / |y # y"},
-      {"foo bar(|x) # foo bar(x)", "C-left C-left", "foo |bar(x) # foo bar(x)"},
-      {"foo   |bar # foo   bar", "C-left", "|foo   bar # foo   bar"},
-      {"fo[o  b|ar # foo  bar", "C-S-right", "fo[o  bar| # foo  bar"},
-      // Rows, pages and ends.
-      {"a|b # ab / cd # cd", "home", "|ab # ab / cd # cd"},
-      {"a|b # ab / cd # cd", "S-end", "a[b| # ab / cd # cd"},
-      {"ab # ab / c|d # cd", "C-home", "|ab # ab / cd # cd"},
-      {"a|b # ab / cd # cd~", "C-end", "ab # ab / cd| # cd~"},
-      {"ab # ab / c|d # cd", "C-S-home", "|ab # ab / c[d # cd"},
-      {"ab # ab / c|d # cd", "pageup", "a|b # ab / cd # cd"},
-      {"a|b # ab / cd # cd", "pagedown", "ab # ab / c|d # cd"},
-      // The x of the last sideways move is kept over shorter rows, and falls on the nearest side of a tab.
-      {"abcd| # abcd / e # e / fghi # fghi", "down", "abcd # abcd / e| # e / fghi # fghi"},
-      {"abcd| # abcd / e # e / fghi # fghi", "down down", "abcd # abcd / e # e / fghi| # fghi"},
-      {"a|b # ab / \tc # \tc", "down", "ab # ab / |\tc # \tc"},
-      {"abc| # abc / \td # \td", "down", "abc # abc / \t|d # \td"},
-  };
-  for (const Case& c : cases) EXPECT_EQ(pressed(c.before, c.keys), c.after) << c.before << " : " << c.keys;
+  // Over the ends of rows, and through a filler, which holds the caret at its start.
+  expectWalk(
+      "ab/cd/xyz # ab/longer/cd/xyz",
+      "left (0,0) right (0,1) right (0,2) right (1,0) end (1,0) right (2,0) left left (0,2) "
+      "down down (2,2) S-left (2,2-2,1) S-up (2,2-1,0) S-up (2,2-0,1) left (0,0) S-end (0,0-0,2) "
+      "C-end (3,3) right (3,3) up C-S-home (2,2-0,0) pagedown (3,0) end S-home (3,3-3,0) pageup (0,0) "
+      "select-all (0,0-3,3) switch-pane (3,3) C-home down end (1,6) switch-pane (1,0) switch-pane (1,6)");
+  // Nothing leads behind the last line end.
+  expectWalk("ab/ # ab/", "end right (0,2) C-end (0,2) select-all (0,0-0,2)");
+  // Words and the signs between them.
+  expectWalk("foo  b\xE4r(x)/y # foo  b\xE4r(x)/y",
+             "C-right (0,5) C-right (0,8) C-right C-right C-right (0,11) C-right (1,0) C-left (0,11) "
+             "C-left C-left (0,9) C-left C-left (0,5) C-S-left (0,5-0,0) C-left (0,0)");
+  // The x of the last sideways move is kept over shorter rows, and falls on the nearest side of a tab.
+  expectWalk("abcd/e/\tx/ab # abcd/e/\tx/ab",
+             "end down (1,1) down (2,4) C-home right right right down (1,1) down (2,4) "
+             "C-home right right down down (2,4) C-home right down down (2,0)");
 }
 
-/// A text of `rows` lines, on both sides; every row in `extra` is on the right side alone.
-FileComparison longComparison(uint32_t rows, const std::vector<uint32_t>& extra) {
+/// 100 lines of text on both sides, but for some rows that only the right one has.
+EditRun longRun(std::string_view onRight = {}) {
   std::string texts[2];
-  for (uint32_t row = 0; row < rows; ++row) {
-    const std::string line = "row " + std::to_string(row) + "\n";
-    if (std::find(extra.begin(), extra.end(), row) == extra.end()) texts[0] += line;
-    texts[1] += line;
+  for (int row = 0; row < 100; ++row) {
+    const std::string line = std::to_string(row);
+    const bool onlyRight = onRight.find(' ' + line + ' ') != std::string_view::npos;
+    for (const int side : {0, 1}) texts[side] += side == 0 && onlyRight ? "" : line + "\n";
   }
-  return comparisonOf(texts[0], texts[1]);
+  return EditRun(texts[0], texts[1]);
 }
 
-TEST(Navigation, ScrollingKeysLeaveTheCaretAndPagesTakeItAlong) {
-  MarkedView marked("|a # a");
-  ViewState& view = marked.state();
-  view.take(longComparison(100, {}), AfterComparison::top);
-  struct Case {
-    const char* keys;
-    uint32_t topRow, caretRow;
-  };
-  const Case cases[] = {
-      {"C-down C-down", 2, 0}, {"C-up", 1, 0},          {"C-S-down", 1, 1},    {"C-pagedown", 11, 1},
-      {"C-pageup", 1, 1},      {"pagedown", 11, 11},    {"down down", 11, 13}, {"up up up", 10, 10},
-      {"C-end", 90, 99},       {"C-up", 89, 99},        {"C-S-up", 89, 98},    {"pageup", 79, 88},
-      {"C-home", 0, 0},        {"C-pageup C-up", 0, 0}, {"pageup", 0, 0},      {"pagedown down", 10, 11},
-  };
-  for (const Case& c : cases) {
-    marked.press(c.keys);
-    EXPECT_EQ(view.caretRow(), c.caretRow) << c.keys;
-    EXPECT_EQ(view.topRow(), c.topRow) << c.keys;
-  }
-  selectAll(view);
-  EXPECT_EQ(view.selectionBegin(), 0u);
-  EXPECT_EQ(view.selectionEnd(), view.text(0).size() - 1);
-  EXPECT_EQ(view.topRow(), 90u);
-}
-
-TEST(Navigation, DifferencesAreFoundAroundABlock) {
-  // Rows 2-3, 4 and 8 are differences, as three blocks.
-  DiffModel model;
-  const char statuses[] = "0022100030";
-  for (const char status : std::string_view(statuses))
-    model.addRow(static_cast<RowStatus>(status - '0'), 0, 0);
-  const RowRange first{2, 4}, second{4, 5}, third{8, 9};
-  struct Case {
-    uint32_t row;
-    std::optional<RowRange> previous, previousWrapped, next, nextWrapped, nearest;
-  };
-  const Case cases[] = {
-      {0, std::nullopt, third, first, first, first},
-      {1, std::nullopt, third, first, first, first},
-      {2, first, third, second, second, first},
-      {3, first, third, second, second, first},
-      {4, first, first, third, third, second},
-      {6, second, second, third, third, second},  // midway: the one above
-      {7, second, second, third, third, third},
-      {8, second, second, third, first, third},
-      {9, third, third, std::nullopt, first, third},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(previousDifference(model, c.row, false), c.previous) << c.row;
-    EXPECT_EQ(previousDifference(model, c.row, true), c.previousWrapped) << c.row;
-    EXPECT_EQ(nextDifference(model, c.row, false), c.next) << c.row;
-    EXPECT_EQ(nextDifference(model, c.row, true), c.nextWrapped) << c.row;
-    EXPECT_EQ(nearestDifference(model, c.row), c.nearest) << c.row;
-  }
-  DiffModel same;
-  for (int row = 0; row < 3; ++row) same.addRow(RowStatus::same, 0, 0);
-  EXPECT_EQ(nextDifference(same, 1, true), std::nullopt);
-  EXPECT_EQ(previousDifference(same, 1, true), std::nullopt);
-  EXPECT_EQ(nearestDifference(same, 1), std::nullopt);
-}
-
-TEST(Navigation, GoingToADifferenceBringsItIntoView) {
-  MarkedView marked("|a # a");
-  ViewState& view = marked.state();
-  view.take(longComparison(100, {5, 30, 31, 60, 61, 62, 63, 64, 65, 66, 67, 68}), AfterComparison::top);
-  struct Case {
-    bool next;
-    uint32_t caretRow, topRow;
-  };
-  const Case cases[] = {
-      {true, 5, 0},     // in view already
-      {true, 30, 26},   // two rows centred among ten
-      {true, 60, 59},   // too high to centre: one row above it
-      {true, 5, 1},     // wrapped
-      {false, 60, 59},  // and back
-  };
-  for (const Case& c : cases) {
-    EXPECT_TRUE(c.next ? goToNextDifference(view) : goToPreviousDifference(view));
-    EXPECT_EQ(view.caretRow(), c.caretRow);
-    EXPECT_EQ(view.topRow(), c.topRow) << c.caretRow;
-    EXPECT_FALSE(view.hasSelection());
-  }
-  EXPECT_EQ(caretNumbers(view), (CaretNumbers{61, 0, 1}));
-  switchPane(view);
-  EXPECT_EQ(caretNumbers(view), (CaretNumbers{61, 61, 1}));
-  view.goToRow(view.topRow());
-  EXPECT_EQ(view.topRow(), 55u);  // the top row counts as not in view
-}
-
-TEST(Navigation, TheMousePlacesAndSelects) {
-  const char* const rows = "|foo bar # foo bar / - # xy / a\tb # a\tb";
-  const auto clicked = [&](int clicks, int32_t x, int32_t y) {
-    MarkedView view(rows);
-    MouseSelection(view.state()).press(x, y, clicks, false);
-    return view.marked();
-  };
-  constexpr int32_t right = 2 * (8 + 320 + 10) / 2 + 10 + 8;  // the right pane's text
-  EXPECT_EQ(clicked(1, 8 + 19, 3), "fo|o bar # foo bar / - # xy / a\tb # a\tb");
-  EXPECT_EQ(clicked(1, 8 + 21, 3), "foo| bar # foo bar / - # xy / a\tb # a\tb");
-  EXPECT_EQ(clicked(1, 300, 20), "foo bar # foo bar / |- # xy / a\tb # a\tb");
-  EXPECT_EQ(clicked(1, 2, 400), "foo bar # foo bar / - # xy / |a\tb # a\tb");
-  EXPECT_EQ(clicked(1, right + 17, 20), "foo bar # foo bar / - # xy| / a\tb # a\tb");
-  EXPECT_EQ(clicked(2, 8 + 55, 3), "foo [bar| # foo bar / - # xy / a\tb # a\tb");
-  EXPECT_EQ(clicked(3, 8 + 42, 3), "[foo bar # foo bar / |- # xy / a\tb # a\tb");
-  EXPECT_EQ(clicked(3, 8 + 42, 40), "foo bar # foo bar / - # xy / [a\tb | # a\tb");
-
-  MarkedView view(rows);
-  MouseSelection mouse(view.state());
-  mouse.press(8 + 32, 3, 1, true);
-  EXPECT_EQ(view.marked(), "[foo |bar # foo bar / - # xy / a\tb # a\tb");
-  mouse.press(8 + 42, 3, 2, false);
-  mouse.drag(8 + 3, 3);
-  EXPECT_EQ(view.marked(), "|foo bar[ # foo bar / - # xy / a\tb # a\tb");
-  mouse.drag(8 + 3, 40);
-  EXPECT_EQ(view.marked(), "foo [bar # foo bar / - # xy / a|\tb # a\tb");
-  mouse.press(right + 3, 3, 1, true);
-  EXPECT_EQ(view.marked(), "foo bar # |foo bar / - # xy / a\tb # a\tb") << "nothing is selected across panes";
-}
-
-TEST(Navigation, DraggingOutOfViewScrollsOn) {
-  MarkedView marked("|a # a");
-  ViewState& view = marked.state();
-  view.take(longComparison(100, {}), AfterComparison::top);
-  MouseSelection mouse(view);
-  mouse.press(10, 10, 1, false);
-  for (int tick = 0; tick < 3; ++tick) mouse.drag(10, 170);
-  EXPECT_EQ(view.caretRow(), 12u);
-  EXPECT_EQ(view.topRow(), 3u);
-  for (int tick = 0; tick < 9; ++tick) mouse.drag(10, -20);
-  EXPECT_EQ(view.caretRow(), 0u);
-  EXPECT_FALSE(view.hasSelection());
+TEST(Navigation, WhatIsGoneToComesIntoView) {
+  // Scrolling keys leave the caret, and pages take it along.
+  expectWalk(
+      longRun(),
+      "C-down C-down (0,0 top 2) C-up (0,0 top 1) C-S-down (0,0-1,0 top 1) C-pagedown (0,0-1,0 top 11) "
+      "C-pageup (0,0-1,0 top 1) pagedown (11,0 top 11) down down (13,0 top 11) up up up (10,0 top 10) "
+      "C-end (99,2 top 90) C-up (99,2 top 89) C-S-up (99,2-98,2 top 89) pageup (88,2 top 79) "
+      "C-home C-pageup C-up pageup (0,0) pagedown down (11,0 top 10) select-all (0,0-99,2 top 90)");
+  // Two rows are centred among ten; more than fit have one row above them; the top row is as good as out of
+  // view.
+  expectWalk(longRun(" 5 30 31 60 61 62 63 64 65 66 67 68 "),
+             "next-difference (5,0) next-difference (30,0 top 26) next-difference (60,0 top 59) "
+             "next-difference (5,0 top 1) previous-difference (60,0 top 59) "
+             "C-home C-down C-down C-down C-down C-down next-difference (5,0 top 1)");
 }
 
 TEST(Navigation, SidewaysScrollingKeepsTheCaretInView) {
-  MarkedView marked("|" + std::string(100, 'a') + " # " + std::string(100, 'a'));
-  ViewState& view = marked.state();
-  ASSERT_EQ(view.visibleColumns(0), 40u);
-  for (int i = 0; i < 39; ++i) marked.press("right");
-  EXPECT_EQ(view.hScroll(0), 0u);
-  marked.press("right");
-  EXPECT_EQ(view.hScroll(0), 11u);
-  EXPECT_EQ(view.hScroll(1), 0u);
-  EXPECT_EQ(view.caretX(), 29 * 8);
-  marked.press("end");
-  EXPECT_EQ(view.hScroll(0), view.maxHScroll(0));
-  EXPECT_EQ(view.maxHScroll(0), 62u);  // the pilcrow's column and one for the caret
-  ViewOptions options = view.options();
+  const std::string line(100, 'a');
+  EditRun run(line + "\n", line + "\n");
+  for (int i = 0; i < 39; ++i) run.press("right");
+  // A quarter of the pane on; at the end there is a column for the line end and one for the caret.
+  expectWalk(run, "(0,39) right (0,40 left 11) end (0,100 left 62)");
+  EXPECT_EQ(run.view().hScroll(1), 0u);
+  ViewOptions options = run.view().options();
   options.syncScroll = true;
+  run.view().setOptions(options);
+  expectWalk(run, "end (0,100 left 62) switch-pane (0,100 left 62) home (0,0) switch-pane (0,0)");
+}
+
+TEST(Navigation, AnotherComparisonKeepsThePlaceOrGoesToTheFirstDifference) {
+  std::string text;
+  for (int row = 0; row < 50; ++row) text += "line\n";
+  EditRun run(text, text);
+  run.view().activate(1);
+  run.view().moveCaret(30, run.view().rowStart(1, 30) + 1, false);
+  run.view().moveCaret(32, run.view().rowStart(1, 32) + 3, true);
+  run.view().scrollTo(27);
+  const auto placeIn = [&run](const std::string& left, const std::string& right, AfterComparison after) {
+    run.load(left, right, after);
+    EXPECT_EQ(run.fault(), "");
+    EXPECT_EQ(run.view().activeSide(), 1);
+    return run.place();
+  };
+  EXPECT_EQ(placeIn(text, text + "more\n", AfterComparison::keepPlace), "30,1-32,3 top 27");
+  EXPECT_EQ(placeIn("ab\nc", "ab\nc", AfterComparison::keepPlace), "1,1");
+  EXPECT_EQ(placeIn(text, text + "more\n", AfterComparison::firstDifference), "50,0 top 41");
+  EXPECT_EQ(placeIn(text, text, AfterComparison::firstDifference), "0,0");
+}
+
+TEST(Navigation, TheCaretKeepsItsTextWhenWidthsChange) {
+  EditRun run("x\n\tab\n", "x\n\tab\n");
+  ViewState& view = run.view();
+  run.press("down right right");
+  ViewOptions options = view.options();
+  options.tabStop = 8;
+  options.lineNumbers = LineNumbers::rows;
   view.setOptions(options);
-  EXPECT_EQ(view.hScroll(1), 62u);
-  marked.press("home");
-  EXPECT_EQ(view.hScroll(0), 0u);
-  EXPECT_EQ(view.hScroll(1), 0u);
+  EXPECT_EQ(run.place(), "1,9");
+  EXPECT_EQ(view.caretX(), 72);
+  EXPECT_EQ(view.pane(0).textLeft, 8 + 12);  // one digit and its padding
+  FontMetrics font;
+  font.charWidth = 10;
+  font.lineHeight = 20;
+  view.setFont(font);
+  EXPECT_EQ(run.place(), "1,9");
+  EXPECT_EQ(view.caretX(), 90);
+  EXPECT_EQ(view.caretY(), 20);
+  EXPECT_EQ(view.visibleRows(), 8u);
+  view.setSplitFromX(150);
+  EXPECT_EQ(view.pane(0).paneRight, 140);
+  EXPECT_EQ(view.visibleColumns(0), 12u);
+}
+
+TEST(Navigation, DifferencesAreFoundAroundABlock) {
+  // For each row the first row of what is found from there.
+  const auto found = [](std::string_view rows, auto find) {
+    const DiffModel model = modelOf(rows);
+    std::string digits;
+    for (uint32_t row = 0; row < model.rowCount(); ++row) {
+      const std::optional<RowRange> block = find(model, row);
+      EXPECT_EQ(block, block ? model.blockAround(block->begin) : block);
+      digits += block ? std::to_string(block->begin) : "-";
+    }
+    return digits;
+  };
+  using M = const DiffModel&;
+  const auto rows = "==>><===!=";
+  EXPECT_EQ(found(rows, [](M m, uint32_t row) { return previousDifference(m, row, false); }), "--22244448");
+  EXPECT_EQ(found(rows, [](M m, uint32_t row) { return previousDifference(m, row, true); }), "8888244448");
+  EXPECT_EQ(found(rows, [](M m, uint32_t row) { return nextDifference(m, row, false); }), "224488888-");
+  EXPECT_EQ(found(rows, [](M m, uint32_t row) { return nextDifference(m, row, true); }), "2244888822");
+  EXPECT_EQ(found(rows, nearestDifference), "2222444888") << "midway the one above";
+  EXPECT_EQ(found("==", nearestDifference), "--");
+  EXPECT_EQ(found("==", [](M m, uint32_t row) { return nextDifference(m, row, true); }), "--");
+}
+
+TEST(Navigation, TheMousePlacesAndSelects) {
+  // The panes' texts begin at 8 and 356.
+  expectWalk("foo bar/a\tb/ # foo bar/xy/a\tb/",
+             "click1@27,3 (0,2) click1@29,3 (0,3) click1@300,20 (1,0) click1@2,400 (2,0) click1@373,20 (1,2) "
+             "click1@40,3 (0,4) drag@50,20 (0,4-1,0) "
+             // Words, blanks and lines, and onwards from all of what was clicked, to either side.
+             "click2@33,3 (0,3-0,4) click2@50,3 (0,4-0,7) drag@11,3 (0,7-0,0) drag@11,40 (0,4-2,1) "
+             "click3@50,3 (0,0-1,0) click3@50,40 (2,0-2,6) "
+             // With Shift on from the anchor, but not from one pane to the other.
+             "S-click1@11,3 (2,0-0,0) S-click1@375,3 (0,2)");
+  // Outside the view every tick of the timer scrolls on.
+  expectWalk(longRun(),
+             "click1@10,10 drag@10,170 drag@10,170 drag@10,170 (0,0-12,0 top 3) "
+             "drag@10,-20 (0,0-1,0 top 1) drag@10,-20 drag@10,-20 (0,0)");
 }
 
 }  // namespace
