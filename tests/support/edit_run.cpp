@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <stdexcept>
+#include <tuple>
 #include <utility>
 
 #include "mergeview/editor.h"
@@ -71,16 +72,7 @@ std::string FakeHost::takeRepaints() {
   return std::exchange(refreshed_, 0) > 0 ? "all" : repaints;
 }
 
-bool FakeHost::orReport(bool done) {
-  outOfMemory += !done;
-  return done;
-}
-
-EditRun::EditRun(std::string_view left, std::string_view right, const CompareOptions& options)
-    : first_{std::string(left), std::string(right)} {
-  ViewOptions viewOptions;
-  viewOptions.syncScroll = false;
-  view_.setOptions(viewOptions);
+EditRun::EditRun(std::string_view left, std::string_view right, const CompareOptions& options) {
   view_.setCompareOptions(options);
   view_.resize(2 * (8 + 320 + 10), 160);
   load(left, right);
@@ -99,6 +91,8 @@ void EditRun::load(std::string_view left, std::string_view right, AfterCompariso
     throw std::bad_alloc();
   }
   view_.take(std::move(comparison), after);
+  first_ = std::string(left) + '#' + std::string(right);
+  swapped_ = std::string(right) + '#' + std::string(left);
 }
 
 void EditRun::press(std::string_view keys) {
@@ -161,41 +155,33 @@ std::string EditRun::place() const {
 
 std::string EditRun::fault() const {
   const DiffModel& model = view_.model();
-  const std::string rows = comparisonFault(model, text(0), text(1), view_.compareOptions());
-  if (!rows.empty()) return rows;
+  std::string wrong = comparisonFault(model, text(0), text(1), view_.compareOptions());
+  if (!wrong.empty()) return wrong;
   // So few rows are all compared anew, and therefore as if there had been no edit.
   DiffModel fresh;
   if (model.rowCount() <= 40) compareTexts(text(0), text(1), view_.compareOptions(), nullptr, fresh);
   for (uint32_t i = 0; i < fresh.rowCount(); ++i) {
-    const bool same = i < model.rowCount() && model.status(i) == fresh.status(i) &&
-                      model.position(0, i) == fresh.position(0, i) &&
-                      model.position(1, i) == fresh.position(1, i);
-    if (!same) return "rows that are not those of the texts";
+    const auto row = [i](const DiffModel& m) {
+      return std::tuple(m.status(i), m.position(0, i), m.position(1, i));
+    };
+    if (i >= model.rowCount() || row(model) != row(fresh)) return "rows that are not those of the texts";
   }
   const int side = view_.activeSide();
   const uint32_t row = view_.caretRow(), caret = view_.caretPos(side);
   if (row >= view_.rowCount() || view_.topRow() > view_.maxTopRow()) return "beyond the rows";
   const uint32_t start = view_.rowStart(side, row);
-  if (caret < start || caret > view_.rowEnd(side, row)) return "the caret outside its row";
-  const LinePlace place = view_.ruler().placeAtPosition(view_.text(side), start, caret);
-  if (place.column != view_.caretColumn()) return "the caret in another column";
-  const bool inTexts =
-      view_.anchor() <= view_.text(side).size() && view_.caretPos(1 - side) <= view_.text(1 - side).size();
-  return inTexts ? "" : "anchor or other caret outside the text";
+  const uint32_t column = view_.ruler().placeAtPosition(view_.text(side), start, caret).column;
+  if (caret < start || caret > view_.rowEnd(side, row) || column != view_.caretColumn())
+    return "the caret's place";
+  if (view_.anchor() > view_.text(side).size()) return "the anchor outside the text";
+  return view_.caretPos(1 - side) > view_.text(1 - side).size() ? "the other caret outside its text" : "";
 }
 
 std::string EditRun::state() const {
-  std::string state = sideState(0) + '#' + sideState(1) + '#';
-  for (uint32_t row = 0; row < view_.rowCount(); ++row) {
-    state += static_cast<char>('0' + static_cast<int>(view_.model().status(row)));
-    for (const int side : {0, 1}) state += ' ' + std::to_string(view_.rowStart(side, row));
-  }
-  for (const uint32_t number : {view_.caretRow(), view_.caretPos(0), view_.caretPos(1), view_.anchor()}) {
-    state += '#' + std::to_string(number);
-  }
-  for (const bool flag : {view_.activeSide() == 1, history_.canUndo(), history_.canRedo()}) {
+  std::string state = sideState(0) + '#' + sideState(1) + '#' + place();
+  for (const uint32_t number : {view_.caretPos(0), view_.caretPos(1)}) state += '#' + std::to_string(number);
+  for (const bool flag : {view_.activeSide() == 1, history_.canUndo(), history_.canRedo()})
     state += flag ? '+' : '-';
-  }
   return state;
 }
 
@@ -207,9 +193,7 @@ std::string EditRun::undoAndRedoAll() {
   };
   const std::string last = all(&UndoHistory::redo);
   const std::string start = all(&UndoHistory::undo);
-  if (start != first_[0] + '#' + first_[1] && start != first_[1] + '#' + first_[0]) {
-    wrong += " undoing does not lead back";
-  }
+  if (start != first_ && start != swapped_) wrong += " undoing does not lead back";
   if (all(&UndoHistory::redo) != last) wrong += " redoing does not lead to the end";
   return wrong;
 }

@@ -25,15 +25,15 @@ class FakeHost final : public ViewHost {
   bool clipboardText(ByteArray& text) override { return orReport(text.assign(clipboard.view())); }
   void reportOutOfMemory() override { ++outOfMemory; }
 
-  /// What was to be repainted since this was last asked: "all", or for each of the first rows "l" or "r" for
-  /// a pane of it, "b" for both and "." for none.
+  /// What was to be repainted since the last time: "all", or for each of the first rows "l" or "r" for a pane
+  /// of it, "b" for both and "." for none.
   std::string takeRepaints();
 
   ByteArray clipboard;
   int beeps = 0, outOfMemory = 0;
 
  private:
-  bool orReport(bool done);
+  bool orReport(bool done) { return outOfMemory += !done, done; }
 
   std::array<uint8_t, 16> panes_{};  // a bit for each side
   int refreshed_ = 0;
@@ -91,7 +91,7 @@ class EditRun {
   UndoHistory history_{owner_};
   ViewState view_{host_};
   MouseSelection mouse_{view_};
-  std::string first_[2];
+  std::string first_, swapped_;
 };
 
 }  // namespace merivane
