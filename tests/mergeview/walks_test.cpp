@@ -15,8 +15,8 @@ namespace merivane {
 namespace {
 
 /// Presses keys and expects what stands in brackets behind them: "(1,3)" is EditRun::place(), "(1,3: a/ # b)"
-/// with both texts, "/" for line ends, and "{.lb}" is what has to be repainted, "{*}" whatever that is. All
-/// of it can be undone and done again.
+/// adds both texts with "/" for line ends, and "{.lb}" is what has to be repainted, "{*}" whatever that is.
+/// All of it can be undone and done again.
 void expectWalk(EditRun& run, std::string_view walk) {
   for (size_t begin; (begin = walk.find_first_of("({")) != std::string_view::npos;) {
     const size_t end = walk.find_first_of(")}", begin);
@@ -88,8 +88,7 @@ TEST(Navigation, WhatIsGoneToComesIntoView) {
       "C-pageup (0,0-1,0 top 1) pagedown (11,0 top 11) down down (13,0 top 11) up up up (10,0 top 10) "
       "C-end (99,2 top 90) C-up (99,2 top 89) C-S-up (99,2-98,2 top 89) pageup (88,2 top 79) "
       "C-home C-pageup C-up pageup (0,0) pagedown down (11,0 top 10) select-all (0,0-99,2 top 90)");
-  // Two rows are centred among ten; more than fit have one row above them; the top row is as good as out of
-  // view.
+  // Two rows are centred; more than fit have one above them; the top row is as good as out of view.
   expectWalk(longRun(" 5 30 31 60 61 62 63 64 65 66 67 68 "),
              "next-difference (5,0) next-difference (30,0 top 26) next-difference (60,0 top 59) "
              "next-difference (5,0 top 1) previous-difference (60,0 top 59) "
