@@ -211,9 +211,9 @@ TEST(SummaryMap, EveryDifferenceShowsAndIsFoundAgain) {
     }
   }
   SummaryMap map;
-  map.update(modelOf(std::string(100, '=')), {134, 17, 16, 5});
-  EXPECT_EQ(map.caretMarker(50), (PixelRange{48, 53}));
-  EXPECT_EQ(map.rowAt(17 + 50), 50u);
+  map.update(modelOf(std::string(100, '=')), {234, 17, 16, 5});
+  EXPECT_EQ(map.caretMarker(50), (PixelRange{99, 104}));
+  EXPECT_EQ(map.rowAt(17 + 100), 50u);
 }
 
 TEST(SummaryMap, BandsHaveEdges) {

@@ -144,7 +144,7 @@ TEST_F(SettingsTest, HistoriesAreCutAndKnowWhetherCaseCounts) {
     store.SetNumber(list + "count", 60);
     for (int i = 0; i < 60; ++i) store.SetString(list + std::to_string(i), "n" + std::to_string(i));
   }
-  loaded();
+  EXPECT_EQ(loaded().leftFileHistory.Count(), 40);
   for (HistoryList* list : {&settings->leftFileHistory, &settings->excludeFilterHistory}) list->Add("N1");
   EXPECT_EQ(settings->leftFileHistory.entries().back(), "n39");
   EXPECT_EQ(settings->excludeFilterHistory.entries().back(), "n18");
