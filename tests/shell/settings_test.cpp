@@ -1,216 +1,249 @@
-#include "shell/settings.h"
+// What is remembered from one run to the next: settings, the names a user gave, and the boxes that offer
+// them.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <random>
+#include <set>
 
+#include "shell/name_box.h"
 #include "shell/settings_table.h"
-#include "tests/support/memory_values.h"
+#include "tests/support/random.h"
 
 namespace merivane {
 namespace {
 
-SystemFacts facts(std::string installed = "Courier") {
-  return {{0, 0, 1024, 740}, [installed](const char* face) { return face == installed; }};
+using namespace std::string_literals;
+using testing::ElementsAre;
+
+/// A key in memory.
+class MemoryValues final : public ValueStore {
+ public:
+  std::optional<std::string> read(const std::string& name) const override {
+    const auto found = values.find(name);
+    return found == values.end() ? std::nullopt : std::optional(found->second.second);
+  }
+  bool write(const std::string& name, ValueType type, std::string_view bytes) override {
+    if (!readOnly) values[name] = {type, std::string(bytes)};
+    return !readOnly;
+  }
+  bool writable() const override { return !readOnly; }
+
+  std::map<std::string, std::pair<ValueType, std::string>> values;
+  bool readOnly = false;
+};
+
+class SettingsTest : public testing::Test {
+ protected:
+  const Settings& loaded() {
+    LoadSettings(store, facts, settings.emplace());
+    return *settings;
+  }
+
+  MemoryValues values;
+  SettingsStore store{values};
+  std::set<std::string> fonts;
+  const SystemFacts facts{{0, 0, 1024, 740}, [this](const char* face) { return fonts.contains(face); }};
+  std::optional<Settings> settings;
+};
+
+TEST_F(SettingsTest, ValuesAreReadFromWhateverBytesThereAre) {
+  // The number is 99 where there are more than four bytes.
+  const std::tuple<std::string, std::string, int32_t> cases[] = {{"\x84\3\2\1", "\x84\3\2\1", 0x01020384},
+                                                                 {"7\0"s, "7", 0x37},
+                                                                 {"\1\0\xFF\xFF"s, "\1", -0xFFFF},
+                                                                 {"", "", 0},
+                                                                 {"true\0"s, "true", 99},
+                                                                 {"true"s, "true", 0x65757274},
+                                                                 {"a\0b\0c"s, "a", 99}};
+  for (const auto& [bytes, text, number] : cases) {
+    values.write("V", ValueType::text, bytes);
+    EXPECT_EQ(store.GetNumber("V", 99), number) << testing::PrintToString(bytes);
+    EXPECT_EQ(store.GetString("V"), text);
+    EXPECT_EQ(store.GetBool("V", true), text == "true") << testing::PrintToString(bytes);
+  }
+  EXPECT_TRUE(store.GetNumber("Absent", -5) == -5 && !store.GetString("Absent"));
+  EXPECT_TRUE(store.GetBool("Absent", true) && !store.GetBool("Absent", false));
+
+  EXPECT_TRUE(store.SetNumber("N", 0x12B45678) && store.SetString("T", "caf\xE9") &&
+              store.SetBool("B", true));
+  EXPECT_EQ(values.values["N"], std::pair(ValueType::number, "\x78\x56\xB4\x12"s));
+  EXPECT_EQ(values.values["T"], std::pair(ValueType::text, "caf\xE9\0"s));
+  EXPECT_EQ(store.GetString("B"), "true");
+
+  MemoryValues otherValues;
+  SettingsStore other(otherValues);
+  store.SetString("InstallDir", "here");
+  EXPECT_TRUE(InstallDir(store, other) == "here" && InstallDir(other, store) == "here");
+  values.readOnly = true;
+  EXPECT_FALSE(store.SetNumber("N", 1) || store.SetString("T", "x") || store.SetBool("B", false));
 }
 
 /// Which rows two records differ in.
-struct SameRow {
-  const Settings& a;
-  const Settings& b;
-
-  bool operator()(const HistorySetting& kind) const {
-    return (a.*kind.member).entries() == (b.*kind.member).entries();
-  }
-  bool operator()(const auto& kind) const { return a.*kind.member == b.*kind.member; }
-};
-
-std::vector<std::string> differences(const Settings& a, const Settings& b) {
-  std::vector<std::string> keys;
+std::set<std::string> differences(const Settings& a, const Settings& b) {
+  const auto same = [&](const auto& kind) {
+    if constexpr (std::is_same_v<decltype(kind), const HistorySetting&>) {
+      return (a.*kind.member).entries() == (b.*kind.member).entries();
+    } else {
+      return a.*kind.member == b.*kind.member;
+    }
+  };
+  std::set<std::string> keys;
   for (const SettingsRow& row : settingsRows()) {
-    if (!std::visit(SameRow{a, b}, row.kind)) keys.push_back(row.key);
+    if (!std::visit(same, row.kind)) keys.insert(row.key);
   }
   return keys;
 }
 
-/// Gives a row any value that may be saved.
-struct Randomizer {
-  Settings& settings;
-  std::mt19937& random;
-
-  int32_t number(int32_t from, int32_t to) const { return std::uniform_int_distribution(from, to)(random); }
-  std::string text(int32_t longest) const {
-    std::string result(static_cast<size_t>(number(0, longest)), '\0');
-    for (char& c : result) c = static_cast<char>(number(1, 255));
-    return result;
-  }
-  void operator()(const ColourSetting& kind) const { settings.*kind.member = random(); }
-  void operator()(const CustomColourSetting& kind) const {
-    for (Colour& colour : settings.*kind.member) colour = random();
-  }
-  void operator()(const BoolSetting& kind) const { settings.*kind.member = number(0, 1) == 1; }
-  void operator()(const NumberSetting& kind) const {
-    settings.*kind.member = number(kind.lowest, kind.highest);
-  }
-  void operator()(const TextSetting& kind) const { settings.*kind.member = text(255); }
-  void operator()(const HistorySetting& kind) const {
-    for (int i = number(1, 60); i > 0; --i) (settings.*kind.member).Add("x" + text(20));
-  }
-  void operator()(const PlacementSetting& kind) const {
-    const int32_t left = number(-900, 900), top = number(-700, 700);
-    settings.*kind.member = {
-        {left, top, left + number(901, 2000), top + number(701, 2000)}, true, number(0, 1) == 1};
-  }
-};
-
-TEST(Settings, TheFirstRunHasTheDefaults) {
-  MemoryValues values;
-  Settings loaded;
-  LoadSettings(SettingsStore(values), facts(), loaded);
-  EXPECT_THAT(differences(loaded, Settings()), testing::ElementsAre("FontFace"));
+TEST_F(SettingsTest, WhateverIsStoredLoadsAsSomethingThatCanBeSaved) {
+  EXPECT_EQ(differences(loaded(), Settings()), std::set{"FontFace"s});
   EXPECT_TRUE(values.values.empty());
-}
-
-TEST(Settings, WhatIsSavedIsLoaded) {
-  std::mt19937 random(1);
-  for (int i = 0; i < 100; ++i) {
-    Settings saved, loaded;
-    for (const SettingsRow& row : settingsRows()) std::visit(Randomizer{saved, random}, row.kind);
-    if (saved.compareQuick) saved.compareFull = false;
-    if (saved.haveIncludeFilter) saved.haveExcludeFilter = false;
-    MemoryValues values;
-    SettingsStore store(values);
-    SaveSettings(store, saved);
-    LoadSettings(store, facts(), loaded);
-    EXPECT_THAT(differences(loaded, saved), testing::IsEmpty());
-  }
-}
-
-TEST(Settings, NothingStoredCanLeaveTheRanges) {
-  struct Case {
-    const char* key;
-    int32_t Settings::*member;
-    int32_t lowest, highest, fallback;
-  };
-  const Case cases[] = {
-      {"TabStop", &Settings::tabStop, 1, 16, 4},
-      {"ShowLineNumbers", &Settings::showLineNumbers, 0, 2, 2},
-      {"FontSize", &Settings::fontSize, 1, 200, 8},
-      {"ExportHow", &Settings::exportHow, 0, 2, 0},
-      {"PrintScale", &Settings::printScale, 25, 100, 100},
-  };
-  for (const Case& c : cases) {
-    const int64_t numbers[] = {c.lowest, c.highest, c.lowest - 1, c.highest + 1, INT32_MIN, INT32_MAX};
-    for (const int64_t number : numbers) {
-      MemoryValues values;
-      SettingsStore store(values);
-      store.SetNumber(c.key, static_cast<int32_t>(number));
-      Settings loaded;
-      LoadSettings(store, facts(), loaded);
-      const bool inRange = number >= c.lowest && number <= c.highest;
-      EXPECT_EQ(loaded.*c.member, inRange ? number : c.fallback) << c.key << " " << number;
-    }
-  }
-  size_t ranged = 0;
-  for (const SettingsRow& row : settingsRows()) {
-    const auto* kind = std::get_if<NumberSetting>(&row.kind);
-    if (kind != nullptr && kind->highest != INT32_MAX) ++ranged;
-  }
-  EXPECT_EQ(ranged, std::size(cases));
-}
-
-TEST(Settings, ValuesOfAnyWrongShapeLoadAsSomethingValid) {
-  using namespace std::string_literals;
-  for (const std::string& bytes :
-       {""s, "\0"s, "true"s, "TRUE\0"s, "\xFF\xFF\xFF\xFF"s, std::string(1000, 'z')}) {
-    MemoryValues values;
-    SettingsStore store(values);
+  Random random(1);
+  std::string anyBytes;
+  for (int byte = 0; byte < 256; ++byte) anyBytes += static_cast<char>(byte);
+  std::set<std::string> everDifferent;
+  for (int round = 0; round < 200; ++round) {
     for (const SettingsRow& row : settingsRows()) {
       for (const char* end : {"", ".0", ".15", ".count"}) {
-        values.write(row.key + std::string(end), ValueType::text, bytes);
+        const std::string few = random.text(anyBytes, 4), many = random.text(anyBytes, 1000);
+        const auto number = static_cast<char>(random.below(60));
+        const std::string placement = formatPlacement({{-9, -5, 500, 10 * number}, true, true});
+        const std::string any[] = {"true\0"s, "false\0"s, few, many, placement, {number, '\0'}};
+        values.write(row.key + std::string(end), ValueType::text, any[random.below(6)]);
       }
     }
-    Settings loaded, again;
-    LoadSettings(store, facts(), loaded);
-    EXPECT_LE(loaded.findText.size(), 255u);
-    SaveSettings(store, loaded);
-    LoadSettings(store, facts(), again);
-    EXPECT_THAT(differences(again, loaded), testing::IsEmpty()) << testing::PrintToString(bytes);
+    Settings before, again;
+    LoadSettings(store, facts, before);
+    everDifferent.merge(differences(before, Settings()));
+    EXPECT_LE(before.findText.size(), 255u);
+    values.values.clear();
+    SaveSettings(store, before);
+    LoadSettings(store, facts, again);
+    EXPECT_EQ(differences(before, again), std::set<std::string>());
+  }
+  EXPECT_EQ(everDifferent.size(), settingsRows().size());
+}
+
+TEST_F(SettingsTest, NumbersStayInTheirRanges) {
+  const std::tuple<const char*, int32_t Settings::*, int32_t, int32_t> cases[] = {
+      {"TabStop", &Settings::tabStop, 1, 16},         {"ShowLineNumbers", &Settings::showLineNumbers, 0, 2},
+      {"FontSize", &Settings::fontSize, 1, 200},      {"ExportHow", &Settings::exportHow, 0, 2},
+      {"PrintScale", &Settings::printScale, 25, 100},
+  };
+  for (const auto& [key, member, lowest, highest] : cases) {
+    for (const int32_t number : {lowest, highest, lowest - 1, highest + 1, INT32_MIN, INT32_MAX}) {
+      store.SetNumber(key, number);
+      const bool inRange = number >= lowest && number <= highest;
+      EXPECT_EQ(loaded().*member, inRange ? number : Settings().*member) << key << " " << number;
+    }
   }
 }
 
-TEST(Settings, ChoicesThatShutEachOtherOutAreBothDropped) {
-  MemoryValues values;
-  SettingsStore store(values);
-  for (const char* key : {"CompareQuick", "CompareFull", "HaveIncludeFilter", "HaveExcludeFilter"}) {
-    store.SetBool(key, true);
+TEST_F(SettingsTest, HistoriesAreCutAndKnowWhetherCaseCounts) {
+  for (const std::string list : {"LeftFileHistory.", "ExcludeFilterHistory."}) {
+    store.SetNumber(list + "count", 60);
+    for (int i = 0; i < 60; ++i) store.SetString(list + std::to_string(i), "n" + std::to_string(i));
   }
-  for (const char* list : {"IncludeFilterHistory", "ExcludeFilterHistory"}) {
-    store.SetNumber(list + std::string(".count"), 2);
-    store.SetString(list + std::string(".0"), "*.cpp");
-    store.SetString(list + std::string(".1"), "*.CPP");
-  }
+  EXPECT_EQ(loaded().leftFileHistory.Count(), 40);
+  for (HistoryList* list : {&settings->leftFileHistory, &settings->excludeFilterHistory}) list->Add("N1");
+  EXPECT_EQ(settings->leftFileHistory.entries().back(), "n39");
+  EXPECT_EQ(settings->excludeFilterHistory.entries().back(), "n18");
+}
+
+TEST_F(SettingsTest, ChoicesThatShutEachOtherOutAreBothDropped) {
+  Settings both;
+  both.compareQuick = both.compareFull = both.haveIncludeFilter = both.haveExcludeFilter = true;
+  for (HistoryList* list : {&both.includeFilterHistory, &both.excludeFilterHistory}) list->Add("*.cpp");
+  SaveSettings(store, both);
   const auto flags = [&] {
-    Settings s;
-    LoadSettings(store, facts(), s);
-    EXPECT_EQ(s.includeFilterHistory.Count(), 2);
-    return std::vector<bool>{s.compareQuick, s.compareFull, s.haveIncludeFilter, s.haveExcludeFilter};
+    const Settings& s = loaded();
+    return std::vector{s.compareQuick, s.compareFull, s.haveIncludeFilter, s.haveExcludeFilter};
   };
-  EXPECT_THAT(flags(), testing::ElementsAre(false, false, false, false));
+  EXPECT_THAT(flags(), ElementsAre(false, false, false, false));
   store.SetBool("CompareQuick", false);
   store.SetBool("HaveExcludeFilter", false);
-  EXPECT_THAT(flags(), testing::ElementsAre(false, true, true, false));
-  // A filter that is on needs one to use.
-  store.SetBool("HaveIncludeFilter", false);
-  store.SetBool("HaveExcludeFilter", true);
-  store.SetNumber("ExcludeFilterHistory.count", 0);
-  EXPECT_THAT(flags(), testing::ElementsAre(false, true, false, false));
+  EXPECT_THAT(flags(), ElementsAre(false, true, true, false));
+  store.SetNumber("IncludeFilterHistory.count", 0);
+  EXPECT_THAT(flags(), ElementsAre(false, true, false, false)) << "a filter that is on needs one to use";
 }
 
-TEST(Settings, LongHistoriesAreCutWhenLoaded) {
-  MemoryValues values;
-  SettingsStore store(values);
-  for (const char* list : {"LeftFileHistory", "RightFolderHistory", "ExcludeFilterHistory"}) {
-    store.SetNumber(list + std::string(".count"), 60);
-    for (int i = 0; i < 60; ++i) store.SetString(list + ("." + std::to_string(i)), "n" + std::to_string(i));
-  }
-  Settings loaded;
-  LoadSettings(store, facts(), loaded);
-  EXPECT_EQ(loaded.leftFileHistory.entries().back(), "n39");
-  EXPECT_EQ(loaded.rightFolderHistory.Count(), 40);
-  EXPECT_EQ(loaded.excludeFilterHistory.Count(), 20);
-  loaded.leftFileHistory.Add("new");
-  EXPECT_EQ(loaded.leftFileHistory.Count(), 40);
-  EXPECT_EQ(loaded.leftFileHistory.entries().back(), "n38");
-}
-
-TEST(Settings, TheFirstInstalledFontOfTheListIsTaken) {
-  MemoryValues values;
-  SettingsStore store(values);
-  const auto face = [&](const SystemFacts& system) {
-    Settings loaded;
-    LoadSettings(store, system, loaded);
-    return loaded.fontFace;
-  };
-  EXPECT_EQ(face(facts("Lucida Console")), "Lucida Console");
-  EXPECT_EQ(face({{}, [](const char*) { return true; }}), "Andale Mono");
-  EXPECT_EQ(face(facts("Arial")), "Fixedsys");
+TEST_F(SettingsTest, DefaultsDependOnTheSystem) {
+  EXPECT_EQ(loaded().fontFace, "Fixedsys");
+  fonts = {"Courier", "Courier New"};
+  EXPECT_EQ(loaded().fontFace, "Courier New");
   store.SetString("FontFace", "Arial");
-  EXPECT_EQ(face(facts()), "Arial");
+  EXPECT_EQ(loaded().fontFace, "Arial");
+  store.SetString("SessionWindow", "0,1000,0,1100,64");  // off the screen
+  EXPECT_EQ(loaded().sessionWindow, Settings().sessionWindow);
 }
 
-TEST(Settings, AnOffScreenPlacementGivesWayToTheDefault) {
-  MemoryValues values;
-  SettingsStore store(values);
-  store.SetString("SessionWindow", "0,1000,0,1100,64");
-  store.SetString("CompareWindow", "1,1000,0,1100,64");
-  store.SetString("PreviewWindow", "1,0,0,64,64");
-  Settings loaded;
-  LoadSettings(store, facts(), loaded);
-  EXPECT_EQ(loaded.sessionWindow, (WindowPlacement{{50, 50, 500, 600}, true, false}));
-  EXPECT_EQ(loaded.compareWindow, WindowPlacement());
-  EXPECT_EQ(loaded.previewWindow, (WindowPlacement{{0, 0, 100, 100}, true, true}));
+struct CountingView final : HistoryView {
+  void refill(const HistoryList& list) override { shown = list.entries(), ++refills; }
+  std::vector<std::string> shown;
+  int refills = 0;
+};
+
+TEST(HistoryList, AddedNamesMoveToTheFront) {
+  HistoryList list;
+  CountingView view;
+  list.attach(view);
+  for (const char* name : {"a", "b", "", "c", "B", "b"}) list.Add(name);
+  EXPECT_THAT(view.shown, ElementsAre("B", "c", "a")) << "of the newest not even the case changes";
+  EXPECT_EQ(view.refills, 4);
+  list.Add(list.entries().back());
+  EXPECT_THAT(view.shown, ElementsAre("a", "B", "c"));
+  list.SetMaximum(2);
+  EXPECT_THAT(view.shown, ElementsAre("a", "B"));
+  list.detach(view);
+  list.SetMaximum(0);
+  for (int i = 0; i < 100; ++i) list.Add(std::to_string(i));
+  EXPECT_TRUE(list.Count() == 102 && list.First() == "99" && view.shown.size() == 2);
+}
+
+TEST_F(SettingsTest, MissingAndStaleNumbersOfAHistoryAreHarmless) {
+  for (const char* number : {"0", "1", "3", "4", "7"}) store.SetString(std::string("H.") + number, number);
+  HistoryList list;
+  list.SetName("H");
+  for (const auto& [count, loaded] : {std::pair(-1, 0), {INT32_MIN, 0}, {INT32_MAX, 5}, {5, 4}}) {
+    store.SetNumber("H.count", count);
+    list.Load(store);
+    EXPECT_EQ(list.Count(), loaded);
+  }
+  list.Save(store);
+  EXPECT_EQ(store.GetNumber("H.count", 0), 4);
+  EXPECT_EQ(store.GetString("H.3"), "4");
+}
+
+TEST(NameBox, TheShortestThenNewestNameCompletes) {
+  HistoryList list;
+  NameCompletion box;
+  EXPECT_EQ(box.onEdit("", list), std::nullopt);
+  for (const char* name : {"C:\\dir\\long.txt", "c:\\dir\\a.c", "C:\\DIR\\b.c", "D:\\x"}) list.Add(name);
+  EXPECT_EQ(box.onEdit("c:\\d", list), (Completion{1, 4, 10}));
+  EXPECT_EQ(box.onEdit("c:\\dir\\A", list), (Completion{2, 8, 10}));
+  EXPECT_EQ(box.onEdit("d:\\X", list), (Completion{0, 4, 4}));
+  EXPECT_EQ(box.onEdit("D:\\xy", list), std::nullopt);
+  // Nothing comes back that was deleted.
+  box.onKey(true);
+  EXPECT_EQ(box.onEdit("c:\\", list), std::nullopt);
+  box.onKey(false);
+  EXPECT_EQ(box.onEdit("C:\\dir\\l", list), (Completion{3, 8, 15}));
+  box.onCut();
+  EXPECT_EQ(box.onEdit("c:", list), std::nullopt);
+}
+
+TEST(NameBox, GoesUpNoHigherThanTheRootAndTakesDropsOfItsKinds) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"C:\\a\\b", "C:\\a"}, {"C:\\a\\b\\\\", "C:\\a"},
+      {"C:\\a", "C:\\"},     {"\\\\server\\share\\x", "\\\\server\\share"},
+      {"\\a", "\\"},         {"a\\b", "a"}};
+  for (const auto& [path, above] : cases) EXPECT_EQ(upOneFolder(path), above) << path;
+  for (const char* path : {"C:\\", "C:", "\\", "\\\\server\\share\\", "\\\\server", "a", "dir\\", ""}) {
+    EXPECT_EQ(upOneFolder(path), std::nullopt) << path;
+  }
+  EXPECT_TRUE(acceptsDrop(FileKind::file, kDropFiles) && !acceptsDrop(FileKind::file, kDropFolders));
+  EXPECT_TRUE(acceptsDrop(FileKind::folder, kDropFolders) && !acceptsDrop(FileKind::folder, kDropFiles));
+  EXPECT_FALSE(acceptsDrop(FileKind::none, kDropFiles | kDropFolders));
 }
 
 }  // namespace

@@ -1,202 +1,201 @@
 #include "tests/support/edit_run.h"
 
+#include <algorithm>
+#include <cstdio>
+#include <stdexcept>
+#include <tuple>
 #include <utility>
 
+#include "mergeview/editor.h"
+#include "mergeview/find.h"
 #include "mergeview/merge_commands.h"
-#include "mergeview/merge_rules.h"
 #include "mergeview/navigation.h"
 #include "mergeview/side_commands.h"
 #include "tests/support/comparison_oracle.h"
 
 namespace merivane {
+namespace {
 
-bool QuietHost::setClipboardText(std::string_view text) {
-  if (clipboard.assign(text)) return true;
-  reportOutOfMemory();
-  return false;
+struct EditCommand {
+  std::string_view name;
+  void (*run)(ViewState& view, UndoHistory& history);
+};
+
+using V = ViewState;
+using H = UndoHistory;
+constexpr auto kLine = BlockKind::line, kBlock = BlockKind::difference;
+
+constexpr EditCommand kCommands[] = {
+    {"enter", [](V& v, H& h) { Editor(v, h).characterInput('\r', 1, false); }},
+    {"backspace", [](V& v, H& h) { Editor(v, h).characterInput('\b', 1, false); }},
+    {"delete", [](V& v, H& h) { Editor(v, h).deleteForward(); }},
+    {"insert", [](V& v, H&) { v.toggleOverwrite(); }},
+    {"cut", [](V& v, H& h) { Editor(v, h).cut(); }},
+    {"copy", [](V& v, H& h) { Editor(v, h).copy(); }},
+    {"paste", [](V& v, H& h) { Editor(v, h).paste(); }},
+    {"delete-row", [](V& v, H& h) { Editor(v, h).deleteRow(); }},
+    {"delete-to-end", [](V& v, H& h) { Editor(v, h).deleteToLineEnd(); }},
+    {"undo", [](V&, H& h) { h.undo(); }},
+    {"redo", [](V&, H& h) { h.redo(); }},
+    {"copy-line-left", [](V& v, H& h) { copyBlock(v, h, kLine, 0); }},
+    {"copy-line-right", [](V& v, H& h) { copyBlock(v, h, kLine, 1); }},
+    {"copy-block-left", [](V& v, H& h) { copyBlock(v, h, kBlock, 0); }},
+    {"copy-block-right", [](V& v, H& h) { copyBlock(v, h, kBlock, 1); }},
+    {"delete-line", [](V& v, H& h) { deleteBlock(v, h, kLine); }},
+    {"delete-block", [](V& v, H& h) { deleteBlock(v, h, kBlock); }},
+    {"clip-line", [](V& v, H&) { blockToClipboard(v, kLine); }},
+    {"clip-block", [](V& v, H&) { blockToClipboard(v, kBlock); }},
+    {"select-all", [](V& v, H&) { selectAll(v); }},
+    {"switch-sides", [](V& v, H& h) { switchSides(v, h); }},
+    {"switch-pane", [](V& v, H&) { switchPane(v); }},
+    {"next-difference", [](V& v, H&) { goToNextDifference(v); }},
+    {"previous-difference", [](V& v, H&) { goToPreviousDifference(v); }},
+    {"find-next", [](V& v, H&) { findNext(v, {"AB"}); }},
+    {"find-previous", [](V& v, H&) { findPrevious(v, {"AB"}); }},
+};
+
+constexpr std::string_view kKeys[] = {"left", "right", "up", "down", "home", "end", "pageup", "pagedown"};
+
+}  // namespace
+
+void FakeHost::invalidateRows(RowRange rows, Panes panes) {
+  const int sides = panes == Panes::both ? 3 : 1 << static_cast<int>(panes);
+  for (size_t row = rows.begin; row < std::min<size_t>(rows.end, panes_.size()); ++row) {
+    panes_[row] = static_cast<uint8_t>(panes_[row] | sides);
+  }
 }
 
-bool QuietHost::clipboardText(ByteArray& text) {
-  if (text.assign(clipboard.view())) return true;
-  reportOutOfMemory();
-  return false;
+std::string FakeHost::takeRepaints() {
+  std::string repaints;
+  for (const uint8_t sides : std::exchange(panes_, {})) repaints += ".lrb"[sides];
+  repaints.erase(repaints.find_last_not_of('.') + 1);
+  return std::exchange(refreshed_, 0) > 0 ? "all" : repaints;
 }
 
-EditRun::EditRun(std::string_view left, std::string_view right, const CompareOptions& options)
-    : view_(std::make_unique<ViewState>(host_)), first_{std::string(left), std::string(right)} {
-  view_->setCompareOptions(options);
-  view_->resize(800, 160);
+EditRun::EditRun(std::string_view left, std::string_view right, const CompareOptions& options) {
+  view_.setCompareOptions(options);
+  view_.resize(2 * (8 + 320 + 10), 160);
+  load(left, right);
+  host_.takeRepaints();
+}
+
+std::string EditRun::text(int side) const {
+  const auto [head, tail] = view_.text(side).stretch(0, view_.text(side).size());
+  return std::string(head) + std::string(tail);
+}
+
+void EditRun::load(std::string_view left, std::string_view right, AfterComparison after) {
   FileComparison comparison;
-  if (comparison.documents[0].text.assign(left) && comparison.documents[1].text.assign(right) &&
-      compareTexts(left, right, options, nullptr, comparison.model) == Result::success) {
-    view_->take(std::move(comparison), AfterComparison::top);
+  if (!comparison.documents[0].text.assign(left) || !comparison.documents[1].text.assign(right) ||
+      compareTexts(left, right, view_.compareOptions(), nullptr, comparison.model) != Result::success) {
+    throw std::bad_alloc();
   }
+  view_.take(std::move(comparison), after);
+  first_ = std::string(left) + '#' + std::string(right);
+  swapped_ = std::string(right) + '#' + std::string(left);
 }
 
-void EditRun::step(const Choice& below) {
-  ViewState& view = *view_;
-  switch (below(8)) {
-    case 0: {
-      const uint32_t row = below(view.rowCount());
-      view.moveCaret(row, view.rowStart(view.activeSide(), row) + below(9), below(4) == 0);
-      break;
-    }
-    case 1:
-      pressKey(view, static_cast<Key>(below(8)), below(4) == 0, below(2) == 0);
-      break;
-    case 2:
-      if (below(2) == 0) switchPane(view);
-      if (below(2) == 0) goToNextDifference(view);
-      break;
-    case 3:
-      if (below(2) == 0) history_.undo();
-      if (below(3) == 0) history_.redo();
-      if (below(40) == 0) {
-        switchSides(view, history_);
-        std::swap(first_[0], first_[1]);
+void EditRun::press(std::string_view keys) {
+  while (!keys.empty()) {
+    std::string_view word = keys.substr(0, keys.find(' '));
+    keys.remove_prefix(std::min(keys.size(), word.size() + 1));
+    bool ctrl = false, shift = false;
+    for (; word.size() > 2 && word[1] == '-'; word.remove_prefix(2)) (word[0] == 'C' ? ctrl : shift) = true;
+    const auto key = std::find(std::begin(kKeys), std::end(kKeys), word);
+    const auto command = std::find_if(std::begin(kCommands), std::end(kCommands),
+                                      [word](const EditCommand& each) { return each.name == word; });
+    if (word.empty()) continue;
+    if (const size_t at = word.find('@'); at != std::string_view::npos) {
+      int x = 0, y = 0;
+      std::sscanf(std::string(word.substr(at)).c_str(), "@%d,%d", &x, &y);
+      if (word.starts_with("drag")) {
+        mouse_.drag(x, y);
+      } else {
+        mouse_.press(x, y, word[at - 1] - '0', shift);
       }
-      break;
-    case 4:
-      merge(below);
-      break;
-    default:
-      edit(below);
+    } else if (word.size() == 1) {
+      Editor(view_, history_).characterInput(word[0], 1, ctrl);
+    } else if (key != std::end(kKeys)) {
+      pressKey(view_, static_cast<Key>(key - kKeys), ctrl, shift);
+    } else if (command != std::end(kCommands)) {
+      command->run(view_, history_);
+    } else {
+      throw std::invalid_argument(std::string(word));
+    }
   }
 }
 
-void EditRun::edit(const Choice& below) {
-  constexpr std::string_view typed = "aab \t\r\r\b";
-  Editor editor(*view_, history_);
-  switch (below(12)) {
-    case 0:
-      editor.backspace();
-      break;
-    case 1:
-      editor.deleteForward();
-      break;
-    case 2:
-      editor.deleteRow();
-      break;
-    case 3:
-      editor.deleteToLineEnd();
-      break;
-    case 4:
-      editor.cut();
-      break;
-    case 5:
-      editor.copy();
-      break;
-    case 6:
-      editor.paste();
-      break;
-    case 7:
-      view_->toggleOverwrite();
-      break;
-    default:
-      editor.characterInput(typed[below(typed.size())], static_cast<int>(1 + below(2)), false);
-  }
-}
-
-void EditRun::merge(const Choice& below) {
-  const BlockKind kind = below(2) == 0 ? BlockKind::line : BlockKind::difference;
+void EditRun::step(const std::function<uint32_t(uint32_t bound)>& below) {
+  constexpr std::string_view often[] = {"a", "a", "b", "\t", "enter", "enter", "backspace", "undo", "redo"};
+  const uint32_t row = below(view_.rowCount());
   switch (below(4)) {
     case 0:
-      deleteBlock(*view_, history_, kind);
-      break;
+      return view_.moveCaret(row, view_.rowStart(view_.activeSide(), row) + below(9), below(4) == 0);
     case 1:
-      blockToClipboard(*view_, kind);
-      break;
+      return pressKey(view_, static_cast<Key>(below(8)), below(4) == 0, below(2) == 0);
+    case 2:
+      return press(kCommands[below(std::size(kCommands))].name);
     default:
-      copyBlock(*view_, history_, kind, static_cast<int>(below(2)));
+      return press(often[below(std::size(often))]);
   }
 }
 
-bool EditRun::mergeAll(int to, const Choice& below) {
-  const DiffModel& model = view_->model();
-  const uint32_t anyOrder = model.rowCount(), limit = 10 * (model.rowCount() + 10);
-  for (uint32_t done = 0; model.differingRows() > 0; ++done) {
-    if (done == limit) return false;
-    if (below(2) == 0) view_->activate(1 - view_->activeSide());
-    const auto next = [&model](uint32_t row, auto isSought) {
-      for (uint32_t i = 0; i < model.rowCount() && !isSought(model.status(row)); ++i) {
-        row = (row + 1) % model.rowCount();
-      }
-      return row;
-    };
-    uint32_t row = next(below(model.rowCount()), [](RowStatus status) { return status != RowStatus::same; });
-    // A last line without a line end gets one where it is copied before others, and is then a difference
-    // again. That can go round and round unless those others go first.
-    if (done >= anyOrder) row = next(row, [to](RowStatus status) { return fillerSide(status) == 1 - to; });
-    const bool copies = canCopyTo(to, false, model.status(row));
-    if (!copies) view_->activate(to);
-    view_->goToRow(row);
-    const BlockKind kind = below(2) == 0 ? BlockKind::line : BlockKind::difference;
-    if (copies) {
-      copyBlock(*view_, history_, kind, to);
-    } else {
-      deleteBlock(*view_, history_, kind);
-    }
-    if (!fault().empty()) return false;
+std::string EditRun::place() const {
+  const auto pair = [](uint32_t a, uint32_t b) { return std::to_string(a) + "," + std::to_string(b); };
+  const int side = view_.activeSide();
+  const uint32_t anchorRow = view_.rowOf(side, view_.anchor());
+  std::string place = pair(view_.caretRow(), view_.caretColumn());
+  if (view_.hasSelection()) {
+    place = pair(anchorRow, view_.anchor() - view_.rowStart(side, anchorRow)) + "-" + place;
   }
-  return true;
+  if (view_.topRow() > 0) place += " top " + std::to_string(view_.topRow());
+  if (view_.hScroll(side) > 0) place += " left " + std::to_string(view_.hScroll(side));
+  return place;
 }
 
 std::string EditRun::fault() const {
-  const ViewState& view = *view_;
-  const std::string rows = comparisonFault(view.model(), text(0), text(1), view.compareOptions());
-  if (!rows.empty()) return rows;
-  const int side = view.activeSide();
-  const uint32_t row = view.caretRow();
-  if (row >= view.rowCount()) return "the caret beyond the rows";
-  const uint32_t caret = view.caretPos(side);
-  if (caret < view.rowStart(side, row) || caret > view.rowEnd(side, row)) return "the caret outside its row";
-  const uint32_t column =
-      view.ruler().placeAtPosition(view.text(side), view.rowStart(side, row), caret).column;
-  if (column != view.caretColumn()) return "the caret in another column";
-  if (view.anchor() > view.text(side).size()) return "the anchor outside the text";
-  if (view.caretPos(1 - side) > view.text(1 - side).size()) return "the other caret outside its text";
-  if (view.topRow() > view.maxTopRow()) return "scrolled beyond the rows";
-  return {};
+  const DiffModel& model = view_.model();
+  std::string wrong = comparisonFault(model, text(0), text(1), view_.compareOptions());
+  if (!wrong.empty()) return wrong;
+  // So few rows are all compared anew, and therefore as if there had been no edit.
+  DiffModel fresh;
+  if (model.rowCount() <= 40) compareTexts(text(0), text(1), view_.compareOptions(), nullptr, fresh);
+  for (uint32_t i = 0; i < fresh.rowCount(); ++i) {
+    const auto row = [i](const DiffModel& m) {
+      return std::tuple(m.status(i), m.position(0, i), m.position(1, i));
+    };
+    if (i >= model.rowCount() || row(model) != row(fresh)) return "rows that are not those of the texts";
+  }
+  const int side = view_.activeSide();
+  const uint32_t row = view_.caretRow(), caret = view_.caretPos(side);
+  if (row >= view_.rowCount() || view_.topRow() > view_.maxTopRow()) return "beyond the rows";
+  const uint32_t start = view_.rowStart(side, row);
+  const uint32_t column = view_.ruler().placeAtPosition(view_.text(side), start, caret).column;
+  if (caret < start || caret > view_.rowEnd(side, row) || column != view_.caretColumn())
+    return "the caret's place";
+  if (view_.anchor() > view_.text(side).size()) return "the anchor outside the text";
+  return view_.caretPos(1 - side) > view_.text(1 - side).size() ? "the other caret outside its text" : "";
 }
 
 std::string EditRun::state() const {
-  const ViewState& view = *view_;
-  std::string state = text(0) + '#' + text(1) + '#';
-  for (uint32_t row = 0; row < view.rowCount(); ++row) {
-    state += static_cast<char>('0' + static_cast<int>(view.model().status(row)));
-    for (const int side : {0, 1}) state += ' ' + std::to_string(view.model().position(side, row));
-  }
-  for (const uint32_t number : {view.caretRow(), view.caretPos(0), view.caretPos(1), view.anchor()}) {
-    state += '#' + std::to_string(number);
-  }
-  for (const bool flag : {view.activeSide() == 1, history_.canUndo(), history_.canRedo(),
-                          history_.isModified(0), history_.isModified(1)}) {
+  std::string state = sideState(0) + '#' + sideState(1) + '#' + place();
+  for (const uint32_t number : {view_.caretPos(0), view_.caretPos(1)}) state += '#' + std::to_string(number);
+  for (const bool flag : {view_.activeSide() == 1, history_.canUndo(), history_.canRedo()})
     state += flag ? '+' : '-';
-  }
   return state;
 }
 
 std::string EditRun::undoAndRedoAll() {
-  while (history_.redo()) {
-    if (std::string wrong = fault(); !wrong.empty()) return "first redo: " + wrong;
-  }
-  const std::string last[2] = {text(0), text(1)};
-  const bool modified[2] = {history_.isModified(0), history_.isModified(1)};
-  while (history_.undo()) {
-    if (std::string wrong = fault(); !wrong.empty()) return "undo: " + wrong;
-  }
-  for (const int side : {0, 1}) {
-    if (text(side) != first_[side]) return "undoing does not lead back";
-    if (history_.isModified(side)) return "modified at the start";
-  }
-  while (history_.redo()) {
-    if (std::string wrong = fault(); !wrong.empty()) return "redo: " + wrong;
-  }
-  for (const int side : {0, 1}) {
-    if (text(side) != last[side]) return "redoing does not lead to the end";
-    if (history_.isModified(side) != modified[side]) return "another modified mark at the end";
-  }
-  return {};
+  std::string wrong;
+  const auto all = [&](bool (UndoHistory::*go)()) {
+    while (wrong.empty() && (history_.*go)()) wrong = fault();
+    return sideState(0) + '#' + sideState(1);
+  };
+  const std::string last = all(&UndoHistory::redo);
+  const std::string start = all(&UndoHistory::undo);
+  if (start != first_ && start != swapped_) wrong += " undoing does not lead back";
+  if (all(&UndoHistory::redo) != last) wrong += " redoing does not lead to the end";
+  return wrong;
 }
 
 }  // namespace merivane

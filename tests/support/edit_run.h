@@ -1,51 +1,78 @@
 #pragma once
 
+#include <array>
 #include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 
-#include "mergeview/editor.h"
+#include "mergeview/mouse_selection.h"
 #include "mergeview/undo_history.h"
 #include "mergeview/view_state.h"
-#include "tests/support/marked_view.h"
 
 namespace merivane {
 
-/// A host that needs no memory but for its clipboard, so that what fails is never the host.
-class QuietHost final : public ViewHost {
+/// Writes down what the view asks of its window. Needs no memory but for its clipboard, so that what fails is
+/// never the host.
+class FakeHost final : public ViewHost {
  public:
-  void invalidateRows(RowRange, Panes) override {}
-  void refreshAll() override {}
+  void invalidateRows(RowRange rows, Panes panes) override;
+  void refreshAll() override { ++refreshed_; }
   void panesMoved() override {}
   void updateScrollBars() override {}
   void caretMoved() override {}
-  void beep() override {}
-  bool setClipboardText(std::string_view text) override;
-  bool clipboardText(ByteArray& text) override;
+  void beep() override { ++beeps; }
+  bool setClipboardText(std::string_view text) override { return orReport(clipboard.assign(text)); }
+  bool clipboardText(ByteArray& text) override { return orReport(text.assign(clipboard.view())); }
   void reportOutOfMemory() override { ++outOfMemory; }
 
+  /// What was to be repainted since the last time: "all", or for each of the first rows "l" or "r" for a pane
+  /// of it, "b" for both and "." for none.
+  std::string takeRepaints();
+
   ByteArray clipboard;
-  int outOfMemory = 0;
+  int beeps = 0, outOfMemory = 0;
+
+ private:
+  bool orReport(bool done) { return outOfMemory += !done, done; }
+
+  std::array<uint8_t, 16> panes_{};  // a bit for each side
+  int refreshed_ = 0;
 };
 
-/// Two texts and the user at work on them.
+class FakeUndoOwner : public UndoOwner {
+ public:
+  void onHistoryChanged(bool modifiedChanged) override { modifiedChanges += modifiedChanged; }
+  void onUndone() override { ++undone; }
+
+  int modifiedChanges = 0, undone = 0;
+};
+
+/// Two texts and the user at work on them, in two panes of 320 by 160 pixels besides gutter and splitter: ten
+/// rows of 40 columns.
 class EditRun {
  public:
-  EditRun(std::string_view left, std::string_view right, const CompareOptions& options);
+  EditRun(std::string_view left, std::string_view right, const CompareOptions& options = {});
 
-  ViewState& view() { return *view_; }
+  ViewState& view() { return view_; }
   UndoHistory& history() { return history_; }
-  QuietHost& host() { return host_; }
-  std::string text(int side) const { return textOf(*view_, side); }
+  FakeHost& host() { return host_; }
+  const FakeUndoOwner& owner() const { return owner_; }
+  std::string text(int side) const;
+
+  /// Compares two other texts instead.
+  void load(std::string_view left, std::string_view right, AfterComparison after = AfterComparison::top);
+
+  /// Presses keys, separated by blanks, with "C-" and "S-" before those that Ctrl or Shift goes with: the
+  /// names of keys, characters to type, commands such as "undo", "copy-line-left" or "delete-block", and for
+  /// the mouse "click2@8,0", a double click at that point, or "drag@8,0".
+  void press(std::string_view keys);
 
   /// Does something that the user might do; `below(n)` chooses among n.
-  using Choice = std::function<uint32_t(uint32_t bound)>;
-  void step(const Choice& below);
+  void step(const std::function<uint32_t(uint32_t bound)>& below);
 
-  /// Copies to a side, or deletes on it, difference by difference until there is none. False when that does
-  /// not come to an end.
-  bool mergeAll(int to, const Choice& below);
+  /// The caret as "row,column", behind the row and offset of the anchor where that is elsewhere, and before
+  /// the top row and first column where the view has been scrolled.
+  std::string place() const;
 
   /// The first thing that is wrong with rows, counts, caret or anchor; an empty string if nothing is.
   std::string fault() const;
@@ -57,14 +84,14 @@ class EditRun {
   std::string undoAndRedoAll();
 
  private:
-  void edit(const Choice& below);
-  void merge(const Choice& below);
+  std::string sideState(int side) const { return text(side) + (history_.isModified(side) ? "*" : ""); }
 
-  QuietHost host_;
+  FakeHost host_;
   FakeUndoOwner owner_;
   UndoHistory history_{owner_};
-  std::unique_ptr<ViewState> view_;
-  std::string first_[2];
+  ViewState view_{host_};
+  MouseSelection mouse_{view_};
+  std::string first_, swapped_;
 };
 
 }  // namespace merivane

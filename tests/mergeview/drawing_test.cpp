@@ -1,0 +1,231 @@
+// What is drawn, and where: runs of characters and their colours, the ruler that measures lines, the split
+// between the panes, the arrows across it and the map in the summary bar.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "mergeview/diff_arrows.h"
+#include "mergeview/row_layout.h"
+#include "mergeview/summary_map.h"
+#include "tests/support/edit_run.h"
+#include "tests/support/random.h"
+#include "tests/support/row_pattern.h"
+
+namespace merivane {
+namespace {
+
+/// One line as both sides have it.
+RowLayout layOut(std::string_view line, const RowWindow& window, const ViewOptions& options = {}) {
+  EditRun run(line, line);
+  run.view().setOptions(options);
+  RowLayout layout;
+  layOutRow(run.view().source(0), 0, window, layout);
+  return layout;
+}
+
+TEST(RowLayout, CharactersShowByColumns) {
+  ViewOptions options;
+  options.showWhiteSpace = true;
+  const auto shown = [&options](std::string_view line) {
+    const RowLayout layout = layOut(line, {0, 320}, options);
+    EXPECT_EQ(layout.runs.size(), 1u);
+    EXPECT_EQ(layout.runs[0].right, 8 * static_cast<int32_t>(layout.text.size()));
+    EXPECT_EQ(layout.textEnd, layout.runs[0].right);
+    return layout.text;
+  };
+  EXPECT_EQ(shown("- -\n"), "-\xB7-\xB6");
+  EXPECT_EQ(shown("\tx\ty"), "\xBB   x\xBB  y");
+  EXPECT_EQ(shown("\x1B[\x01\xE9\x7F\r\tx"), "^[[^A\xE9\x7F^M\xBB  x");
+  options.showWhiteSpace = false;
+  options.tabStop = 16;
+  EXPECT_EQ(shown("a\tb c\n"), "a               b c ");
+}
+
+TEST(RowLayout, ChangedCharactersAndSidesHaveTheirColours) {
+  EditRun run("one two\nsame\nlast\n", "one tow\nsame\nxxxxxxxx\nlast\n");
+  ViewOptions options;
+  options.lineNumbers = LineNumbers::lines;
+  run.view().setOptions(options);
+  RowLayout layout;
+  const auto expect = [&](int side, uint32_t row, Colour background, const char* number) {
+    layOutRow(run.view().source(side), row, {0, 320}, layout);
+    EXPECT_TRUE(layout.background == background && layout.number == number) << side << ' ' << row;
+  };
+  using Runs = std::vector<TextRun>;
+  const Colour changed = 0xA6CAF0, empty = 0xF4F4F4;
+  expect(0, 0, changed, "1");
+  const TextRun same = {0, 5, 0, 40, 0, changed}, differs = {5, 6, 40, 48, 0xFFFFFF, 0x637990};
+  EXPECT_EQ(layout.runs, (Runs{same, differs, {6, 8, 48, 64, 0, changed}}));
+  expect(0, 2, empty, "");
+  EXPECT_TRUE(layout.runs.empty());
+  expect(1, 2, 0xF0CAA6, "3");
+  expect(0, 3, 0xFFFFFF, "3");
+
+  options.lineNumbers = LineNumbers::rows;
+  options.highlightChanges = options.colours.drawArrows = false;
+  run.view().setOptions(options);
+  run.view().documents().readOnly[0] = true;
+  expect(0, 3, 0xFFFFFF, "4");
+  expect(0, 0, empty, "1");
+  EXPECT_EQ(layout.runs, (Runs{{0, 8, 0, 64, 0x606060, empty}}));
+}
+
+TEST(RowLayout, OnlyWhatIsInViewIsLaidOut) {
+  const RowLayout cut = layOut("ab\tcd\1efghij\n", {3 * 8 + 4, 4 * 8});
+  EXPECT_EQ(cut.text, "  cd^A");  // the tab that began left of the view, and what ends right of it
+  EXPECT_EQ(cut.runs, (std::vector<TextRun>{{0, 6, -12, 36, 0, 0xFFFFFF}}));
+  EXPECT_EQ(cut.textEnd, 32);
+  // From and to a character, scrolled by some pixels, and what of that shows.
+  const std::tuple<uint32_t, uint32_t, int64_t, int32_t, int32_t> selections[] = {
+      {0, 0, 0, 0, 0},  {2, 4, 0, 16, 32}, {0, 9, 0, 0, 40},   {3, 100, 0, 24, 40}, {1, 7, 16, 0, 40},
+      {0, 1, 16, 0, 0}, {0, 3, 20, 0, 4},  {6, 9, 16, 32, 40}, {8, 9, 40, 24, 32},  {7, 8, 0, 40, 40},
+  };
+  for (const auto& [begin, end, scrollX, left, right] : selections) {
+    const RowLayout layout = layOut("abcdefgh\n", {scrollX, 40, begin, end});
+    EXPECT_TRUE(layout.selectionLeft == left && layout.selectionRight == right) << begin << ' ' << scrollX;
+  }
+}
+
+TEST(LineRuler, PlacesAgreeWithStepsOneByOne) {
+  Random random(3);
+  FontMetrics proportional;
+  proportional.fixedPitch = false;
+  for (size_t c = 0; c < 256; ++c) proportional.widths[c] = static_cast<uint16_t>(3 + c * 7 % 11);
+  for (const FontMetrics& font : {FontMetrics(), proportional}) {
+    const LineRuler ruler(font, 4, true);
+    std::string line(12000, 'x');
+    for (char& c : line) c = "xxxxxxxxxx\t\2 i\xFE"[random.below(15)];
+    TextBuffer text;
+    ASSERT_TRUE(text.insert(0, line.data(), static_cast<uint32_t>(line.size())));
+    ASSERT_TRUE(text.insert(5000, "yy", 2));  // the gap lies within the line
+    const uint32_t end = text.size();
+    for (LinePlace place{100}, next = place; place.position < end; place = next) {
+      const char c = text.charAt(place.position);
+      ruler.step(next, c);
+      if (place.position % 97 != 0 && next.position < end) continue;
+      std::string glyphs;
+      ruler.appendGlyphs(glyphs, c, place.column);
+      int32_t width = 0;
+      for (const char glyph : glyphs) width += font.widthOf(glyph);
+      ASSERT_EQ(next.x - place.x, width);
+      ASSERT_LE(width, ruler.widestCharacter());
+      ASSERT_EQ(next.column - place.column, glyphs.size());
+      const LinePlace found = ruler.placeAtPosition(text, 100, place.position);
+      ASSERT_TRUE(found.column == place.column && found.x == place.x);
+      for (int64_t x = place.x; x < next.x; ++x) {
+        ASSERT_EQ(ruler.placeBeforeX(text, 100, end, x).position, place.position);
+        const LinePlace& nearest = x - place.x < next.x - x ? place : next;
+        ASSERT_EQ(ruler.placeNearestX(text, 100, end, x).position, nearest.position);
+      }
+    }
+    EXPECT_EQ(ruler.placeNearestX(text, 100, end, 1 << 30).position, end);
+    EXPECT_EQ(ruler.placeNearestX(text, 100, end, -5).position, 100u);
+  }
+}
+
+TEST(Split, KeepsItsShareAndItsDistanceFromTheSides) {
+  Split split;
+  for (int32_t x = -50; x <= 1100; ++x) {
+    split.setFromX(x, 1000);
+    ASSERT_EQ(split.splitX(), std::clamp(x, 100, 900));
+  }
+  const auto in = [&split](int32_t width) { return split.recompute(width), split.splitX(); };
+  EXPECT_EQ(in(2000), 1801);  // the middle of pixel 900 of 1000
+  EXPECT_EQ(in(150), 100) << "the left limit wins";
+  FontMetrics font;
+  font.resolutionX = 144;
+  EXPECT_EQ(gutterWidth(LineNumbers::rows, 999, font), 3 * 8 + 18);
+  EXPECT_EQ(paneEdges(1, 500, 1000, 8, font), (PaneEdges{515, 523, 1000}));
+}
+
+TEST(DiffArrows, PointFromTheSideThatHasTheLines) {
+  using Corners = std::vector<GapPoint>;
+  GapWindow gap = {100, 120, 100, 10, 0};
+  RowColours colours;
+  const auto arrows = diffArrows(modelOf("=<<>=!!="), colours, gap);
+  const std::pair<Corners, Colour> expected[] = {
+      {{{100, 10}, {110, 10}, {120, 20}, {110, 30}, {100, 30}}, colours.left},
+      {{{120, 30}, {110, 30}, {100, 35}, {110, 40}, {120, 40}}, colours.right},
+      {{{100, 50}, {120, 50}, {120, 70}, {100, 70}}, colours.changed}};
+  ASSERT_EQ(arrows.size(), 3u);
+  for (size_t i = 0; i < 3; ++i) EXPECT_EQ(std::pair(arrows[i].corners, arrows[i].colour), expected[i]);
+
+  // The view shows rows 5 to 14 of a difference in rows 2 to 21.
+  gap.topRow = 5;
+  const auto high = diffArrows(modelOf("==<<<<<<<<<<<<<<<<<<<<==<"), colours, gap);
+  ASSERT_EQ(high.size(), 1u);  // the last one is not in view
+  EXPECT_EQ(high[0].corners, (Corners{{100, -30}, {110, -30}, {120, 70}, {110, 170}, {100, 170}}));
+  gap.topRow = 20000;
+  const int32_t top = diffArrows(modelOf(std::string(50000, '<')), colours, gap)[0].corners[0].y;
+  EXPECT_TRUE(top < -5000 && top > -100000) << "far off, and in pixels that can be drawn";
+  colours.drawArrows = false;
+  EXPECT_TRUE(diffArrows(modelOf("<!>"), colours, gap).empty());
+}
+
+std::string shown(const SummaryMap& map) {
+  std::string bands;
+  for (const RowStatus status : map.pixels()) bands += "=<>!"[static_cast<int>(status)];
+  return bands;
+}
+
+TEST(SummaryMap, RowsInViewKeepTheirHeightAndMoreFillTheTrack) {
+  SummaryMap map;
+  map.update(modelOf("=<!="), {500, 17, 3, 20});
+  EXPECT_TRUE(map.mapTop() == 0 && shown(map) == "===<<<!!!===");
+  const SummaryMap::Geometry geometry{38, 17, 16, 2};
+  map.update(modelOf("=<>!=<>="), geometry);
+  EXPECT_TRUE(map.mapTop() == 17 && shown(map) == "=>!>") << "the last difference wins a line";
+  map.update(modelOf("========"), geometry);
+  EXPECT_EQ(shown(map), "=>!>") << "kept until told";
+  map.rowsChanged();
+  map.update(modelOf("========"), geometry);
+  EXPECT_EQ(shown(map), "====");
+  map.update(modelOf("=<>!=<>="), {20, 17, 16, 2});
+  EXPECT_TRUE(map.mapHeight() == 0 && map.rowAt(18) == 7);
+}
+
+TEST(SummaryMap, EveryDifferenceShowsAndIsFoundAgain) {
+  Random random(5);
+  for (int round = 0; round < 300; ++round) {
+    std::string rows(1 + random.below(500), '=');
+    for (char& row : rows) row = random.below(20) == 0 ? "<>!"[random.below(3)] : '=';
+    SummaryMap map;
+    map.update(modelOf(rows), {static_cast<int32_t>(40 + random.below(400)), 17, 16, random.below(30)});
+    const int32_t top = map.mapTop(), height = map.mapHeight();
+    std::string expected(static_cast<size_t>(height), '=');
+    int32_t reached = 0;
+    for (uint32_t row = 0; row < rows.size(); ++row) {
+      const PixelRange lines = map.pixelsOf(row), marker = map.caretMarker(row);
+      ASSERT_TRUE(lines.begin < lines.end && lines.begin <= reached && lines.end >= reached);
+      if (rows[row] != '=') std::fill(&expected[lines.begin], &expected[lines.end], rows[row]);
+      reached = lines.end;
+      ASSERT_TRUE(marker.begin <= lines.begin && marker.end >= lines.end && marker.end <= height);
+      ASSERT_TRUE(height < 5 || (marker.begin >= 0 && marker.end - marker.begin >= 5));
+    }
+    ASSERT_EQ(reached, height);
+    ASSERT_EQ(shown(map), expected);
+    for (int32_t y = -1; y <= height; ++y) {
+      const PixelRange lines = map.pixelsOf(map.rowAt(top + y));
+      ASSERT_TRUE(lines.begin <= std::max(y, 0) && y <= lines.end);
+    }
+  }
+  SummaryMap map;
+  map.update(modelOf(std::string(100, '=')), {234, 17, 16, 5});
+  EXPECT_EQ(map.caretMarker(50), (PixelRange{99, 104}));
+  EXPECT_EQ(map.rowAt(17 + 100), 50u);
+}
+
+TEST(SummaryMap, BandsHaveEdges) {
+  // The face is C0C0C0, a quarter of which is 30.
+  const Colour face = 0xC0C0C0, left = 0x788678, changed = 0x6B7D90;
+  const auto same = RowStatus::same, one = RowStatus::leftOnly, three = RowStatus::changed;
+  const RowStatus pixels[] = {one, one, same, same, same, three, same, one, three};
+  const std::vector<SummaryLine> lines = {{left, left},       {left, 0xC0DCC0},   {left, left},
+                                          {face, face},       {changed, changed}, {changed, 0xA6CAF0},
+                                          {changed, changed}, {left, 0xC0DCC0},   {changed, changed}};
+  EXPECT_EQ(summaryLines(pixels, {}, face), lines);
+}
+
+}  // namespace
+}  // namespace merivane

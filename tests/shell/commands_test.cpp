@@ -1,0 +1,163 @@
+// What the program can be told to do: by its command line, its menus and its tool bar.
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "base/texts.h"
+#include "shell/command_line.h"
+#include "shell/command_table.h"
+#include "shell/icon_drawing.h"
+#include "shell/menu_state.h"
+#include "tests/support/memory_files.h"
+
+namespace merivane {
+namespace {
+
+TEST(CommandLine, ArgumentsArePartedAsTheSystemPartsThem) {
+  const std::pair<const char*, std::vector<std::string>> cases[] = {
+      {" \t ", {}},
+      {"a b\tc", {"a", "b", "c"}},
+      {R"("C:\a b\c.txt"  "d")", {R"(C:\a b\c.txt)", "d"}},
+      {R"(C:\dir\ "C:\dir\\" x)", {R"(C:\dir\)", R"(C:\dir\)", "x"}},
+      {R"("a\"b" c\"d)", {R"(a"b)", R"(c"d)"}},
+      {R"("a\\\"b" \\\\server)", {R"(a\"b)", R"(\\\\server)"}},
+      {R"(a" b"c "d""e f")", {"a bc", R"(d"e f)"}},
+      {R"("" x "")", {"", "x", ""}},
+      {R"("open end\)", {R"(open end\)"}},
+  };
+  for (const auto& [line, arguments] : cases) EXPECT_EQ(splitArguments(line), arguments) << line;
+}
+
+TEST(CommandLine, WhatIsAskedForIsDoneOrSaid) {
+  MemoryFiles files;
+  files.files = {{"a", {}}, {"b", {}}, {"-c", {}}};
+  files.files["d"].kind = files.files["e"].kind = FileKind::folder;
+  files.files["con"].kind = FileKind::other;
+  const std::string help = text(TextId::commandLineHelp), notFound = "Could not find the file or folder:\n";
+  const std::pair<std::vector<std::string>, std::string> cases[] = {
+      {{}, "0: , "},
+      {{"a"}, "1: C:\\a, "},
+      {{"b", "-c"}, "2: C:\\b, C:\\-c"},
+      {{"/?"}, help},
+      {{"a", "missing", "-?", "/x"}, help},
+      {{"a", "/x", "-y", "b", "b"}, "Unknown option:\n/x\n\n" + help},
+      {{"a", "b", "missing"}, text(TextId::tooManyPaths) + ("\n\n" + help)},
+      {{"a", "missing\\%1"}, notFound + "missing\\%1"},
+      {{"", "a"}, notFound},
+      {{"con"}, notFound + "con"},
+      {{"a", "d"}, "A file cannot be compared with a folder:\na\nd\n\n" + help},
+      {{"d", "e"}, text(TextId::foldersNotYet) + ("\n\n" + help)},
+  };
+  for (const auto& [arguments, answer] : cases) {
+    const auto [kind, paths, message] =
+        readArguments(arguments, files, [](const auto& path) { return "C:\\" + path; });
+    const std::string opens = std::to_string(static_cast<int>(kind)) + ": " + paths[0] + ", " + paths[1];
+    EXPECT_EQ(kind == StartAction::Kind::message ? message : opens, answer);
+  }
+}
+
+using Commands = std::set<Command>;
+
+Commands enabled(const WindowFacts& window, const Settings& settings) {
+  Commands result;
+  for (const CommandRow& row : commandRows()) {
+    if (commandState(row.id, window, settings).enabled) result.insert(row.id);
+  }
+  return result;
+}
+
+TEST(MenuState, EachFactDecidesAboutItsOwnCommands) {
+  using enum Command;
+  // A window in which everything can be done.
+  WindowFacts busy;
+  busy.textWindows = 1;
+  busy.modified[1] = busy.canUndo = busy.canRedo = true;
+  busy.hasSelection = busy.clipboardHasText = busy.hasDifferences = true;
+  busy.caretRow = RowStatus::changed;
+  Settings some;
+  some.findText = "x";
+  const Commands all = enabled(busy, some);
+  for (const CommandRow& row : commandRows()) EXPECT_EQ(all.contains(row.id), row.implemented) << int(row.id);
+
+  using W = WindowFacts;
+  using S = Settings;
+  const Commands copies = {copyLineLeft, copyDiffLeft, copyLineRight, copyDiffRight};
+  const std::pair<void (*)(W&, S&), Commands> cases[] = {
+      {[](W& w, S&) { w.modified[1] = false; }, {saveAll}},
+      {[](W& w, S&) { w.canUndo = false; }, {undo}},
+      {[](W& w, S&) { w.canRedo = false; }, {redo}},
+      {[](W& w, S&) { w.hasSelection = false; }, {cut, copy}},
+      {[](W& w, S&) { w.clipboardHasText = false; }, {paste}},
+      {[](W& w, S&) { w.hasDifferences = false; }, {prevDiff, nextDiff}},
+      {[](W& w, S&) { w.readOnly[1] = true; }, {replaceRight, copyLineRight, copyDiffRight}},
+      {[](W& w, S&) { w.readOnly[0] = true; },
+       {replaceLeft, copyLineLeft, copyDiffLeft, cut, paste, deleteText, deleteLine, deleteDiff}},
+      {[](W& w, S&) { w.caretRow = RowStatus::same; }, copies},
+      {[](W& w, S&) { w.caretRow = std::nullopt; }, copies},
+      {[](W& w, S&) { w.caretRow = RowStatus::rightOnly; },
+       {copyLineRight, copyDiffRight, deleteLine, deleteDiff}},
+      {[](W& w, S&) { w.caretRow = RowStatus::leftOnly, w.activeSide = 1; },
+       {copyLineLeft, copyDiffLeft, deleteLine, deleteDiff}},
+      {[](W&, S& s) { s.findText.clear(); }, {findNext, findPrev}},
+      {[](W&, S& s) { s.reUseFileWindow = true; }, {newTextWindow}},
+  };
+  for (const auto& [change, greyed] : cases) {
+    WindowFacts window = busy;
+    Settings settings;
+    settings.findText = "x";
+    change(window, settings);
+    Commands left = all;
+    for (const Command id : greyed) left.erase(id);
+    EXPECT_EQ(enabled(window, settings), left) << int(*greyed.begin());
+  }
+}
+
+TEST(MenuState, MarksFollowTheSettingsAndPaneMenusTheRow) {
+  using enum Command;
+  Settings settings;
+  settings.viewSummary = settings.syncScroll = false;
+  for (const Command on : {viewToolBar, viewStatusBar}) {
+    EXPECT_EQ(commandState(on, {}, settings), (CommandState{true, true, false}));
+  }
+  for (const Command off : {viewSummary, showWhiteSpace, syncScrolling}) {
+    EXPECT_EQ(commandState(off, {}, settings), (CommandState{true, false, false}));
+  }
+  const Command numbers[] = {lineNumbersVirtual, lineNumbersReal, lineNumbersNone};
+  for (int i = 0; i < 9; ++i) {
+    settings.showLineNumbers = i / 3;
+    EXPECT_EQ(commandState(numbers[i % 3], {}, settings), (CommandState{true, i % 3 == i / 3, true}));
+  }
+  using enum PaneMenu;
+  const PaneMenu menus[4][2] = {
+      {deleteOnly, deleteOnly}, {copyRight, plain}, {plain, copyLeft}, {copyRight, copyLeft}};
+  for (int i = 0; i < 8; ++i)
+    EXPECT_EQ(paneMenu(static_cast<RowStatus>(i / 2), i % 2), menus[i / 2][i % 2]) << i;
+}
+
+TEST(CommandTable, EveryCommandIsFoundAndExplained) {
+  for (const CommandRow& row : commandRows()) {
+    EXPECT_EQ(findCommand(row.id), &row) << "the table is searched by halves";
+    EXPECT_STRNE(commandHelp(row.id), "") << int(row.id);
+  }
+  EXPECT_STREQ(commandHelp(static_cast<Command>(4)), "") << "a text, but no command";
+  EXPECT_EQ(commandTip(Command::save), "Save the file (Ctrl+S)");
+  EXPECT_EQ(commandTip(Command::browseLeftFile), "Choose left file");
+}
+
+TEST(IconDrawing, EveryIconIsItsOwnPicture) {
+  std::set<std::vector<uint32_t>> seen;
+  for (int icon = 0; icon < 2 * kIconCount; ++icon) {
+    const auto pixels = drawIcon(static_cast<IconId>(icon % kIconCount), 24, icon >= kIconCount);
+    EXPECT_TRUE(seen.insert(pixels).second) << icon;
+    uint32_t covered = 0;
+    for (const uint32_t pixel : pixels) {
+      covered += pixel >> 24;
+      for (const int shift : {0, 8, 16}) ASSERT_LE(pixel >> shift & 255, pixel >> 24) << "not multiplied";
+    }
+    EXPECT_TRUE(covered > 255 * 24 * 24 / 10 && covered < 255 * 24 * 24 / 10 * 9) << icon;
+  }
+}
+
+}  // namespace
+}  // namespace merivane

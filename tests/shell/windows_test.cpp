@@ -1,0 +1,189 @@
+// The rules of windows: where they open, what is laid out in them, which of them a comparison goes to, what
+// their titles say and what is asked before they close.
+
+#include <gtest/gtest.h>
+
+#include "engine/diff_model.h"
+#include "shell/close_rules.h"
+#include "shell/frame_layout.h"
+#include "shell/status_text.h"
+#include "shell/window_list.h"
+#include "shell/window_placement.h"
+#include "shell/window_title.h"
+
+namespace merivane {
+namespace {
+
+constexpr ScreenRect kWorkArea = {0, 0, 1024, 740};
+
+TEST(WindowPlacement, WhatIsReadMustBeWholeAndTouchTheScreen) {
+  const std::pair<const char*, ScreenRect> accepted[] = {
+      {"1,fffffffc,-4,64,C8", {-4, -4, 100, 200}}, {"1, A,+b,0x64,64 and more", {10, 11, 100, 100}},
+      {"1,400,0,500,64", {1024, 0, 1280, 100}},    {"1,0,2e4,64,300", {0, 740, 100, 768}},
+      {"1,ffffff9c,0,0,64", {-100, 0, 0, 100}},    {"1,0,ffffff9c,64,0", {0, -100, 100, 0}},
+  };
+  for (const auto& [text, rect] : accepted) {
+    EXPECT_EQ(parsePlacement(text, kWorkArea), (WindowPlacement{rect, true, true})) << text;
+  }
+  EXPECT_FALSE(parsePlacement("2,a,a,64,64", kWorkArea).maximized);
+  for (const char* text :
+       {"", "1,a,a,64", "1,a,a,64,", "1;a;a;64;64", "1,a,a ,64,64", "g,a,a,64,64", "1,10,10,10,40",
+        "1,10,40,20,10", "1,401,0,500,64", "1,0,2e5,64,300", "1,ffffff9c,0,ffffffff,64",
+        "1,0,ffffff9c,64,ffffffff", "1,80000000,80000000,80000000,80000000"}) {
+    EXPECT_EQ(parsePlacement(text, kWorkArea), WindowPlacement()) << text;
+  }
+  EXPECT_EQ(formatPlacement({{-4, 0, 500, 600}, true, true}), "1,fffffffc,0,1f4,258");
+  EXPECT_EQ(formatDialogPosition({-1, 740}), "ffffffff,2e4");
+  EXPECT_EQ(parseDialogPosition("ffffffff,2e4", kWorkArea), (ScreenPoint{-1, 740}));
+  EXPECT_EQ(parseDialogPosition("400,10", kWorkArea), (ScreenPoint{1024, 16}));
+  EXPECT_FALSE(parseDialogPosition("401,0", kWorkArea) || parseDialogPosition("0,2e5", kWorkArea));
+}
+
+TEST(WindowPlacement, WindowsOpenWhereTheyWereAndFurtherOnesAStepAway) {
+  WindowPlacement placement;
+  EXPECT_EQ(newWindowRect(placement, true, kWorkArea), NewWindowRect());
+  capturePlacement({{0, 0, 1024, 740}, true, false}, placement);
+  EXPECT_EQ(placement, (WindowPlacement{WindowPlacement().rect, false, true}));
+  capturePlacement({{10, 20, 510, 420}, false, false}, placement);
+  EXPECT_EQ(placement, (WindowPlacement{{10, 20, 510, 420}, true, false}));
+  capturePlacement({{-32000, -32000, -31900, -31900}, false, true}, placement);
+  capturePlacement({{0, 0, 1024, 740}, true, false}, placement);
+  EXPECT_EQ(placement, (WindowPlacement{{10, 20, 510, 420}, true, true}));
+
+  EXPECT_EQ(newWindowRect(placement, false, kWorkArea), (NewWindowRect{10, 20, 500, 400}));
+  placement.rect = {474, 290, 974, 690};
+  EXPECT_EQ(newWindowRect(placement, true, kWorkArea), (NewWindowRect{524, 340, 500, 400}));
+  for (const ScreenRect& rect : {ScreenRect{475, 20, 975, 420}, {10, 291, 510, 691}}) {
+    EXPECT_EQ(newWindowRect({rect, true, false}, true, kWorkArea), (NewWindowRect{0, 0, 500, 400}));
+  }
+}
+
+TEST(FrameLayout, NothingOverlapsOrLeavesTheWindowAndBarsFollowThePanes) {
+  // Also where hidden bars take no room.
+  for (const auto& [width, bar, at] :
+       {std::tuple(400, 22, 100), {400, 0, 283}, {3840, 22, 1900}, {3840, 22, 3701}}) {
+    SCOPED_TRACE(testing::Message() << width << " with " << bar << " at " << at);
+    const FrameMetrics metrics = {width, 480, bar, bar, 24, 4, 17, 17, bar};
+    const auto [view, summary] = layOutView(metrics);
+    const SplitLayout split = layOutSplit(metrics, at - 10, at + 10);
+    std::vector<Area> areas = {view, summary, split.thumb};
+    for (const auto& pair : {split.nameBox, split.browse, split.upOneFolder, split.scrollBar}) {
+      areas.insert(areas.end(), {pair[0], pair[1]});
+    }
+    for (const Area& a : areas) {
+      EXPECT_TRUE(a.left >= 0 && a.top >= bar && a.right() <= width && a.bottom() <= 480 - bar) << a.left;
+      for (const Area& b : areas) {
+        const bool beside = a.left >= b.right() || b.left >= a.right();
+        EXPECT_TRUE(&a == &b || beside || a.top >= b.bottom() || b.top >= a.bottom()) << a.left;
+      }
+    }
+    EXPECT_EQ(view, (Area{0, bar + 32, width - bar, 480 - bar - 17 - bar - 32}));
+    EXPECT_EQ(summary, (Area{width - bar, view.top, bar, view.height}));
+    EXPECT_EQ(split.thumb, (Area{at - 10, view.bottom(), 20, 17}));
+    EXPECT_TRUE(split.scrollBar[0].right() == at - 10 && split.upOneFolder[0].right() == at - 10);
+    EXPECT_EQ(split.scrollBar[1], (Area{at + 10, view.bottom(), width - bar - 17 - at - 10, 17}));
+    EXPECT_EQ(split.nameBox[1].left, at + 10);
+  }
+}
+
+TEST(WindowList, AComparisonFindsItsWindow) {
+  const std::vector<ListedWindow> none, used = {{1, false}, {2, false}},
+                                        fresh = {{1, false}, {2, true}, {3, true}};
+  using Window = std::optional<WindowId>;
+  const std::tuple<std::vector<ListedWindow>, WindowChoice, Window, Window> cases[] = {
+      // Target, force and reuse, and the windows that texts and folders go to, if not to new ones.
+      {none, {{}, false, true}, {}, {}}, {none, {9, true, true}, 9, {}},   {used, {{}, false, false}, {}, {}},
+      {used, {{}, false, true}, 1, 1},   {used, {{}, true, true}, {}, {}}, {used, {9, false, true}, 9, 9},
+      {fresh, {{}, false, false}, 2, 2}, {fresh, {{}, true, true}, 2, {}},
+  };
+  for (const auto& [windows, choice, text, folder] : cases) {
+    EXPECT_EQ(chooseTextWindow(windows, choice), text);
+    EXPECT_EQ(chooseFolderWindow(windows, choice), folder);
+  }
+}
+
+TEST(WindowList, TheMenuListsFoldersThenTexts) {
+  using Kind = WindowMenuItem::Kind;
+  const MenuWindow folders[] = {{"old", false}, {"A & B", true}};
+  const std::vector<WindowMenuItem> items = {{Kind::command, static_cast<Command>(59000), "old", false},
+                                             {Kind::command, static_cast<Command>(59001), "A && B", true},
+                                             {},
+                                             {Kind::placeholder, {}, "(no text windows)", false}};
+  EXPECT_EQ(windowMenuItems(folders, {}), items);
+  const auto full = windowMenuItems({}, std::vector<MenuWindow>(600));
+  EXPECT_TRUE(full.size() == 502 && full.back().command == static_cast<Command>(59999));
+  EXPECT_EQ(full.front().text, "(no folder windows)");
+  const auto place = [](int number) { return listedPlace(static_cast<Command>(number)); };
+  EXPECT_FALSE(place(58999) || place(60000));
+  EXPECT_TRUE(place(59000) == (ListedPlace{false, 0}) && place(59499) == (ListedPlace{false, 499}));
+  EXPECT_TRUE(place(59500) == (ListedPlace{true, 0}) && place(59999) == (ListedPlace{true, 499}));
+}
+
+TEST(WindowList, OnlyPairsOfAKindAreCompared) {
+  using enum FileKind;
+  using Kinds = std::vector<FileKind>;
+  EXPECT_EQ(textWindowDrop(Kinds{file}), TextWindowDrop::intoNameBox);
+  EXPECT_EQ(textWindowDrop(Kinds{file, file}), TextWindowDrop::compareFiles);
+  EXPECT_EQ(textWindowDrop(Kinds{folder, folder}), TextWindowDrop::compareFolders);
+  for (const Kinds& items : {Kinds(), {file, folder}, {none, none}, {file, file, file}}) {
+    EXPECT_EQ(textWindowDrop(items), TextWindowDrop::nothing) << items.size();
+  }
+}
+
+TEST(WindowTexts, TellTheNamesOfBothSidesAndThePlaceOfTheCaret) {
+  const TitleSide none, typedFolder{"", "C:\\dir\\", false}, typed{"", "100%1.txt", false},
+      badName{"", "a?b", true}, saved{"C:\\x\\a.c", "C:\\typed.c", true};
+  EXPECT_EQ(windowTitle({none, saved}), "Merivane - [<no file>, a.c*]");
+  EXPECT_EQ(windowTitle({typed, badName}), "Merivane - [100%1.txt, <no file>*]");
+  EXPECT_EQ(windowTitle({typedFolder, typed}), "Merivane - [<no file>, 100%1.txt]");
+  EXPECT_EQ(caretText(0, 0, 0), "Virt 1, Ln 1, Col 1");
+  EXPECT_EQ(caretText(41, kNoLine, 6), "Virt 42, Ln 0, Col 7") << "a filler";
+}
+
+/// Answers as told and writes down what it was asked to do.
+struct ScriptedWindow final : ClosingWindow {
+  TitleSide side(int side) override { return sides[side]; }
+  CloseAnswer ask(const std::string& question) override {
+    log += question + "\n";
+    return answers[asked++];
+  }
+  bool save(int side, const std::string& path) override {
+    log += "save " + std::to_string(side) + " " + path + "\n";
+    return saves;
+  }
+  bool saveAs(int side, const char* title) override { return save(side, title); }
+
+  TitleSide sides[2] = {{"C:\\l.txt", "", true}, {"", "typed?", true}};
+  std::vector<CloseAnswer> answers;
+  bool saves = true;
+  size_t asked = 0;
+  std::string log;
+};
+
+TEST(Closing, AsksForEachSideInTurn) {
+  using enum CloseAnswer;
+  const std::string left = "Save changes to C:\\l.txt?\n", right = "Save changes to typed??\n",
+                    saveLeft = "save 0 C:\\l.txt\n", saveRight = "save 1 Save Right File\n";
+  // What is answered, whether saving succeeds, and whether the window closes.
+  const std::tuple<std::vector<CloseAnswer>, bool, bool, std::string> cases[] = {
+      {{no, no}, true, true, left + right},   {{no, cancel}, true, false, left + right},
+      {{cancel}, true, false, left},          {{yes, yes}, true, true, left + saveLeft + right + saveRight},
+      {{yes}, false, false, left + saveLeft}, {{no, yes}, false, false, left + right + saveRight}};
+  for (const auto& [answers, saves, closes, log] : cases) {
+    ScriptedWindow window;
+    window.answers = answers;
+    window.saves = saves;
+    EXPECT_EQ(mayClose(window, true), closes);
+    EXPECT_EQ(window.log, log);
+  }
+  ScriptedWindow window;
+  EXPECT_TRUE(mayClose(window, false));
+  window.sides[0] = {"", "", true};
+  window.sides[1].modified = false;
+  window.answers = {yes};
+  EXPECT_TRUE(mayClose(window, true));
+  EXPECT_EQ(window.log, "Save changes to <no file>?\nsave 0 Save Left File\n");
+}
+
+}  // namespace
+}  // namespace merivane
