@@ -42,11 +42,16 @@ void NameBox::setText(const std::string& text) { SetWindowTextA(handle_, text.c_
 
 void NameBox::refill(const HistoryList& list) {
   const std::string edited = text();
+  DWORD selection[2] = {};
+  SendMessageA(edit_, EM_GETSEL, reinterpret_cast<WPARAM>(&selection[0]),
+               reinterpret_cast<LPARAM>(&selection[1]));
   SendMessageA(handle_, CB_RESETCONTENT, 0, 0);
   for (const std::string& entry : list.entries()) {
     SendMessageA(handle_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.c_str()));
   }
   setText(edited);
+  // Whoever has just typed the name stays where he was.
+  SendMessageA(edit_, EM_SETSEL, selection[0], static_cast<LPARAM>(selection[1]));
 }
 
 void NameBox::onEdit() {
