@@ -4,22 +4,18 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "tests/win/support/picture.h"
-
 namespace merivane {
 
 void GuiTest::SetUp() {
   clearSavedSettings();
-  char place[64];
-  snprintf(place, sizeof place, "0,%lx,%lx,%lx,%lx", kPlace.left, kPlace.top, kPlace.right, kPlace.bottom);
-  saveText("CompareWindow", place);
-  saveText("TipOfTheDay.ShowOnStartup", "false");
+  save("CompareWindow", "0,28,1e,348,276");  // from 40, 30 to 840, 630
+  save("TipOfTheDay.ShowOnStartup", "false");
 }
 
 void GuiTest::TearDown() {
   if (!HasFailure()) return;
   const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
-  pictureOfScreen().save(programFolder() + "failed-" + name + ".bmp");
+  Picture(areaOf(GetDesktopWindow())).save(programFolder() + "failed-" + name + ".bmp");
 }
 
 TextWindow GuiTest::start(const std::string& arguments) {
@@ -32,6 +28,8 @@ TextWindow GuiTest::start(const std::string& arguments) {
 TextWindow GuiTest::startWith(const std::string& left, const std::string& right) {
   const TextWindow window = start(quoted(left) + ' ' + quoted(right));
   if (window.compared().empty()) throw std::runtime_error("the comparison did not end");
+  EXPECT_TRUE(window.activate());
+  EXPECT_SOON(program_->focus(), window.view());
   return window;
 }
 
@@ -40,14 +38,10 @@ void GuiTest::quit(const TextWindow& window) {
   EXPECT_EQ(program_->exitCode(), 0u);
 }
 
-std::string pathOf(const std::string& name) {
-  char path[MAX_PATH];
-  return {path, GetFullPathNameA(name.c_str(), sizeof path, path, nullptr)};
-}
-
 std::string writeFile(const std::string& name, const std::string& bytes) {
   std::ofstream(name, std::ios::binary) << bytes;
-  return pathOf(name);
+  char path[MAX_PATH];
+  return {path, GetFullPathNameA(name.c_str(), sizeof path, path, nullptr)};
 }
 
 std::string readFile(const std::string& path) {
@@ -57,10 +51,14 @@ std::string readFile(const std::string& path) {
 
 std::string quoted(const std::string& argument) { return '"' + argument + '"'; }
 
-std::string numberedLines(int count, const std::string& prefix) {
+std::string numberedLines(int count) {
   std::string lines;
-  for (int i = 1; i <= count; ++i) lines += prefix + ' ' + std::to_string(i) + "\r\n";
+  for (int i = 1; i <= count; ++i) lines += "line " + std::to_string(i) + "\r\n";
   return lines;
+}
+
+std::string shown(const RECT& area) {
+  return testing::PrintToString(std::vector<LONG>{area.left, area.top, area.right, area.bottom});
 }
 
 }  // namespace merivane

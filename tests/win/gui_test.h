@@ -1,12 +1,14 @@
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
+#include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "tests/win/support/dialog.h"
-#include "tests/win/support/polling.h"
+#include "tests/win/support/input.h"
+#include "tests/win/support/picture.h"
 #include "tests/win/support/program.h"
 #include "tests/win/support/saved_settings.h"
 #include "tests/win/support/text_window.h"
@@ -17,15 +19,13 @@ namespace merivane {
 /// window's place is always the same; a failed test leaves a picture of the screen beside the program.
 class GuiTest : public testing::Test {
  protected:
-  static constexpr RECT kPlace = {40, 30, 840, 630};
-
   void SetUp() override;
   void TearDown() override;
 
   /// Starts the program and answers its first text window.
   TextWindow start(const std::string& arguments = {});
 
-  /// Starts the program with two files and waits until they are compared.
+  /// Starts the program with two files, waits until they are compared and lets the keys go there.
   TextWindow startWith(const std::string& left, const std::string& right);
 
   /// Quits by command, and expects that the program ends as it should.
@@ -39,12 +39,24 @@ std::string writeFile(const std::string& name, const std::string& bytes);
 
 std::string readFile(const std::string& path);
 
-/// The full path of a name in the test's own folder.
-std::string pathOf(const std::string& name);
-
 std::string quoted(const std::string& argument);
 
-/// So many lines "PREFIX 1", "PREFIX 2", ..., ended as Windows does.
-std::string numberedLines(int count, const std::string& prefix = "line");
+/// So many lines "line 1", "line 2", ..., ended as Windows does.
+std::string numberedLines(int count);
+
+/// An area's edges as a failed test shows them.
+std::string shown(const RECT& area);
+
+/// Asks until the answer is the expected one. Answers what was said last.
+template <typename Ask, typename Expected>
+auto eventually(Ask ask, const Expected& expected) {
+  auto answer = ask();
+  waitUntil([&] { return (answer = ask()) == expected; });
+  return answer;
+}
 
 }  // namespace merivane
+
+/// Another process gets there in its own time: expects that it does.
+#define EXPECT_SOON(expression, expected) \
+  EXPECT_EQ(merivane::eventually([&] { return (expression); }, (expected)), (expected))

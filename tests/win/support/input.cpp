@@ -2,39 +2,19 @@
 
 #include <vector>
 
+#include "tests/win/support/program.h"
+
 namespace merivane {
 namespace {
-
-/// The keys that a keyboard has twice; the number pad's is the plain one.
-bool isExtended(WORD key) {
-  switch (key) {
-    case VK_LEFT:
-    case VK_RIGHT:
-    case VK_UP:
-    case VK_DOWN:
-    case VK_HOME:
-    case VK_END:
-    case VK_PRIOR:
-    case VK_NEXT:
-    case VK_INSERT:
-    case VK_DELETE:
-      return true;
-    default:
-      return false;
-  }
-}
 
 INPUT keyInput(WORD key, DWORD flags) {
   INPUT input = {};
   input.type = INPUT_KEYBOARD;
   input.ki.wVk = key;
   input.ki.wScan = static_cast<WORD>(MapVirtualKeyA(key, MAPVK_VK_TO_VSC));
-  input.ki.dwFlags = flags | (isExtended(key) ? KEYEVENTF_EXTENDEDKEY : 0);
+  // Of the keys that a keyboard has twice the number pad's is the plain one.
+  input.ki.dwFlags = flags | (key >= VK_PRIOR && key <= VK_DELETE ? KEYEVENTF_EXTENDEDKEY : 0);
   return input;
-}
-
-void send(std::vector<INPUT> inputs) {
-  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
 }  // namespace
@@ -45,35 +25,38 @@ void press(WORD key, std::initializer_list<WORD> held) {
   inputs.push_back(keyInput(key, 0));
   inputs.push_back(keyInput(key, KEYEVENTF_KEYUP));
   for (const WORD other : held) inputs.push_back(keyInput(other, KEYEVENTF_KEYUP));
-  send(inputs);
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
 void type(std::string_view text) {
-  std::vector<INPUT> inputs;
   for (const char c : text) {
-    for (const DWORD flags : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}}) {
-      INPUT input = {};
-      input.type = INPUT_KEYBOARD;
-      input.ki.wScan = static_cast<unsigned char>(c);
-      input.ki.dwFlags = flags | KEYEVENTF_UNICODE;
-      inputs.push_back(input);
-    }
+    INPUT strokes[2] = {keyInput(0, KEYEVENTF_UNICODE), keyInput(0, KEYEVENTF_UNICODE | KEYEVENTF_KEYUP)};
+    for (INPUT& stroke : strokes) stroke.ki.wScan = static_cast<unsigned char>(c);
+    SendInput(2, strokes, sizeof(INPUT));
   }
-  send(inputs);
 }
 
-void click(HWND window, POINT at, MouseButton button) {
-  const bool left = button == MouseButton::left;
-  const LPARAM place = MAKELPARAM(at.x, at.y);
-  PostMessageA(window, left ? WM_LBUTTONDOWN : WM_RBUTTONDOWN, left ? MK_LBUTTON : MK_RBUTTON, place);
-  PostMessageA(window, left ? WM_LBUTTONUP : WM_RBUTTONUP, 0, place);
+void drag(HWND window, POINT from, POINT to) {
+  SendMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from.x, from.y));
+  if (from.x != to.x || from.y != to.y)
+    SendMessageA(window, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(to.x, to.y));
+  SendMessageA(window, WM_LBUTTONUP, 0, MAKELPARAM(to.x, to.y));
 }
 
 void turnWheel(HWND window, int notches) {
-  RECT area = {};
-  GetWindowRect(window, &area);
-  const LPARAM middle = MAKELPARAM((area.left + area.right) / 2, (area.top + area.bottom) / 2);
-  PostMessageA(window, WM_MOUSEWHEEL, MAKEWPARAM(0, notches * WHEEL_DELTA), middle);
+  SendMessageA(window, WM_MOUSEWHEEL, MAKEWPARAM(0, notches * WHEEL_DELTA), 0);
+}
+
+std::string copiedBy(const std::function<void()>& action) {
+  // Looking at the clipboard again and again would keep the program from it.
+  const DWORD before = GetClipboardSequenceNumber();
+  action();
+  waitUntil([&] { return GetClipboardSequenceNumber() != before; });
+  if (!waitUntil([] { return OpenClipboard(nullptr) != 0; })) return {};
+  const HANDLE data = GetClipboardData(CF_TEXT);
+  const std::string text = data != nullptr ? static_cast<const char*>(GlobalLock(data)) : "";
+  CloseClipboard();
+  return text;
 }
 
 }  // namespace merivane

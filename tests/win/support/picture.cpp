@@ -15,22 +15,17 @@ BITMAPINFOHEADER headerFor(int width, int height) {
   return header;
 }
 
-/// The part of an area that is on the screen: a maximized window's edges are not, and nothing at all can be
-/// read across the screen's edge.
-RECT onScreen(const RECT& area) {
-  const RECT screen = {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
-  RECT visible = {};
-  IntersectRect(&visible, &area, &screen);
-  return visible;
-}
-
 }  // namespace
 
 Picture::Picture(const RECT& screenArea) {
-  const RECT area = onScreen(screenArea);
+  // A maximized window's edges are not on the screen, and nothing at all can be read across the screen's
+  // edge.
+  const RECT whole = {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+  RECT area = {};
+  IntersectRect(&area, &screenArea, &whole);
   width_ = area.right - area.left;
   height_ = area.bottom - area.top;
-  pixels_.resize(static_cast<size_t>(width_) * static_cast<size_t>(height_));
+  pixels_.resize(static_cast<size_t>(width_ * height_));
   BITMAPINFO info = {};
   info.bmiHeader = headerFor(width_, height_);
   const HDC screen = GetDC(nullptr);
@@ -48,8 +43,7 @@ Picture::Picture(const RECT& screenArea) {
 
 COLORREF Picture::at(int x, int y) const {
   if (x < 0 || x >= width_ || y < 0 || y >= height_) return CLR_INVALID;
-  const uint32_t pixel =
-      pixels_[static_cast<size_t>(y) * static_cast<size_t>(width_) + static_cast<size_t>(x)];
+  const uint32_t pixel = pixels_[static_cast<size_t>(y * width_ + x)];
   return RGB(pixel >> 16, pixel >> 8 & 0xFF, pixel & 0xFF);
 }
 
@@ -89,16 +83,6 @@ Picture pictureOfClient(HWND window) {
   GetClientRect(window, &area);
   MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&area), 2);
   return Picture(area);
-}
-
-Picture pictureOfWindow(HWND window) {
-  RECT area = {};
-  GetWindowRect(window, &area);
-  return Picture(area);
-}
-
-Picture pictureOfScreen() {
-  return Picture({0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)});
 }
 
 }  // namespace merivane

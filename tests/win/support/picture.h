@@ -42,9 +42,7 @@ class Picture {
   std::vector<uint32_t> pixels_;  // 0x00RRGGBB, from the top
 };
 
-/// A picture of a window's client area, or of all of it, with whatever stands in front of it.
+/// A picture of a window's client area, with whatever stands in front of it.
 Picture pictureOfClient(HWND window);
-Picture pictureOfWindow(HWND window);
-Picture pictureOfScreen();
 
 }  // namespace merivane

@@ -2,8 +2,6 @@
 
 #include <stdexcept>
 
-#include "tests/win/support/polling.h"
-
 namespace merivane {
 
 std::string programFolder() {
@@ -14,20 +12,13 @@ std::string programFolder() {
 
 std::string textOf(HWND window) {
   std::string text(static_cast<size_t>(SendMessageA(window, WM_GETTEXTLENGTH, 0, 0)), '\0');
-  const auto room = static_cast<WPARAM>(text.size() + 1);
-  text.resize(
-      static_cast<size_t>(SendMessageA(window, WM_GETTEXT, room, reinterpret_cast<LPARAM>(text.data()))));
+  SendMessageA(window, WM_GETTEXT, text.size() + 1, reinterpret_cast<LPARAM>(text.data()));
   return text;
 }
 
-std::string classOf(HWND window) {
-  char name[64] = "";
-  GetClassNameA(window, name, sizeof name);
-  return name;
-}
-
-HWND childOf(HWND window, const char* className) {
-  return FindWindowExA(window, nullptr, className, nullptr);
+bool pressButton(HWND dialog, int id) {
+  PostMessageA(GetDlgItem(dialog, id), BM_CLICK, 0, 0);
+  return waitUntil([&] { return !IsWindow(dialog); });
 }
 
 Program::Program(const std::string& arguments) {
@@ -35,8 +26,7 @@ Program::Program(const std::string& arguments) {
   STARTUPINFOA startup = {};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION started = {};
-  if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                      &started)) {
+  if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, 0, 0, nullptr, nullptr, &startup, &started)) {
     throw std::runtime_error("cannot start " + line);
   }
   CloseHandle(started.hThread);
@@ -50,33 +40,33 @@ Program::~Program() {
   CloseHandle(process_);
 }
 
-std::vector<HWND> Program::windows(const std::string& className, const std::string& title) const {
-  struct Search {
-    DWORD processId;
-    const std::string& className;
-    const std::string& title;
-    std::vector<HWND> found;
-  } search = {processId_, className, title, {}};
-  const auto visit = [](HWND window, LPARAM parameter) CALLBACK -> BOOL {
-    auto& wanted = *reinterpret_cast<Search*>(parameter);
+std::vector<HWND> Program::windows(const char* className, const char* title) const {
+  std::vector<HWND> found;
+  for (HWND window = nullptr; (window = FindWindowExA(nullptr, window, className, title)) != nullptr;) {
     DWORD owner = 0;
     GetWindowThreadProcessId(window, &owner);
-    const bool fits =
-        owner == wanted.processId && IsWindowVisible(window) && classOf(window) == wanted.className;
-    if (fits && (wanted.title.empty() || textOf(window) == wanted.title)) wanted.found.push_back(window);
-    return TRUE;
-  };
-  EnumWindows(visit, reinterpret_cast<LPARAM>(&search));
-  return search.found;
+    if (owner == processId_ && IsWindowVisible(window)) found.push_back(window);
+  }
+  return found;
 }
 
-HWND Program::window(const std::string& className, const std::string& title) const {
+HWND Program::window(const char* className, const char* title) const {
   std::vector<HWND> found;
   waitUntil([&] {
     found = windows(className, title);
-    return !found.empty() || !isRunning();
+    return !found.empty() || WaitForSingleObject(process_, 0) != WAIT_TIMEOUT;
   });
   return found.empty() ? nullptr : found.front();
+}
+
+std::string Program::answerMessage(int button) const {
+  const HWND box = dialog("Merivane");
+  if (box == nullptr) return "(no message came)";
+  std::string said;
+  for (HWND label = nullptr; (label = FindWindowExA(box, label, "Static", nullptr)) != nullptr;) {
+    said += textOf(label);  // one of them is the icon
+  }
+  return pressButton(box, button) ? said : said + " (and the message stays)";
 }
 
 HWND Program::focus() const {
@@ -89,12 +79,9 @@ HWND Program::focus() const {
   return owner == processId_ ? info.hwndFocus : nullptr;
 }
 
-bool Program::isRunning() const { return WaitForSingleObject(process_, 0) == WAIT_TIMEOUT; }
-
-std::optional<DWORD> Program::exitCode() const {
-  const auto patience = std::chrono::milliseconds(kPatience).count();
+DWORD Program::exitCode() const {
+  WaitForSingleObject(process_, std::chrono::milliseconds(kPatience).count());
   DWORD code = 0;
-  if (WaitForSingleObject(process_, static_cast<DWORD>(patience)) != WAIT_OBJECT_0) return std::nullopt;
   GetExitCodeProcess(process_, &code);
   return code;
 }

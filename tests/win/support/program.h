@@ -2,11 +2,25 @@
 
 #include <windows.h>
 
-#include <optional>
+#include <chrono>
 #include <string>
 #include <vector>
 
 namespace merivane {
+
+/// How long a test waits for what must come. A machine under load is slow; where all is well nobody waits.
+inline constexpr std::chrono::seconds kPatience{30};
+
+/// Asks again and again until the condition holds; false when patience runs out.
+template <typename Condition>
+bool waitUntil(Condition condition) {
+  const auto end = std::chrono::steady_clock::now() + kPatience;
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    Sleep(5);
+  }
+  return true;
+}
 
 /// The program under test, in a process of its own. Ended by force when a test leaves it running.
 class Program {
@@ -19,18 +33,23 @@ class Program {
 
   HANDLE process() const { return process_; }
 
-  /// Its visible top-level windows of a class, and with a title unless that is empty; topmost first.
-  std::vector<HWND> windows(const std::string& className, const std::string& title = {}) const;
+  /// Its visible top-level windows of a class, and with a title where one is given; topmost first.
+  std::vector<HWND> windows(const char* className, const char* title = nullptr) const;
 
   /// Waits for such a window; null when it does not come.
-  HWND window(const std::string& className, const std::string& title = {}) const;
+  HWND window(const char* className, const char* title = nullptr) const;
+
+  /// Waits for a dialog or message box.
+  HWND dialog(const char* title) const { return window("#32770", title); }
+
+  /// Waits for a message box, presses a button and answers what the box said.
+  std::string answerMessage(int button = IDOK) const;
 
   /// The window that has the keyboard in it; null when another program has it.
   HWND focus() const;
 
-  /// Waits for the program to end by itself; none when it stays.
-  std::optional<DWORD> exitCode() const;
-  bool isRunning() const;
+  /// Waits for the program to end by itself; STILL_ACTIVE when it stays.
+  DWORD exitCode() const;
 
  private:
   HANDLE process_ = nullptr;
@@ -43,9 +62,19 @@ std::string programFolder();
 /// A window's text, asked of the window itself.
 std::string textOf(HWND window);
 
-std::string classOf(HWND window);
+/// Where a window is on the screen.
+inline RECT areaOf(HWND window) {
+  RECT area = {};
+  GetWindowRect(window, &area);
+  return area;
+}
 
 /// The first of a window's children, at any depth, of a class; null when there is none.
-HWND childOf(HWND window, const char* className);
+inline HWND childOf(HWND window, const char* className) {
+  return FindWindowExA(window, nullptr, className, nullptr);
+}
+
+/// Presses a dialog's button and waits until the dialog is gone; false when it stays.
+bool pressButton(HWND dialog, int id);
 
 }  // namespace merivane

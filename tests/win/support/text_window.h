@@ -2,25 +2,28 @@
 
 #include <windows.h>
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
 #include "shell/commands.h"
-#include "tests/win/support/menus.h"
 #include "tests/win/support/program.h"
 
 namespace merivane {
 
+/// A menu answers only within its own process. A library that is hooked into the program looks at a menu when
+/// a window gets this registered message, with the menu's place in the menu bar and the address of room for a
+/// text.
+inline constexpr char kMenuMessage[] = "merivane-tests-read-menu";
+
 /// One of the program's text windows, as a user sees it. The handle is the program's: it may go at any time.
 class TextWindow {
  public:
-  TextWindow(const Program& program, HWND window);
+  TextWindow(const Program& program, HWND window) : program_(&program), window_(window) {}
 
   HWND handle() const { return window_; }
   HWND view() const { return childOf(window_, "TextView"); }
   HWND summary() const { return childOf(window_, "Summary"); }
-  HWND nameBox(int side) const;
+  HWND nameBox(int side) const { return GetDlgItem(window_, 101 + side); }
   HWND nameEdit(int side) const { return childOf(nameBox(side), "Edit"); }
 
   std::string title() const { return textOf(window_); }
@@ -31,28 +34,35 @@ class TextWindow {
   std::string lineEnds() const { return statusText(2); }
   std::string differences() const { return statusText(3); }
 
+  /// The caret's row, from 1.
+  int row() const { return std::stoi(caret().substr(5)); }
+
   std::string name(int side) const { return textOf(nameBox(side)); }
-  void setName(int side, const std::string& name) const;
+  void setNames(const std::string& left, const std::string& right) const;
 
   /// The entries of a name box's list.
   std::vector<std::string> names(int side) const;
 
   /// Sends a command as its menu item would.
-  void run(Command command) const;
+  void run(Command command) const { PostMessageA(window_, WM_COMMAND, static_cast<WPARAM>(command), 0); }
 
-  /// One of the menus of the menu bar, as it shows when it opens.
-  std::vector<MenuItem> menu(int place) const { return readMenu(program_->process(), window_, place); }
+  /// The items of one of the menu bar's menus as they show when it opens, those of submenus behind theirs:
+  /// "*" in front of one that is checked, "o" where that is a bullet, "-" of one that is greyed; "|"
+  /// separates.
+  std::vector<std::string> menu(int place) const;
 
-  /// Makes it the window that keys go to; false when it does not become it.
-  bool activate() const;
+  /// Drops files on the window, or on a child of it, at a place in its client area.
+  void drop(HWND window, POINT at, const std::vector<std::string>& paths) const;
 
   /// Waits until a comparison is shown, and answers what the status bar says of its differences.
   std::string compared() const;
 
-  RECT area() const;
+  /// Makes it the window that keys go to; false when it does not become it.
+  bool activate() const;
 
  private:
   std::string statusText(int part) const;
+  std::string ask(HWND window, UINT message, WPARAM wParam, size_t room) const;
 
   const Program* program_;
   HWND window_;
