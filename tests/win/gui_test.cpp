@@ -26,7 +26,7 @@ TextWindow GuiTest::start(const std::string& arguments) {
 }
 
 TextWindow GuiTest::startWith(const std::string& left, const std::string& right) {
-  const TextWindow window = start(quoted(left) + ' ' + quoted(right));
+  const TextWindow window = start('"' + left + "\" \"" + right + '"');
   if (window.compared().empty()) throw std::runtime_error("the comparison did not end");
   EXPECT_TRUE(window.activate());
   EXPECT_SOON(program_->focus(), window.view());
@@ -49,16 +49,15 @@ std::string readFile(const std::string& path) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
-std::string quoted(const std::string& argument) { return '"' + argument + '"'; }
-
 std::string numberedLines(int count) {
   std::string lines;
   for (int i = 1; i <= count; ++i) lines += "line " + std::to_string(i) + "\r\n";
   return lines;
 }
 
-std::string shown(const RECT& area) {
-  return testing::PrintToString(std::vector<LONG>{area.left, area.top, area.right, area.bottom});
+std::vector<LONG> placeOf(HWND window) {
+  const RECT area = areaOf(window);
+  return {area.left, area.top, area.right, area.bottom};
 }
 
 }  // namespace merivane

@@ -39,13 +39,11 @@ std::string writeFile(const std::string& name, const std::string& bytes);
 
 std::string readFile(const std::string& path);
 
-std::string quoted(const std::string& argument);
-
 /// So many lines "line 1", "line 2", ..., ended as Windows does.
 std::string numberedLines(int count);
 
-/// An area's edges as a failed test shows them.
-std::string shown(const RECT& area);
+/// The edges of a window on the screen.
+std::vector<LONG> placeOf(HWND window);
 
 /// Asks until the answer is the expected one. Answers what was said last.
 template <typename Ask, typename Expected>

@@ -28,13 +28,13 @@ class WindowsTest : public GuiTest {
 TEST_F(WindowsTest, OpenBesideEachOtherAndCloseOneByOne) {
   const TextWindow first = startWith(a_, b_);
   press('N', {VK_CONTROL});
-  EXPECT_EQ(shown(areaOf(topOf(2).handle())), shown({90, 80, 890, 680}));
+  EXPECT_THAT(placeOf(topOf(2).handle()), ElementsAre(90, 80, 890, 680));
   // The one that was moved last decides.
   MoveWindow(first.handle(), 100, 80, 500, 400, TRUE);
   ASSERT_TRUE(first.activate());
   press('N', {VK_CONTROL});
   const TextWindow third = topOf(3);
-  EXPECT_EQ(shown(areaOf(third.handle())), shown({150, 130, 650, 530}));
+  EXPECT_THAT(placeOf(third.handle()), ElementsAre(150, 130, 650, 530));
   const char* const title = "Merivane - [a.txt, b.txt]";
   const std::vector<std::string> menu = third.menu(4);
   EXPECT_THAT(std::vector(menu.begin() + 4, menu.end()),
@@ -138,7 +138,7 @@ TEST_F(WindowsTest, SettingsOutliveTheProgram) {
   EXPECT_EQ(again.name(1), a_);
   EXPECT_THAT(again.names(0), ElementsAre(b_, a_));
   EXPECT_EQ(again.menu(2)[8], "o&Real");
-  EXPECT_EQ(shown(areaOf(again.handle())), shown({60, 70, 760, 570}));
+  EXPECT_THAT(placeOf(again.handle()), ElementsAre(60, 70, 760, 570));
   // A maximized window keeps the place it is restored to.
   ShowWindow(again.handle(), SW_MAXIMIZE);
   ASSERT_TRUE(waitUntil([&] { return IsZoomed(again.handle()) != 0; }));
