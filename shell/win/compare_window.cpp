@@ -143,12 +143,18 @@ bool CompareWindow::PreTranslateMessage(const MSG& message) {
   switch (message.wParam) {
     case 'Z': return isCtrlDown() && undoInNameBox();
     case VK_ESCAPE:
-      if (!application_.settings.escQuitsApp) return false;
+      if (!application_.settings.escQuitsApp || isNameListOpen()) return false;
       SendMessageA(handle(), WM_COMMAND, static_cast<WPARAM>(Command::exit), 0);
       return true;
     case VK_TAB: return onTab(message);
     default: return false;
   }
+}
+
+/// Whether Esc closes no more than a list.
+bool CompareWindow::isNameListOpen() const {
+  const NameBox* const box = frame_.focusedNameBox();
+  return box != nullptr && box->isListOpen();
 }
 
 /// The keys for it would not reach a name box that is being edited.

@@ -76,6 +76,7 @@ class CompareWindow final : public Window,
   void onHScroll(HWND bar, int request);
   void onDropFiles(HDROP drop);
   bool onTab(const MSG& message);
+  bool isNameListOpen() const;
   bool undoInNameBox() const;
   HMENU windowMenu() const;
 

@@ -77,7 +77,7 @@ void NameBox::notifyParent(UINT code) {
 
 bool NameBox::onKeyDown(WPARAM key) {
   completion_.onKey(key == VK_DELETE || key == VK_BACK);
-  if (key != VK_RETURN || SendMessageA(handle_, CB_GETDROPPEDSTATE, 0, 0)) return false;
+  if (key != VK_RETURN || isListOpen()) return false;
   notifyParent(kNameBoxEnter);
   return true;
 }
@@ -97,9 +97,7 @@ LRESULT CALLBACK NameBox::subclassProcedure(HWND window, UINT message, WPARAM wP
         break;
       case WM_CHAR:
         // The edit field would beep at it; the key has been dealt with.
-        if (window == self.edit_ && wParam == '\r' && !SendMessageA(self.handle_, CB_GETDROPPEDSTATE, 0, 0)) {
-          return 0;
-        }
+        if (window == self.edit_ && wParam == '\r' && !self.isListOpen()) return 0;
         break;
       case WM_CUT:
       case WM_CLEAR: self.completion_.onCut(); break;
