@@ -78,7 +78,7 @@ LRESULT CompareWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DROPFILES: onDropFiles(reinterpret_cast<HDROP>(wParam)); return 0;
     case WM_HELP: run(Command::usersManual); return TRUE;
     case WM_CLOSE: onClose(); return 0;
-    case WM_QUERYENDSESSION: return mayClose() ? TRUE : FALSE;
+    case WM_QUERYENDSESSION: return onQueryEndSession() ? TRUE : FALSE;
     case WM_ENDSESSION: onEndSession(wParam != 0); return 0;
     default: return defaultProcedure(message, wParam, lParam);
   }

@@ -117,6 +117,7 @@ class CompareWindow final : public Window,
   void showComparison(const Outcome& outcome, ComparisonJob& job);
   bool mayClose();
   void onClose();
+  bool onQueryEndSession();
   void onEndSession(bool ending);
   TitleSide titleSide(int side) const;
   std::string nameOf(int side) const;
