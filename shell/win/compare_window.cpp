@@ -102,6 +102,8 @@ void CompareWindow::onDestroyed() { application_.windows.RemoveWindow(*this); }
 void CompareWindow::onSize(WPARAM kind) {
   if (kind == SIZE_MINIMIZED) return;
   frame_.layOut();
+  // Dragging a border leaves no time for painting between one size and the next.
+  RedrawWindow(handle(), nullptr, nullptr, RDW_ERASENOW | RDW_UPDATENOW | RDW_ALLCHILDREN);
   capturePlacement();
 }
 
