@@ -49,12 +49,6 @@ std::string readFile(const std::string& path) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
-std::string numberedLines(int count) {
-  std::string lines;
-  for (int i = 1; i <= count; ++i) lines += "line " + std::to_string(i) + "\r\n";
-  return lines;
-}
-
 std::vector<LONG> placeOf(HWND window) {
   const RECT area = areaOf(window);
   return {area.left, area.top, area.right, area.bottom};

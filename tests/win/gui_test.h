@@ -39,9 +39,6 @@ std::string writeFile(const std::string& name, const std::string& bytes);
 
 std::string readFile(const std::string& path);
 
-/// So many lines "line 1", "line 2", ..., ended as Windows does.
-std::string numberedLines(int count);
-
 /// The edges of a window on the screen.
 std::vector<LONG> placeOf(HWND window);
 

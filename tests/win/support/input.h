@@ -11,8 +11,7 @@ namespace merivane {
 
 /// Keys come as from the keyboard, to whatever window is in front. The mouse comes by message, straight to a
 /// window, and is done with on return: a virtual display reports each move of the pointer back a while later,
-/// and puts it there again. Messages overtake keys: between the two a test waits for what the first of them
-/// does.
+/// and puts it there again. Messages overtake keys: a test waits for what a key does before it sends one.
 
 /// Presses a key (a VK_ number, or a capital letter or digit) with others held.
 void press(WORD key, std::initializer_list<WORD> held = {});

@@ -18,10 +18,10 @@ void report(HWND window, HMENU menu, UINT place, char* answer) {
     info.dwTypeData = text;
     info.cch = sizeof text;
     GetMenuItemInfoA(menu, static_cast<UINT>(i), TRUE, &info);
+    if (info.fType & MFT_SEPARATOR) continue;
     if (info.fState & MFS_CHECKED) std::strcat(answer, info.fType & MFT_RADIOCHECK ? "o" : "*");
     if (info.fState & MFS_GRAYED) std::strcat(answer, "-");
-    std::strcat(answer, info.fType & MFT_SEPARATOR ? "|" : text);
-    std::strcat(answer, "\n");
+    std::strcat(std::strcat(answer, text), "\n");
     if (info.hSubMenu != nullptr) report(window, info.hSubMenu, static_cast<UINT>(i), answer);
   }
 }

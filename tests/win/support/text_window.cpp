@@ -3,7 +3,6 @@
 #include <commctrl.h>
 #include <shlobj.h>
 
-#include <sstream>
 #include <stdexcept>
 
 namespace merivane {
@@ -13,30 +12,16 @@ void TextWindow::setNames(const std::string& left, const std::string& right) con
   SendMessageA(nameBox(1), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(right.c_str()));
 }
 
-std::vector<std::string> TextWindow::names(int side) const {
-  std::vector<std::string> names;
-  const auto count = static_cast<size_t>(SendMessageA(nameBox(side), CB_GETCOUNT, 0, 0));
-  for (size_t i = 0; i < count; ++i) {
-    // Only the wide message carries texts from process to process.
-    wchar_t text[1024] = L"";
-    SendMessageW(nameBox(side), CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text));
-    names.emplace_back(text, text + wcslen(text));
-  }
-  return names;
-}
-
-std::vector<std::string> TextWindow::menu(int place) const {
+std::string TextWindow::menu(int place) const {
   const HMODULE library = LoadLibraryA((programFolder() + "merivane-menu-hook.dll").c_str());
   const auto procedure = reinterpret_cast<void*>(GetProcAddress(library, "menuHook"));
   const HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROC, reinterpret_cast<HOOKPROC>(procedure), library,
                                        GetWindowThreadProcessId(window_, nullptr));
   if (hook == nullptr) throw std::runtime_error("the menu hook does not hold");
-  std::istringstream report(
-      ask(window_, RegisterWindowMessageA(kMenuMessage), static_cast<WPARAM>(place), 0x4000));
+  const UINT message = RegisterWindowMessageA(kMenuMessage);
+  const std::string items = ask(window_, message, static_cast<WPARAM>(place), 0x4000);
   UnhookWindowsHookEx(hook);
   FreeLibrary(library);
-  std::vector<std::string> items;
-  for (std::string item; std::getline(report, item);) items.push_back(item);
   return items;
 }
 

@@ -10,8 +10,8 @@
 
 namespace merivane {
 
-/// A menu answers only within its own process. A library that is hooked into the program looks at a menu when
-/// a window gets this registered message, with the menu's place in the menu bar and the address of room for a
+/// A menu answers only within its own process: a library that is hooked in there looks at one for a window
+/// that gets this registered message, with the menu's place in the menu bar and the address of room for a
 /// text.
 inline constexpr char kMenuMessage[] = "merivane-tests-read-menu";
 
@@ -40,16 +40,13 @@ class TextWindow {
   std::string name(int side) const { return textOf(nameBox(side)); }
   void setNames(const std::string& left, const std::string& right) const;
 
-  /// The entries of a name box's list.
-  std::vector<std::string> names(int side) const;
-
   /// Sends a command as its menu item would.
   void run(Command command) const { PostMessageA(window_, WM_COMMAND, static_cast<WPARAM>(command), 0); }
 
-  /// The items of one of the menu bar's menus as they show when it opens, those of submenus behind theirs:
-  /// "*" in front of one that is checked, "o" where that is a bullet, "-" of one that is greyed; "|"
-  /// separates.
-  std::vector<std::string> menu(int place) const;
+  /// The items of one of the menu bar's menus as they show when it opens, a line each and those of submenus
+  /// behind theirs: "*" in front of one that is checked, "o" where that is a bullet, "-" of one that is
+  /// greyed.
+  std::string menu(int place) const;
 
   /// Drops files on the window, or on a child of it, at a place in its client area.
   void drop(HWND window, POINT at, const std::vector<std::string>& paths) const;
