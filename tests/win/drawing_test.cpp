@@ -6,109 +6,82 @@
 namespace merivane {
 namespace {
 
-constexpr COLORREF same = 0xFFFFFF;
-constexpr COLORREF filler = 0xF4F4F4;
-constexpr COLORREF leftOnly = 0xC0DCC0;
-constexpr COLORREF rightOnly = 0xF0CAA6;
-constexpr COLORREF changed = 0xA6CAF0;
-
-/// How rows are coloured: so many of a colour, from the top.
-using Rows = std::vector<Picture::Run>;
+/// The colours of rows, each with its letter; "-" is the window's own.
+const std::map<COLORREF, char> kLetters = {{0xFFFFFF, '.'}, {0xF4F4F4, 'f'},
+                                           {0xC0DCC0, 'l'}, {0xF0CAA6, 'r'},
+                                           {0xA6CAF0, 'c'}, {GetSysColor(COLOR_BTNFACE), '-'}};
 
 class DrawingTest : public GuiTest {
  protected:
-  const std::string left_ =
-      writeFile("left.txt", "one\r\ntwo\r\nonly here\r\nthree\r\nfour\r\nthe old word\r\nfive\r\n");
-  const std::string right_ = writeFile(
-      "right.txt", "one\r\ntwo\r\nthree\r\nonly there\r\nand there\r\nfour\r\nthe new word\r\nfive\r\n");
-  int height_ = 1;    // of a row
+  const std::string left_ = writeFile("left.txt", "one\ntwo\nonly here\n3\nfour\nthe old word\nfive\n");
+  const std::string right_ =
+      writeFile("right.txt", "one\ntwo\n3\nonly there\nand there\nfour\nthe new word\nfive\n");
+  int height_ = 0;    // of a row
   RECT client_ = {};  // of the view
 
   TextWindow startWithPair() {
     save("DrawCaretBox", "false");
     const TextWindow window = startWith(left_, right_);
     GetClientRect(window.view(), &client_);
-    // Where the colour of the third row begins, there are two above it.
     EXPECT_TRUE(waitUntil([&] {
-      const auto runs = pictureOfClient(window.view()).column(2, client_.bottom);
-      height_ = runs[0].length / 2;
-      return runs.size() > 3;
+      const Picture picture = pictureOfClient(window.view());
+      // Where another colour begins there are two rows above it.
+      for (height_ = 0; picture.at(2, 2 * height_) == 0xFFFFFF;) ++height_;
+      return picture.at(2, 2 * height_) != CLR_INVALID && height_ > 0;
     }));
     return window;
   }
 
-  /// The rows' colours in a column of the view.
-  Rows rowsAt(const TextWindow& window, int x) const {
-    Rows runs = pictureOfClient(window.view()).column(x, 9 * height_);
-    for (Picture::Run& run : runs) run.length /= height_;
-    return runs;
+  /// The letters of a window's rows in one of its columns; "#" for any other colour.
+  std::string rowsAt(HWND window, int x) const {
+    const Picture picture = pictureOfClient(window);
+    std::string letters;
+    for (int row = 0; row < 9; ++row) {
+      const auto found = kLetters.find(picture.at(x, row * height_ + height_ / 2));
+      letters += found == kLetters.end() ? '#' : found->second;
+    }
+    return letters;
   }
 };
 
 TEST_F(DrawingTest, EveryRowOnBothSides) {
   const TextWindow window = startWithPair();
-  const Rows leftRows = {{same, 2}, {leftOnly, 1}, {same, 1}, {filler, 2},
-                         {same, 1}, {changed, 1},  {same, 1}};
-  const Rows rightRows = {{same, 2}, {filler, 1},  {same, 1}, {rightOnly, 2},
-                          {same, 1}, {changed, 1}, {same, 1}};
   const int middle = client_.right / 2;
   // The gutter and the end of the text area of each side; the gap of 20 pixels between them is neither's.
-  for (const int x : {0, middle - 11}) EXPECT_SOON(rowsAt(window, x), leftRows) << x;
+  for (const int x : {0, middle - 11}) EXPECT_SOON(rowsAt(window.view(), x), "..l.ff.c.") << x;
   for (const int x : {middle + 10, static_cast<int>(client_.right) - 1}) {
-    EXPECT_SOON(rowsAt(window, x), rightRows) << x;
+    EXPECT_SOON(rowsAt(window.view(), x), "..f.rr.c.") << x;
   }
   // Of the changed row, the characters that differ stand inverted on a darker ground.
   const COLORREF darker = RGB(0xF0 * 60 / 100, 0xCA * 60 / 100, 0xA6 * 60 / 100);
   EXPECT_TRUE(pictureOfClient(window.view()).shows(darker, 7 * height_, 8 * height_));
   EXPECT_FALSE(pictureOfClient(window.view()).shows(darker, 0, 7 * height_));
-
   // A selection is inverted, whatever the ground.
   press('A', {VK_CONTROL});
-  const auto grounds = [&] {
-    const Picture picture = pictureOfClient(window.view());
-    return std::vector<COLORREF>{picture.at(9, 1), picture.at(9, 2 * height_ + 1)};
-  };
-  EXPECT_SOON(grounds(), (std::vector<COLORREF>{same ^ 0xFFFFFF, leftOnly ^ 0xFFFFFF}));
+  EXPECT_SOON(pictureOfClient(window.view()).shows(0xC0DCC0 ^ 0xFFFFFF, 2 * height_, 3 * height_), true);
 }
 
 TEST_F(DrawingTest, ReadOnlyFilesAreGreyAndArrowsCanBeTurnedOff) {
   save("DrawArrows", "false");
   SetFileAttributesA(left_.c_str(), FILE_ATTRIBUTE_READONLY);
   const TextWindow window = startWithPair();
-  EXPECT_SOON(rowsAt(window, 2),
-              (Rows{{same, 2}, {filler, 1}, {same, 1}, {filler, 2}, {same, 1}, {filler, 1}, {same, 1}}));
   SetFileAttributesA(left_.c_str(), FILE_ATTRIBUTE_NORMAL);
+  EXPECT_SOON(rowsAt(window.view(), 2), "..f.ff.f.");
   const Picture picture = pictureOfClient(window.view());
-  const auto inkOn = [&](int side, COLORREF colour) {
-    const int from = side * client_.right / 2;
-    for (int x = from; x < from + client_.right / 2; ++x) {
-      for (const Picture::Run& run : picture.column(x, 9 * height_)) {
-        if (run.colour == colour) return true;
-      }
-    }
-    return false;
-  };
-  EXPECT_TRUE(inkOn(0, 0x606060));
-  EXPECT_FALSE(inkOn(1, 0x606060));
+  EXPECT_TRUE(picture.shows(0x606060, 2 * height_, 3 * height_)) << "on the left alone";
+  EXPECT_FALSE(picture.shows(0x606060, 4 * height_, 6 * height_)) << "on the right alone";
 }
 
 TEST_F(DrawingTest, SummaryHasABandForEachDifference) {
   const TextWindow window = startWithPair();
   RECT bar = {};
   GetClientRect(window.summary(), &bar);
-  const COLORREF face = GetSysColor(COLOR_BTNFACE);
-  const auto at = [&](int row, int x) {
-    return pictureOfClient(window.summary()).at(x, row * height_ + height_ / 2);
-  };
-  // At the first row stands the caret's marker.
-  const std::vector<COLORREF> fills = {face, leftOnly, face, rightOnly, rightOnly, face, changed};
-  for (int row = 1; const COLORREF fill : fills) {
-    EXPECT_SOON(at(row, bar.right / 2), fill) << row;
-    for (const int x : {2, static_cast<int>(bar.right) - 3}) EXPECT_SOON(at(row, x), face) << row;
-    for (const int x : {4, static_cast<int>(bar.right) - 5})
-      EXPECT_EQ(at(row, x) == face, fill == face) << row;
-    ++row;
-  }
+  const auto bandsAt = [&](LONG x) {
+    return rowsAt(window.summary(), x).substr(1);
+  };  // the caret's row is marked
+  EXPECT_SOON(bandsAt(bar.right / 2), "-l-rr-c-");
+  for (const LONG x : {4L, bar.right - 5}) EXPECT_EQ(bandsAt(x), "-#-##-#-") << "their edges";
+  for (const LONG x : {2L, bar.right - 3}) EXPECT_EQ(bandsAt(x), "--------") << "beside them";
 }
 
 // In a combo box of the test's own.

@@ -21,7 +21,10 @@ class WindowsTest : public GuiTest {
   /// Waits until so many text windows are open, and answers the topmost: the one just opened.
   TextWindow topOf(size_t count) {
     std::vector<HWND> windows;
-    waitUntil([&] { return (windows = program_->windows("CompareWindow")).size() == count; });
+    waitUntil([&] {
+      windows = program_->windows("CompareWindow");
+      return windows.size() == count && windows.front() == GetForegroundWindow();
+    });
     EXPECT_EQ(windows.size(), count);
     return {*program_, windows.empty() ? nullptr : windows.front()};
   }

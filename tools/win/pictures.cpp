@@ -33,7 +33,7 @@ Picture settledPicture(HWND window) {
   waitUntil([&] {
     Sleep(100);
     Picture next(areaOf(window));
-    const bool drawn = next.column(next.width() / 4, next.height()).size() > 10;
+    const bool drawn = next.shows(0, next.height() / 4, next.height() / 2);  // text, or that of a dialog
     same = drawn && next == picture ? same + 1 : 0;
     picture = std::move(next);
     return same == 4;

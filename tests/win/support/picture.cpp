@@ -47,15 +47,6 @@ COLORREF Picture::at(int x, int y) const {
   return RGB(pixel >> 16, pixel >> 8 & 0xFF, pixel & 0xFF);
 }
 
-std::vector<Picture::Run> Picture::column(int x, int end) const {
-  std::vector<Run> runs;
-  for (int y = 0; y < end; ++y) {
-    if (runs.empty() || runs.back().colour != at(x, y)) runs.push_back({at(x, y), 0});
-    ++runs.back().length;
-  }
-  return runs;
-}
-
 bool Picture::shows(COLORREF colour, int top, int bottom) const {
   for (int y = top; y < bottom; ++y) {
     for (int x = 0; x < width_; ++x) {

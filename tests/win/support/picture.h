@@ -11,13 +11,6 @@ namespace merivane {
 /// What a part of the screen shows.
 class Picture {
  public:
-  /// A stretch of a column or row of one colour.
-  struct Run {
-    COLORREF colour;
-    int length;
-    bool operator==(const Run&) const = default;
-  };
-
   /// Takes a picture of what of an area is on the screen.
   explicit Picture(const RECT& screenArea);
 
@@ -26,9 +19,6 @@ class Picture {
   int width() const { return width_; }
   int height() const { return height_; }
   COLORREF at(int x, int y) const;
-
-  /// The colours of a column from the top, up to `end`.
-  std::vector<Run> column(int x, int end) const;
 
   /// Whether a colour is to be seen between these lines.
   bool shows(COLORREF colour, int top, int bottom) const;
