@@ -9,7 +9,6 @@
 #include <iostream>
 #include <string>
 
-#include "tests/win/support/saved_settings.h"
 #include "tests/win/support/text_window.h"
 
 namespace {

@@ -21,7 +21,6 @@ TEST_F(CompareTest, TwoFilesOnTheCommandLine) {
   EXPECT_EQ(window.differences(), "Diffs: 1, Lines: 2");
   EXPECT_EQ(window.caret(), "Virt 1, Ln 1, Col 1");
   EXPECT_EQ(window.lineEnds(), "DOS, UNIX");
-  EXPECT_EQ(window.help(), "Press F1 for help");
   EXPECT_EQ(window.name(1), two_) << "a relative name is made full";
   quit(window);
   EXPECT_EQ(saved("RightFileHistory.0"), two_);

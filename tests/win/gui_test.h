@@ -2,15 +2,15 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "tests/win/support/input.h"
 #include "tests/win/support/picture.h"
 #include "tests/win/support/program.h"
-#include "tests/win/support/saved_settings.h"
 #include "tests/win/support/text_window.h"
 
 namespace merivane {
@@ -33,6 +33,25 @@ class GuiTest : public testing::Test {
 
   std::unique_ptr<Program> program_;
 };
+
+/// Keys come as from the keyboard, to whatever window is in front. The mouse comes by message, straight to a
+/// window, and is done with on return: a virtual display reports each move of the pointer back a while later,
+/// and puts it there again. Messages overtake keys: a test waits for what a key does before it sends one.
+
+/// Presses a key (a VK_ number, or a capital letter or digit) with others held.
+void press(WORD key, std::initializer_list<WORD> held = {});
+
+void type(std::string_view text);
+
+/// Presses the mouse's left button at a place in a window's client area and lets it go at another.
+void drag(HWND window, POINT from, POINT to);
+inline void click(HWND window, POINT at) { drag(window, at, at); }
+
+/// Turns the wheel; forwards, away from the user, for a positive count.
+void turnWheel(HWND window, int notches);
+
+/// The text that an action puts on the clipboard.
+std::string copiedBy(const std::function<void()>& action);
 
 /// Writes a file into the test's own folder; answers its full path.
 std::string writeFile(const std::string& name, const std::string& bytes);

@@ -48,13 +48,8 @@ TEST_F(NavigationTest, Keys) {
   EXPECT_SOON(window.row(), 1);
   quit(window);
 
-  save("WrapAround", "false");
   save("ScrollToFirst", "true");
-  const TextWindow other = startWithDifferences();
-  EXPECT_SOON(other.caret(), "Virt 10, Ln 10, Col 1");
-  for (int i = 0; i < 5; ++i) press(VK_F8);
-  press(VK_F4);  // behind the last F8
-  EXPECT_SOON(other.caret(), "Virt 151, Ln 150, Col 1");
+  EXPECT_SOON(startWithDifferences().row(), 10);
 }
 
 TEST_F(NavigationTest, Mouse) {

@@ -11,7 +11,6 @@
 #include <utility>
 
 #include "tests/win/support/picture.h"
-#include "tests/win/support/saved_settings.h"
 #include "tests/win/support/text_window.h"
 
 namespace {

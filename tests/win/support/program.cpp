@@ -3,6 +3,11 @@
 #include <stdexcept>
 
 namespace merivane {
+namespace {
+
+constexpr char settingsKey[] = "SOFTWARE\\Brackenfold\\Merivane\\Settings";
+
+}  // namespace
 
 std::string programFolder() {
   char path[MAX_PATH];
@@ -19,6 +24,26 @@ std::string textOf(HWND window) {
 bool pressButton(HWND dialog, int id) {
   PostMessageA(GetDlgItem(dialog, id), BM_CLICK, 0, 0);
   return waitUntil([&] { return !IsWindow(dialog); });
+}
+
+void clearSavedSettings() { RegDeleteTreeA(HKEY_CURRENT_USER, settingsKey); }
+
+std::string saved(const char* name) {
+  char value[1024];
+  DWORD size = sizeof value;
+  DWORD type = REG_NONE;
+  RegGetValueA(HKEY_CURRENT_USER, settingsKey, name, RRF_RT_ANY, &type, value, &size);
+  if (type == REG_DWORD) return "# " + std::to_string(*reinterpret_cast<const DWORD*>(value));
+  return type == REG_SZ ? value : "(none)";
+}
+
+void save(const char* name, const std::string& text) {
+  RegSetKeyValueA(HKEY_CURRENT_USER, settingsKey, name, REG_SZ, text.c_str(),
+                  static_cast<DWORD>(text.size() + 1));
+}
+
+void save(const char* name, DWORD number) {
+  RegSetKeyValueA(HKEY_CURRENT_USER, settingsKey, name, REG_DWORD, &number, sizeof number);
 }
 
 Program::Program(const std::string& arguments) {

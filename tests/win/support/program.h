@@ -56,6 +56,14 @@ class Program {
   DWORD processId_ = 0;
 };
 
+/// The program's settings as they lie in the registry: forgets all of them, as before the first run.
+void clearSavedSettings();
+
+/// A value's text, a number's with "# " in front; "(none)" for one that is absent.
+std::string saved(const char* name);
+void save(const char* name, const std::string& text);
+void save(const char* name, DWORD number);
+
 /// The folder this program lies in, with its backslash.
 std::string programFolder();
 
