@@ -9,7 +9,7 @@
 #include <iostream>
 #include <string>
 
-#include "tests/win/support/text_window.h"
+#include "tests/win/support/program.h"
 
 namespace {
 

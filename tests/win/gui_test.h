@@ -11,7 +11,6 @@
 
 #include "tests/win/support/picture.h"
 #include "tests/win/support/program.h"
-#include "tests/win/support/text_window.h"
 
 namespace merivane {
 

@@ -119,6 +119,10 @@ TEST_F(WindowsTest, TabGoesRoundTheControls) {
   EXPECT_EQ(visited.back(), window.view());
   press(VK_TAB, {VK_CONTROL, VK_SHIFT});
   EXPECT_SOON(control(), visited[visited.size() - 2]);
+  window.run(Command::newTextWindow);
+  topOf(2);
+  window.run(Command::firstTextWindow);
+  EXPECT_SOON(control(), visited[visited.size() - 2]) << "it comes back";
 }
 
 TEST_F(WindowsTest, SettingsOutliveTheProgram) {

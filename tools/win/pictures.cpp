@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "tests/win/support/picture.h"
-#include "tests/win/support/text_window.h"
+#include "tests/win/support/program.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-#include "tests/win/support/text_window.h"
+#include "tests/win/support/program.h"
 
 namespace {
 
