@@ -75,10 +75,6 @@ void drag(HWND window, POINT from, POINT to) {
   SendMessageA(window, WM_LBUTTONUP, 0, MAKELPARAM(to.x, to.y));
 }
 
-void turnWheel(HWND window, int notches) {
-  SendMessageA(window, WM_MOUSEWHEEL, MAKEWPARAM(0, notches * WHEEL_DELTA), 0);
-}
-
 std::string copiedBy(const std::function<void()>& action) {
   // Looking at the clipboard again and again would keep the program from it.
   const DWORD before = GetClipboardSequenceNumber();
@@ -100,11 +96,6 @@ std::string writeFile(const std::string& name, const std::string& bytes) {
 std::string readFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), {}};
-}
-
-std::vector<LONG> placeOf(HWND window) {
-  const RECT area = areaOf(window);
-  return {area.left, area.top, area.right, area.bottom};
 }
 
 }  // namespace merivane

@@ -9,7 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "tests/win/support/picture.h"
 #include "tests/win/support/program.h"
 
 namespace merivane {
@@ -46,9 +45,6 @@ void type(std::string_view text);
 void drag(HWND window, POINT from, POINT to);
 inline void click(HWND window, POINT at) { drag(window, at, at); }
 
-/// Turns the wheel; forwards, away from the user, for a positive count.
-void turnWheel(HWND window, int notches);
-
 /// The text that an action puts on the clipboard.
 std::string copiedBy(const std::function<void()>& action);
 
@@ -56,9 +52,6 @@ std::string copiedBy(const std::function<void()>& action);
 std::string writeFile(const std::string& name, const std::string& bytes);
 
 std::string readFile(const std::string& path);
-
-/// The edges of a window on the screen.
-std::vector<LONG> placeOf(HWND window);
 
 /// Asks until the answer is the expected one. Answers what was said last.
 template <typename Ask, typename Expected>

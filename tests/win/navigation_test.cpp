@@ -65,10 +65,11 @@ TEST_F(NavigationTest, Mouse) {
     for (const POINT place : {leftTop, rightTop}) click(window.view(), place);
     return window.row();
   };
-  turnWheel(window.view(), -4);
+  const auto turnWheel = [&](int by) { SendMessageA(window.view(), WM_MOUSEWHEEL, MAKEWPARAM(0, by), 0); };
+  turnWheel(-4 * WHEEL_DELTA);
   EXPECT_GT(topRow({}), 10);
   EXPECT_EQ(topRow({}) % 4, 1) << "as many rows a notch";
-  turnWheel(window.view(), 4);
+  turnWheel(4 * WHEEL_DELTA);
   EXPECT_EQ(topRow({SB_LINEDOWN, SB_LINEDOWN, SB_LINEUP}), 2);
   const int page = topRow({SB_PAGEDOWN}) - 2;
   EXPECT_GT(page, 10);
@@ -121,10 +122,13 @@ TEST_F(NavigationTest, SelectionGoesToTheClipboard) {
 
 TEST_F(NavigationTest, Find) {
   const TextWindow window = startWithDifferences();
-  press('F', {VK_CONTROL});
-  const HWND dialog = program_->dialog("Find");
-  SetDlgItemTextA(dialog, 0x480, "LINE 19");
-  EXPECT_TRUE(pressButton(dialog, IDOK)) << "it closes after each search";
+  const auto find = [&](const char* text) {
+    press('F', {VK_CONTROL});
+    const HWND dialog = program_->dialog("Find");
+    SetDlgItemTextA(dialog, 0x480, text);
+    EXPECT_TRUE(pressButton(dialog, IDOK)) << "it closes after each search";
+  };
+  find("LINE 19");
   EXPECT_SOON(window.caret(), "Virt 19, Ln 19, Col 8");
   ASSERT_TRUE(window.activate());
   press(VK_F3);
@@ -132,13 +136,10 @@ TEST_F(NavigationTest, Find) {
   press(VK_F3, {VK_CONTROL});
   EXPECT_SOON(window.caret(), "Virt 19, Ln 19, Col 8");
   EXPECT_EQ(copiedBy([] { press('C', {VK_CONTROL}); }), "line 19");
-  quit(window);
-  EXPECT_EQ(saved("FindText"), "LINE 19");
-
-  save("FindText", "nowhere");
-  startWithDifferences();
-  press(VK_F3);
+  find("nowhere");
   EXPECT_EQ(program_->answerMessage(), "Search text not found.");
+  quit(window);
+  EXPECT_EQ(saved("FindText"), "nowhere");
 }
 
 }  // namespace

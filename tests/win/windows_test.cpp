@@ -13,6 +13,11 @@ namespace {
 
 using testing::ElementsAre;
 
+std::vector<LONG> placeOf(HWND window) {
+  const RECT area = areaOf(window);
+  return {area.left, area.top, area.right, area.bottom};
+}
+
 class WindowsTest : public GuiTest {
  protected:
   const std::string a_ = writeFile("a.txt", "1\r\nalone\r\n2\r\n");

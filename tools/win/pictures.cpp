@@ -10,7 +10,6 @@
 #include <random>
 #include <utility>
 
-#include "tests/win/support/picture.h"
 #include "tests/win/support/program.h"
 
 namespace {
