@@ -70,8 +70,7 @@ void type(std::string_view text) {
 
 void drag(HWND window, POINT from, POINT to) {
   SendMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from.x, from.y));
-  if (from.x != to.x || from.y != to.y)
-    SendMessageA(window, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(to.x, to.y));
+  SendMessageA(window, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(to.x, to.y));
   SendMessageA(window, WM_LBUTTONUP, 0, MAKELPARAM(to.x, to.y));
 }
 
