@@ -23,7 +23,6 @@ class NavigationTest : public GuiTest {
 
 TEST_F(NavigationTest, Keys) {
   const TextWindow window = startWithDifferences();
-  EXPECT_EQ(window.differences(), "Diffs: 3, Lines: 4");
   const struct {
     WORD key;
     std::initializer_list<WORD> held;
@@ -67,8 +66,8 @@ TEST_F(NavigationTest, Mouse) {
   };
   const auto turnWheel = [&](int by) { SendMessageA(window.view(), WM_MOUSEWHEEL, MAKEWPARAM(0, by), 0); };
   turnWheel(-4 * WHEEL_DELTA);
-  EXPECT_GT(topRow({}), 10);
-  EXPECT_EQ(topRow({}) % 4, 1) << "as many rows a notch";
+  const int fourNotches = topRow({}) - 1;
+  EXPECT_TRUE(fourNotches > 10 && fourNotches % 4 == 0) << fourNotches;
   turnWheel(4 * WHEEL_DELTA);
   EXPECT_EQ(topRow({SB_LINEDOWN, SB_LINEDOWN, SB_LINEUP}), 2);
   const int page = topRow({SB_PAGEDOWN}) - 2;

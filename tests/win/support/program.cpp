@@ -3,6 +3,7 @@
 #include <commctrl.h>
 #include <shlobj.h>
 
+#include <cstring>
 #include <fstream>
 #include <stdexcept>
 
@@ -12,13 +13,8 @@ namespace {
 constexpr char settingsKey[] = "SOFTWARE\\Brackenfold\\Merivane\\Settings";
 
 BITMAPINFOHEADER headerFor(int width, int height) {
-  BITMAPINFOHEADER header = {};
-  header.biSize = sizeof header;
-  header.biWidth = width;
-  header.biHeight = -height;  // from the top
-  header.biPlanes = 1;
-  header.biBitCount = 32;
-  return header;
+  const LONG fromTheTop = -height;
+  return {sizeof(BITMAPINFOHEADER), width, fromTheTop, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
 }
 
 }  // namespace
@@ -43,11 +39,13 @@ bool pressButton(HWND dialog, int id) {
 void clearSavedSettings() { RegDeleteTreeA(HKEY_CURRENT_USER, settingsKey); }
 
 std::string saved(const char* name) {
-  char value[1024];
+  char value[1024] = "";
   DWORD size = sizeof value;
   DWORD type = REG_NONE;
   RegGetValueA(HKEY_CURRENT_USER, settingsKey, name, RRF_RT_ANY, &type, value, &size);
-  if (type == REG_DWORD) return "# " + std::to_string(*reinterpret_cast<const DWORD*>(value));
+  DWORD number = 0;
+  std::memcpy(&number, value, sizeof number);
+  if (type == REG_DWORD) return "# " + std::to_string(number);
   return type == REG_SZ ? value : "(none)";
 }
 
@@ -144,9 +142,7 @@ std::string TextWindow::menu(int place) const {
 }
 
 void TextWindow::drop(HWND window, POINT at, const std::vector<std::string>& paths) const {
-  DROPFILES header = {};
-  header.pFiles = sizeof header;
-  header.pt = at;
+  const DROPFILES header = {sizeof header, at, FALSE, FALSE};
   std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
   for (const std::string& path : paths) bytes += path + '\0';
   bytes += '\0';
@@ -226,10 +222,8 @@ bool Picture::shows(COLORREF colour, int top, int bottom) const {
 void Picture::save(const std::string& path) const {
   const auto size = static_cast<DWORD>(pixels_.size() * sizeof pixels_[0]);
   const BITMAPINFOHEADER header = headerFor(width_, height_);
-  BITMAPFILEHEADER file = {};
-  file.bfType = 0x4D42;
-  file.bfOffBits = sizeof file + sizeof header;
-  file.bfSize = file.bfOffBits + size;
+  constexpr DWORD offset = sizeof(BITMAPFILEHEADER) + sizeof header;
+  const BITMAPFILEHEADER file = {0x4D42, offset + size, 0, 0, offset};
   std::ofstream out(path, std::ios::binary);
   out.write(reinterpret_cast<const char*>(&file), sizeof file);
   out.write(reinterpret_cast<const char*>(&header), sizeof header);

@@ -89,8 +89,7 @@ inline HWND childOf(HWND window, const char* className) {
 bool pressButton(HWND dialog, int id);
 
 /// A menu answers only within its own process: a library that is hooked in there looks at one for a window
-/// that gets this registered message, with the menu's place in the menu bar and the address of room for a
-/// text.
+/// that gets this message, with the menu's place in the menu bar and the address of room for a text.
 inline constexpr char kMenuMessage[] = "merivane-tests-read-menu";
 
 /// One of the program's text windows, as a user sees it. The handle is the program's: it may go at any time.
@@ -120,9 +119,8 @@ class TextWindow {
   /// Sends a command as its menu item would.
   void run(Command command) const { PostMessageA(window_, WM_COMMAND, static_cast<WPARAM>(command), 0); }
 
-  /// The items of one of the menu bar's menus as they show when it opens, a line each and those of submenus
-  /// behind theirs: "*" in front of one that is checked, "o" where that is a bullet, "-" of one that is
-  /// greyed.
+  /// The items of one of the menu bar's menus as they show when it opens, a line each, submenus included: "*"
+  /// in front of one that is checked, "o" where that is a bullet, "-" of one that is greyed.
   std::string menu(int place) const;
 
   /// Drops files on the window, or on a child of it, at a place in its client area.
@@ -150,7 +148,6 @@ class Picture {
 
   bool operator==(const Picture&) const = default;
 
-  int width() const { return width_; }
   int height() const { return height_; }
   COLORREF at(int x, int y) const;
 
