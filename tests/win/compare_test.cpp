@@ -116,6 +116,10 @@ TEST_F(CompareTest, LongComparisonIsGivenUpAtOnce) {
   ASSERT_NE(program_->dialog("Please wait..."), nullptr);
   PostMessageA(window.handle(), WM_CLOSE, 0, 0);
   EXPECT_EQ(program_->exitCode(), 0u);
+
+  // One that is over after a while gives the window back.
+  const std::string large = writeFile("3", std::string(6000000, '\n'));
+  EXPECT_TRUE(IsWindowEnabled(startWith(large, large).handle()));
 }
 
 }  // namespace
