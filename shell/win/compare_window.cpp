@@ -78,7 +78,7 @@ LRESULT CompareWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DROPFILES: onDropFiles(reinterpret_cast<HDROP>(wParam)); return 0;
     case WM_HELP: run(Command::usersManual); return TRUE;
     case WM_CLOSE: onClose(); return 0;
-    case WM_QUERYENDSESSION: return mayClose() ? TRUE : FALSE;
+    case WM_QUERYENDSESSION: return onQueryEndSession() ? TRUE : FALSE;
     case WM_ENDSESSION: onEndSession(wParam != 0); return 0;
     default: return defaultProcedure(message, wParam, lParam);
   }
@@ -102,6 +102,8 @@ void CompareWindow::onDestroyed() { application_.windows.RemoveWindow(*this); }
 void CompareWindow::onSize(WPARAM kind) {
   if (kind == SIZE_MINIMIZED) return;
   frame_.layOut();
+  // Dragging a border leaves no time for painting between one size and the next.
+  RedrawWindow(handle(), nullptr, nullptr, RDW_ERASENOW | RDW_UPDATENOW | RDW_ALLCHILDREN);
   capturePlacement();
 }
 
@@ -143,12 +145,18 @@ bool CompareWindow::PreTranslateMessage(const MSG& message) {
   switch (message.wParam) {
     case 'Z': return isCtrlDown() && undoInNameBox();
     case VK_ESCAPE:
-      if (!application_.settings.escQuitsApp) return false;
+      if (!application_.settings.escQuitsApp || isNameListOpen()) return false;
       SendMessageA(handle(), WM_COMMAND, static_cast<WPARAM>(Command::exit), 0);
       return true;
     case VK_TAB: return onTab(message);
     default: return false;
   }
+}
+
+/// Whether Esc closes no more than a list.
+bool CompareWindow::isNameListOpen() const {
+  const NameBox* const box = frame_.focusedNameBox();
+  return box != nullptr && box->isListOpen();
 }
 
 /// The keys for it would not reach a name box that is being edited.

@@ -76,6 +76,7 @@ class CompareWindow final : public Window,
   void onHScroll(HWND bar, int request);
   void onDropFiles(HDROP drop);
   bool onTab(const MSG& message);
+  bool isNameListOpen() const;
   bool undoInNameBox() const;
   HMENU windowMenu() const;
 
@@ -116,6 +117,7 @@ class CompareWindow final : public Window,
   void showComparison(const Outcome& outcome, ComparisonJob& job);
   bool mayClose();
   void onClose();
+  bool onQueryEndSession();
   void onEndSession(bool ending);
   TitleSide titleSide(int side) const;
   std::string nameOf(int side) const;

@@ -216,6 +216,9 @@ void CompareWindow::onClose() {
   DestroyWindow(handle());
 }
 
+// Logging off is not closing this window: what was not saved is asked about whatever the settings.
+bool CompareWindow::onQueryEndSession() { return merivane::mayClose(*this, true); }
+
 // The program is ended without further notice when the user logs off.
 void CompareWindow::onEndSession(bool ending) {
   if (ending) application_.keepSettings();

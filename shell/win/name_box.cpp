@@ -42,11 +42,16 @@ void NameBox::setText(const std::string& text) { SetWindowTextA(handle_, text.c_
 
 void NameBox::refill(const HistoryList& list) {
   const std::string edited = text();
+  DWORD selection[2] = {};
+  SendMessageA(edit_, EM_GETSEL, reinterpret_cast<WPARAM>(&selection[0]),
+               reinterpret_cast<LPARAM>(&selection[1]));
   SendMessageA(handle_, CB_RESETCONTENT, 0, 0);
   for (const std::string& entry : list.entries()) {
     SendMessageA(handle_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.c_str()));
   }
   setText(edited);
+  // Whoever has just typed the name stays where he was.
+  SendMessageA(edit_, EM_SETSEL, selection[0], static_cast<LPARAM>(selection[1]));
 }
 
 void NameBox::onEdit() {
@@ -72,7 +77,7 @@ void NameBox::notifyParent(UINT code) {
 
 bool NameBox::onKeyDown(WPARAM key) {
   completion_.onKey(key == VK_DELETE || key == VK_BACK);
-  if (key != VK_RETURN || SendMessageA(handle_, CB_GETDROPPEDSTATE, 0, 0)) return false;
+  if (key != VK_RETURN || isListOpen()) return false;
   notifyParent(kNameBoxEnter);
   return true;
 }
@@ -92,9 +97,7 @@ LRESULT CALLBACK NameBox::subclassProcedure(HWND window, UINT message, WPARAM wP
         break;
       case WM_CHAR:
         // The edit field would beep at it; the key has been dealt with.
-        if (window == self.edit_ && wParam == '\r' && !SendMessageA(self.handle_, CB_GETDROPPEDSTATE, 0, 0)) {
-          return 0;
-        }
+        if (window == self.edit_ && wParam == '\r' && !self.isListOpen()) return 0;
         break;
       case WM_CUT:
       case WM_CLEAR: self.completion_.onCut(); break;

@@ -31,6 +31,7 @@ class NameBox final : public HistoryView {
   void setText(const std::string& text);
 
   bool hasFocus() const { return GetFocus() == edit_; }
+  bool isListOpen() const { return SendMessageA(handle_, CB_GETDROPPEDSTATE, 0, 0) != 0; }
   void undo() const { SendMessageA(edit_, EM_UNDO, 0, 0); }
 
   /// The parent passes on that the edit text changed.

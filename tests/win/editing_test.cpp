@@ -1,162 +1,174 @@
-// Editing, merging and saving.
+// Editing, merging, saving and closing.
 
-#include <gtest/gtest.h>
-
-#include <initializer_list>
-#include <string>
+#include <future>
 
 #include "tests/win/gui_test.h"
-#include "tests/win/support/clipboard.h"
-#include "tests/win/support/input.h"
 
 namespace merivane {
 namespace {
 
+constexpr char kUnchanged[] = "Merivane - [left.txt, right.txt]";
+constexpr char kLeftChanged[] = "Merivane - [left.txt*, right.txt]";
+constexpr char kRightChanged[] = "Merivane - [left.txt, right.txt*]";
+constexpr char kBothChanged[] = "Merivane - [left.txt*, right.txt*]";
+
 class EditingTest : public GuiTest {
  protected:
-  const std::string left_ = writeFile("left.txt", "one\r\nleft\r\ntwo\r\n");
-  const std::string right_ = writeFile("right.txt", "one\nlift\ntwo\n");
-
-  TextWindow startEditing() {
-    const TextWindow window = startWith(left_, right_);
-    EXPECT_TRUE(window.activate());
-    EXPECT_SOON(program_->focus(), window.view());
-    EXPECT_EQ(window.differences(), "Diffs: 1, Lines: 1");
-    return window;
-  }
+  const std::string left_ = writeFile("left.txt", "one\r\nleft\r\nmore\r\ntwo\r\n");
+  const std::string right_ = writeFile("right.txt", "one\nlift\nmore!\ntwo\n");
 };
 
 TEST_F(EditingTest, TypeUndoAndSave) {
-  const TextWindow window = startEditing();
+  const TextWindow window = startWith(left_, right_);
   type("at ");
   EXPECT_SOON(window.caret(), "Virt 1, Ln 1, Col 4");
-  EXPECT_SOON(window.title(), "Merivane - [left.txt*, right.txt]");
   press(VK_RETURN);
-  EXPECT_SOON(window.caret(), "Virt 2, Ln 2, Col 1");
   press(VK_BACK);
-  EXPECT_SOON(window.caret(), "Virt 1, Ln 1, Col 4");
   press(VK_TAB);
   press(VK_DELETE);
+  press(VK_INSERT);  // from here on what is typed goes over what is there
+  type("h");
   press('S', {VK_CONTROL});
-  EXPECT_SOON(window.title(), "Merivane - [left.txt, right.txt]");
-  EXPECT_EQ(readFile(left_), "at \tne\r\nleft\r\ntwo\r\n");
+  EXPECT_SOON(window.title(), kUnchanged);
+  EXPECT_EQ(readFile(left_), "at \the\r\nleft\r\nmore\r\ntwo\r\n");
 
-  // Back to what was loaded, which is no longer what is saved.
+  // Back to what was loaded, which is no longer what is saved, and to what is.
   for (int i = 0; i < 10; ++i) press('Z', {VK_CONTROL});
-  EXPECT_SOON(window.differences(), "Diffs: 1, Lines: 1");
-  EXPECT_SOON(window.title(), "Merivane - [left.txt*, right.txt]");
-  press('S', {VK_CONTROL});
-  EXPECT_SOON(window.title(), "Merivane - [left.txt, right.txt]");
-  EXPECT_EQ(readFile(left_), "one\r\nleft\r\ntwo\r\n");
+  EXPECT_SOON(window.differences(), "Diffs: 1, Lines: 2");
+  EXPECT_EQ(window.title(), kLeftChanged);
   for (int i = 0; i < 10; ++i) press('Y', {VK_CONTROL});
-  press(VK_F4);
-  press('S', {VK_CONTROL});
-  press(VK_F4);
-  press('S', {VK_CONTROL});
-  EXPECT_SOON(readFile(left_), "at \tne\r\nleft\r\ntwo\r\n");
-  EXPECT_EQ(readFile(right_), "one\nlift\ntwo\n") << "each side keeps its own line ends";
-  quit(window);
-}
+  EXPECT_SOON(window.title(), kUnchanged);
 
-TEST_F(EditingTest, CutAndPasteBetweenTheSides) {
-  const TextWindow window = startEditing();
-  const ClipboardWatch cut;
+  // Cut on one side and pasted on the other; each side keeps its own line ends.
+  press(VK_HOME, {VK_CONTROL});
   press(VK_DOWN, {VK_SHIFT});
-  press('X', {VK_CONTROL});
-  EXPECT_EQ(cut.text(), "one\r\n");
+  EXPECT_EQ(copiedBy([] { press('X', {VK_CONTROL}); }), "at \the\r\n");
   press(VK_F4);
   press(VK_END, {VK_CONTROL});  // before the last line's end
   press('V', {VK_CONTROL});
-  EXPECT_SOON(window.title(), "Merivane - [left.txt*, right.txt*]");
+  EXPECT_SOON(window.title(), kBothChanged);
   window.run(Command::saveAll);
-  EXPECT_SOON(window.title(), "Merivane - [left.txt, right.txt]");
-  EXPECT_EQ(readFile(left_), "left\r\ntwo\r\n");
-  EXPECT_EQ(readFile(right_), "one\nlift\ntwoone\n\n");
+  EXPECT_SOON(window.title(), kUnchanged);
+  EXPECT_EQ(readFile(left_), "left\r\nmore\r\ntwo\r\n");
+  EXPECT_EQ(readFile(right_), "one\nlift\nmore!\ntwoat \the\n\n");
+  quit(window);
 }
 
 TEST_F(EditingTest, EveryKeyThatMerges) {
-  const TextWindow window = startEditing();
-  struct Merge {
-    WORD key;
-    std::initializer_list<WORD> held;
+  const TextWindow window = startWith(left_, right_);
+  const struct {
+    WORD withCtrl, withAlt;
     const char* title;
-  };
-  const char* const leftChanged = "Merivane - [left.txt*, right.txt]";
-  const char* const rightChanged = "Merivane - [left.txt, right.txt*]";
-  const Merge merges[] = {
-      {VK_OEM_4, {VK_CONTROL}, leftChanged},       {VK_LEFT, {VK_MENU}, leftChanged},
-      {VK_LEFT, {VK_MENU, VK_SHIFT}, leftChanged}, {VK_OEM_6, {VK_CONTROL}, rightChanged},
-      {VK_RIGHT, {VK_MENU}, rightChanged},         {VK_RIGHT, {VK_MENU, VK_SHIFT}, rightChanged},
-  };
-  for (const Merge& merge : merges) {
-    press(VK_HOME, {VK_CONTROL});
-    press(VK_F8);
-    EXPECT_SOON(window.caret(), "Virt 2, Ln 2, Col 1") << merge.key;
-    press(merge.key, merge.held);
-    EXPECT_SOON(window.differences(), "No differences") << merge.key;
-    EXPECT_EQ(window.title(), merge.title) << merge.key;
-    press('Z', {VK_CONTROL});
-    EXPECT_SOON(window.differences(), "Diffs: 1, Lines: 1") << merge.key;
+    const char* differences;
+  } merges[] = {
+      {VK_OEM_4, VK_LEFT, kLeftChanged, "No differences"},
+      {VK_DELETE, VK_DELETE, kLeftChanged, "Diffs: 1, Lines: 2"},  // the right's lines are left over
+      {VK_OEM_6, VK_RIGHT, kRightChanged, "No differences"}};
+  const std::initializer_list<WORD> holds[] = {{VK_CONTROL}, {VK_MENU}, {VK_MENU, VK_SHIFT}};
+  for (const auto& [withCtrl, withAlt, title, differences] : merges) {
+    for (const auto& held : holds) {
+      const WORD key = *held.begin() == VK_CONTROL ? withCtrl : withAlt;
+      press('Z', {VK_CONTROL});
+      press(VK_HOME, {VK_CONTROL});
+      press(VK_F8);
+      EXPECT_SOON(window.caret(), "Virt 2, Ln 2, Col 1") << key;
+      EXPECT_SOON(window.title(), kUnchanged) << key;
+      press(key, held);
+      EXPECT_SOON(window.title(), title) << key;
+      EXPECT_SOON(window.differences(), differences) << key;
+    }
   }
-  for (const std::initializer_list<WORD> held :
-       {std::initializer_list<WORD>{VK_CONTROL}, {VK_MENU}, {VK_MENU, VK_SHIFT}}) {
-    press(VK_HOME, {VK_CONTROL});
-    press(VK_F8);
-    EXPECT_SOON(window.caret(), "Virt 2, Ln 2, Col 1");
-    press(VK_DELETE, held);
-    EXPECT_SOON(window.title(), leftChanged);
-    press('Z', {VK_CONTROL});
-    EXPECT_SOON(window.title(), "Merivane - [left.txt, right.txt]");
-  }
-
-  press(VK_HOME, {VK_CONTROL});
-  press(VK_F8);
-  press(VK_RIGHT, {VK_MENU});
-  EXPECT_SOON(window.differences(), "No differences");
   window.run(Command::saveAll);
-  EXPECT_SOON(window.title(), "Merivane - [left.txt, right.txt]");
-  EXPECT_EQ(readFile(right_), "one\nleft\ntwo\n");
+  EXPECT_SOON(window.title(), kUnchanged);
+  EXPECT_EQ(readFile(right_), "one\nleft\nmore\ntwo\n");
+}
+
+TEST_F(EditingTest, WholeSides) {
+  const TextWindow window = startWith(left_, right_);
+  type("1");
+  EXPECT_SOON(window.title(), kLeftChanged);
+  window.run(Command::switchSides);
+  EXPECT_SOON(window.title(), "Merivane - [right.txt, left.txt*]");
+  EXPECT_EQ(window.name(0), right_);
+  EXPECT_EQ(window.lineEnds(), "UNIX, DOS");
+  press('S', {VK_CONTROL});  // the keys went along with their text
+  EXPECT_SOON(window.title(), "Merivane - [right.txt, left.txt]");
+  EXPECT_EQ(readFile(left_), "1one\r\nleft\r\nmore\r\ntwo\r\n");
+
+  window.run(Command::replaceLeft);
+  EXPECT_THAT(program_->answerMessage(IDNO), testing::StartsWith("Warning: you cannot undo this operation!"));
+  EXPECT_EQ(window.differences(), "Diffs: 1, Lines: 3");
+  window.run(Command::replaceLeft);
+  program_->answerMessage(IDYES);
+  EXPECT_SOON(window.differences(), "No differences");
+  EXPECT_EQ(readFile(right_), readFile(left_));
+}
+
+TEST_F(EditingTest, SavingAsAndExporting) {
+  const TextWindow window = startWith(left_, right_);
+  const auto answerWith = [&](const char* title, int edit, const std::string& name) {
+    const HWND dialog = program_->dialog(title);
+    SetDlgItemTextA(dialog, edit, name.c_str());
+    EXPECT_TRUE(pressButton(dialog, IDOK)) << title;
+  };
+  press(VK_F4);
+  type("1");
+  press(VK_F12);
+  const std::string other = left_ + "2";
+  answerWith("Save Right File", 0x47C, other);
+  EXPECT_SOON(window.title(), "Merivane - [left.txt, left.txt2]");
+  EXPECT_EQ(window.name(1), other);
+  EXPECT_EQ(readFile(other), "1one\nlift\nmore!\ntwo\n");
+
+  window.run(Command::exportResults);
+  answerWith("Export", 103, "page.html");
+  EXPECT_TRUE(waitUntil([] { return readFile("page.html").find("lift") != std::string::npos; }));
+  window.run(Command::exportResults);
+  answerWith("Export", 103, left_);
+  EXPECT_THAT(program_->answerMessage(IDNO), testing::HasSubstr(left_)) << "a file that is compared";
+  EXPECT_EQ(readFile(left_), "one\r\nleft\r\nmore\r\ntwo\r\n");
 }
 
 TEST_F(EditingTest, ClosingAsksForEachSide) {
-  saveText("AskConfirmation", "true");
-  const TextWindow window = startEditing();
+  save("AskConfirmation", "true");
+  const TextWindow window = startWith(left_, right_);
   type("1");
   press(VK_F4);
   type("2");
-  EXPECT_SOON(window.title(), "Merivane - [left.txt*, right.txt*]");
+  EXPECT_SOON(window.title(), kBothChanged);
   press('W', {VK_CONTROL});
-  EXPECT_EQ(answerMessage(*program_, IDNO), "Save changes to " + left_ + "?");
-  EXPECT_EQ(answerMessage(*program_, IDCANCEL), "Save changes to " + right_ + "?");
-  EXPECT_EQ(window.title(), "Merivane - [left.txt*, right.txt*]");
-  ASSERT_TRUE(window.activate());
+  EXPECT_EQ(program_->answerMessage(IDNO), "Save changes to " + left_ + "?");
+  EXPECT_EQ(program_->answerMessage(IDCANCEL), "Save changes to " + right_ + "?");
+  EXPECT_EQ(window.title(), kBothChanged);
   press(VK_ESCAPE);
-  EXPECT_EQ(answerMessage(*program_, IDYES), "Save changes to " + left_ + "?");
-  EXPECT_EQ(answerMessage(*program_, IDNO), "Save changes to " + right_ + "?");
+  program_->answerMessage(IDYES);
+  program_->answerMessage(IDNO);
   EXPECT_EQ(program_->exitCode(), 0u);
-  EXPECT_EQ(readFile(left_), "1one\r\nleft\r\ntwo\r\n");
-  EXPECT_EQ(readFile(right_), "one\nlift\ntwo\n");
+  EXPECT_EQ(readFile(left_), "1one\r\nleft\r\nmore\r\ntwo\r\n");
+  EXPECT_EQ(readFile(right_), "one\nlift\nmore!\ntwo\n");
 }
 
-TEST_F(EditingTest, ClosingLosesWhatNobodyAskedToKeep) {
-  const TextWindow window = startEditing();
+TEST_F(EditingTest, NothingButClosingLosesChanges) {
+  const TextWindow window = startWith(left_, right_);
   type("1");
-  EXPECT_SOON(window.title(), "Merivane - [left.txt*, right.txt]");
-  press('W', {VK_CONTROL});
-  EXPECT_EQ(program_->exitCode(), 0u);
-  EXPECT_EQ(readFile(left_), "one\r\nleft\r\ntwo\r\n");
-}
-
-TEST_F(EditingTest, SaveThatFailsSaysWhy) {
-  const TextWindow window = startEditing();
-  type("1");
-  EXPECT_SOON(window.title(), "Merivane - [left.txt*, right.txt]");
+  EXPECT_SOON(window.title(), kLeftChanged);
   SetFileAttributesA(left_.c_str(), FILE_ATTRIBUTE_READONLY);
   press('S', {VK_CONTROL});
-  EXPECT_EQ(answerMessage(*program_).rfind("Could not save the file.\n\nReason: ", 0), 0u);
+  EXPECT_THAT(program_->answerMessage(), testing::StartsWith("Could not save the file.\n\nReason: "));
   SetFileAttributesA(left_.c_str(), FILE_ATTRIBUTE_NORMAL);
-  EXPECT_EQ(window.title(), "Merivane - [left.txt*, right.txt]");
-  EXPECT_EQ(readFile(left_), "one\r\nleft\r\ntwo\r\n");
+  press(VK_F5);
+  const std::string question = "Save changes to " + left_ + "?";
+  EXPECT_EQ(program_->answerMessage(IDCANCEL), question);
+  auto mayEnd = std::async([&] { return SendMessageA(window.handle(), WM_QUERYENDSESSION, 0, 0); });
+  EXPECT_EQ(program_->answerMessage(IDCANCEL), question);
+  EXPECT_EQ(mayEnd.get(), FALSE) << "the session does not end";
+  writeFile("left.txt", "somebody else's");
+  press('S', {VK_CONTROL});
+  EXPECT_THAT(program_->answerMessage(IDNO), testing::HasSubstr(left_));
+  EXPECT_EQ(window.title(), kLeftChanged);
+  press('W', {VK_CONTROL});
+  EXPECT_EQ(program_->exitCode(), 0u) << "nobody wanted to be asked";
+  EXPECT_EQ(readFile(left_), "somebody else's");
 }
 
 }  // namespace

@@ -4,22 +4,31 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "tests/win/support/picture.h"
-
 namespace merivane {
+namespace {
+
+INPUT keyInput(WORD key, DWORD flags) {
+  INPUT input = {};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wVk = key;
+  input.ki.wScan = static_cast<WORD>(MapVirtualKeyA(key, MAPVK_VK_TO_VSC));
+  // Of the keys that a keyboard has twice the number pad's is the plain one.
+  input.ki.dwFlags = flags | (key >= VK_PRIOR && key <= VK_DELETE ? KEYEVENTF_EXTENDEDKEY : 0);
+  return input;
+}
+
+}  // namespace
 
 void GuiTest::SetUp() {
   clearSavedSettings();
-  char place[64];
-  snprintf(place, sizeof place, "0,%lx,%lx,%lx,%lx", kPlace.left, kPlace.top, kPlace.right, kPlace.bottom);
-  saveText("CompareWindow", place);
-  saveText("TipOfTheDay.ShowOnStartup", "false");
+  save("CompareWindow", "0,28,1e,348,276");  // from 40, 30 to 840, 630
+  save("TipOfTheDay.ShowOnStartup", "false");
 }
 
 void GuiTest::TearDown() {
   if (!HasFailure()) return;
   const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
-  pictureOfScreen().save(programFolder() + "failed-" + name + ".bmp");
+  Picture(areaOf(GetDesktopWindow())).save(programFolder() + "failed-" + name + ".bmp");
 }
 
 TextWindow GuiTest::start(const std::string& arguments) {
@@ -30,8 +39,10 @@ TextWindow GuiTest::start(const std::string& arguments) {
 }
 
 TextWindow GuiTest::startWith(const std::string& left, const std::string& right) {
-  const TextWindow window = start(quoted(left) + ' ' + quoted(right));
+  const TextWindow window = start('"' + left + "\" \"" + right + '"');
   if (window.compared().empty()) throw std::runtime_error("the comparison did not end");
+  EXPECT_TRUE(window.activate());
+  EXPECT_SOON(program_->focus(), window.view());
   return window;
 }
 
@@ -40,27 +51,50 @@ void GuiTest::quit(const TextWindow& window) {
   EXPECT_EQ(program_->exitCode(), 0u);
 }
 
-std::string pathOf(const std::string& name) {
-  char path[MAX_PATH];
-  return {path, GetFullPathNameA(name.c_str(), sizeof path, path, nullptr)};
+void press(WORD key, std::initializer_list<WORD> held) {
+  std::vector<INPUT> inputs;
+  for (const WORD other : held) inputs.push_back(keyInput(other, 0));
+  inputs.push_back(keyInput(key, 0));
+  inputs.push_back(keyInput(key, KEYEVENTF_KEYUP));
+  for (const WORD other : held) inputs.push_back(keyInput(other, KEYEVENTF_KEYUP));
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+void type(std::string_view text) {
+  for (const char c : text) {
+    INPUT strokes[2] = {keyInput(0, KEYEVENTF_UNICODE), keyInput(0, KEYEVENTF_UNICODE | KEYEVENTF_KEYUP)};
+    for (INPUT& stroke : strokes) stroke.ki.wScan = static_cast<unsigned char>(c);
+    SendInput(2, strokes, sizeof(INPUT));
+  }
+}
+
+void drag(HWND window, POINT from, POINT to) {
+  SendMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from.x, from.y));
+  SendMessageA(window, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(to.x, to.y));
+  SendMessageA(window, WM_LBUTTONUP, 0, MAKELPARAM(to.x, to.y));
+}
+
+std::string copiedBy(const std::function<void()>& action) {
+  // Looking at the clipboard again and again would keep the program from it.
+  const DWORD before = GetClipboardSequenceNumber();
+  action();
+  waitUntil([&] { return GetClipboardSequenceNumber() != before; });
+  if (!waitUntil([] { return OpenClipboard(nullptr) != 0; })) return {};
+  const HANDLE data = GetClipboardData(CF_TEXT);
+  const std::string text = data != nullptr ? static_cast<const char*>(GlobalLock(data)) : "";
+  CloseClipboard();
+  return text;
 }
 
 std::string writeFile(const std::string& name, const std::string& bytes) {
   std::ofstream(name, std::ios::binary) << bytes;
-  return pathOf(name);
+  char path[MAX_PATH];
+  return {path, GetFullPathNameA(name.c_str(), sizeof path, path, nullptr)};
 }
 
 std::string readFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), {}};
-}
-
-std::string quoted(const std::string& argument) { return '"' + argument + '"'; }
-
-std::string numberedLines(int count, const std::string& prefix) {
-  std::string lines;
-  for (int i = 1; i <= count; ++i) lines += prefix + ' ' + std::to_string(i) + "\r\n";
-  return lines;
 }
 
 }  // namespace merivane

@@ -1,15 +1,15 @@
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
+#include <functional>
+#include <initializer_list>
+#include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "tests/win/support/dialog.h"
-#include "tests/win/support/polling.h"
 #include "tests/win/support/program.h"
-#include "tests/win/support/saved_settings.h"
-#include "tests/win/support/text_window.h"
 
 namespace merivane {
 
@@ -17,15 +17,13 @@ namespace merivane {
 /// window's place is always the same; a failed test leaves a picture of the screen beside the program.
 class GuiTest : public testing::Test {
  protected:
-  static constexpr RECT kPlace = {40, 30, 840, 630};
-
   void SetUp() override;
   void TearDown() override;
 
   /// Starts the program and answers its first text window.
   TextWindow start(const std::string& arguments = {});
 
-  /// Starts the program with two files and waits until they are compared.
+  /// Starts the program with two files, waits until they are compared and lets the keys go there.
   TextWindow startWith(const std::string& left, const std::string& right);
 
   /// Quits by command, and expects that the program ends as it should.
@@ -34,17 +32,37 @@ class GuiTest : public testing::Test {
   std::unique_ptr<Program> program_;
 };
 
+/// Keys come as from the keyboard, to whatever window is in front. The mouse comes by message, straight to a
+/// window, and is done with on return: a virtual display reports each move of the pointer back a while later,
+/// and puts it there again. Messages overtake keys: a test waits for what a key does before it sends one.
+
+/// Presses a key (a VK_ number, or a capital letter or digit) with others held.
+void press(WORD key, std::initializer_list<WORD> held = {});
+
+void type(std::string_view text);
+
+/// Presses the mouse's left button at a place in a window's client area and lets it go at another.
+void drag(HWND window, POINT from, POINT to);
+inline void click(HWND window, POINT at) { drag(window, at, at); }
+
+/// The text that an action puts on the clipboard.
+std::string copiedBy(const std::function<void()>& action);
+
 /// Writes a file into the test's own folder; answers its full path.
 std::string writeFile(const std::string& name, const std::string& bytes);
 
 std::string readFile(const std::string& path);
 
-/// The full path of a name in the test's own folder.
-std::string pathOf(const std::string& name);
-
-std::string quoted(const std::string& argument);
-
-/// So many lines "PREFIX 1", "PREFIX 2", ..., ended as Windows does.
-std::string numberedLines(int count, const std::string& prefix = "line");
+/// Asks until the answer is the expected one. Answers what was said last.
+template <typename Ask, typename Expected>
+auto eventually(Ask ask, const Expected& expected) {
+  auto answer = ask();
+  waitUntil([&] { return (answer = ask()) == expected; });
+  return answer;
+}
 
 }  // namespace merivane
+
+/// Another process gets there in its own time: expects that it does.
+#define EXPECT_SOON(expression, expected) \
+  EXPECT_EQ(merivane::eventually([&] { return (expression); }, (expected)), (expected))

@@ -1,10 +1,6 @@
 // Moving through a comparison by keys and mouse, selecting and finding.
 
-#include <gtest/gtest.h>
-
 #include "tests/win/gui_test.h"
-#include "tests/win/support/clipboard.h"
-#include "tests/win/support/input.h"
 
 namespace merivane {
 namespace {
@@ -13,154 +9,135 @@ class NavigationTest : public GuiTest {
  protected:
   /// 200 rows: the right lacks line 10, has another line 100 and two lines more after line 150.
   TextWindow startWithDifferences() {
-    std::string right = numberedLines(200);
-    const auto replace = [&](const std::string& line, const std::string& by) {
-      right.replace(right.find(line), line.size(), by);
-    };
-    replace("line 10\r\n", "");
-    replace("line 100\r\n", "line 1OO\r\n");
-    replace("line 150\r\n", "line 150\r\nmore\r\nand more\r\n");
-    const TextWindow window = startWith(writeFile("a.txt", numberedLines(200)), writeFile("b.txt", right));
-    EXPECT_TRUE(window.activate());
-    EXPECT_SOON(program_->focus(), window.view());
-    return window;
+    std::string left;
+    std::string right;
+    for (int i = 1; i <= 200; ++i) {
+      const std::string line = "line " + std::to_string(i) + "\r\n";
+      left += line;
+      if (i != 10) right += i == 100 ? "line 1OO\r\n" : line;
+      if (i == 150) right += "more\r\n2nd\r\n";
+    }
+    return startWith(writeFile("a.txt", left), writeFile("b.txt", right));
   }
 };
 
-TEST_F(NavigationTest, DifferencesByKey) {
+TEST_F(NavigationTest, Keys) {
   const TextWindow window = startWithDifferences();
-  EXPECT_EQ(window.differences(), "Diffs: 3, Lines: 4");
-  for (const char* place : {"Virt 10, Ln 10, Col 1", "Virt 100, Ln 100, Col 1", "Virt 151, Ln 0, Col 1",
-                            "Virt 10, Ln 10, Col 1"}) {
-    press(VK_F8);
-    EXPECT_SOON(window.caret(), place);
+  const struct {
+    WORD key;
+    std::initializer_list<WORD> held;
+    const char* caret;
+  } steps[] = {
+      {VK_F8, {}, "Virt 10, Ln 10, Col 1"},           {VK_F4, {}, "Virt 10, Ln 0, Col 1"},
+      {VK_F4, {}, "Virt 10, Ln 10, Col 1"},           {VK_F8, {}, "Virt 100, Ln 100, Col 1"},
+      {VK_F8, {}, "Virt 151, Ln 0, Col 1"},           {VK_F8, {}, "Virt 10, Ln 10, Col 1"},
+      {VK_F7, {}, "Virt 151, Ln 0, Col 1"},           {VK_END, {VK_CONTROL}, "Virt 202, Ln 200, Col 9"},
+      {VK_UP, {}, "Virt 201, Ln 199, Col 9"},         {VK_LEFT, {VK_CONTROL}, "Virt 201, Ln 199, Col 6"},
+      {VK_RIGHT, {}, "Virt 201, Ln 199, Col 7"},      {VK_DOWN, {}, "Virt 202, Ln 200, Col 7"},
+      {VK_HOME, {VK_CONTROL}, "Virt 1, Ln 1, Col 1"}, {VK_END, {}, "Virt 1, Ln 1, Col 7"},
+      {VK_HOME, {}, "Virt 1, Ln 1, Col 1"},
+  };
+  for (const auto& [key, held, caret] : steps) {
+    press(key, held);
+    EXPECT_SOON(window.caret(), caret) << "after key " << key;
   }
-  for (const char* place : {"Virt 151, Ln 0, Col 1", "Virt 100, Ln 100, Col 1"}) {
-    press(VK_F7);
-    EXPECT_SOON(window.caret(), place);
-  }
-}
-
-TEST_F(NavigationTest, NoWrappingAroundWhenTurnedOff) {
-  saveText("WrapAround", "false");
-  const TextWindow window = startWithDifferences();
-  for (int i = 0; i < 5; ++i) press(VK_F8);
-  press(VK_F4);  // behind the last F8
-  EXPECT_SOON(window.caret(), "Virt 151, Ln 150, Col 1");
-}
-
-TEST_F(NavigationTest, ScrollToFirstShowsTheFirstDifference) {
-  saveText("ScrollToFirst", "true");
-  const TextWindow window = startWithDifferences();
-  EXPECT_SOON(window.caret(), "Virt 10, Ln 10, Col 1");
-}
-
-TEST_F(NavigationTest, CaretKeys) {
-  const TextWindow window = startWithDifferences();
-  press(VK_END);
-  EXPECT_SOON(window.caret(), "Virt 1, Ln 1, Col 7");
-  press(VK_DOWN);
-  EXPECT_SOON(window.caret(), "Virt 2, Ln 2, Col 7");
-  press(VK_LEFT, {VK_CONTROL});
-  EXPECT_SOON(window.caret(), "Virt 2, Ln 2, Col 6");
-  press(VK_HOME);
-  EXPECT_SOON(window.caret(), "Virt 2, Ln 2, Col 1");
   press(VK_NEXT);
-  ASSERT_TRUE(waitUntil([&] { return window.caret() != "Virt 2, Ln 2, Col 1"; }));
-  const int page = std::stoi(window.caret().substr(5)) - 2;
-  EXPECT_GT(page, 10);
-  press(VK_NEXT);
-  EXPECT_SOON(std::stoi(window.caret().substr(5)), 2 + 2 * page);
+  EXPECT_TRUE(waitUntil([&] { return window.row() > 10; }));
   press(VK_PRIOR);
-  EXPECT_SOON(std::stoi(window.caret().substr(5)), 2 + page);
-  press(VK_END, {VK_CONTROL});
-  EXPECT_SOON(std::stoi(window.caret().substr(5)), 202);
-  press(VK_HOME, {VK_CONTROL});
-  EXPECT_SOON(window.caret(), "Virt 1, Ln 1, Col 1");
+  EXPECT_SOON(window.row(), 1);
+  quit(window);
+
+  save("ScrollToFirst", "true");
+  EXPECT_SOON(startWithDifferences().row(), 10);
 }
 
-TEST_F(NavigationTest, MousePlacesTheCaretAndTheWheelScrolls) {
+TEST_F(NavigationTest, Mouse) {
   const TextWindow window = startWithDifferences();
-  RECT view = {};
-  GetClientRect(window.view(), &view);
+  RECT client = {};
+  GetClientRect(window.view(), &client);
   const POINT leftTop = {10, 2};
-  const POINT rightTop = {view.right / 2 + 20, 2};
-  turnWheel(window.view(), -4);
-  click(window.view(), rightTop);
-  const auto row = [&] { return std::stoi(window.caret().substr(5)); };
-  ASSERT_TRUE(waitUntil([&] { return row() > 1; }));
-  const int scrolled = row();
-  EXPECT_EQ((scrolled - 1) % 4, 0) << "as many rows a notch";
-  ASSERT_GT(scrolled, 10);
-  EXPECT_EQ(window.caret(),
-            "Virt " + std::to_string(scrolled) + ", Ln " + std::to_string(scrolled - 1) + ", Col 1");
-  turnWheel(window.view(), 4);
-  click(window.view(), leftTop);
-  EXPECT_SOON(window.caret().substr(0, 12), "Virt 1, Ln 1");
-}
+  const POINT rightTop = {client.right / 2 + 20, 2};
+  /// The row that is topmost after requests of the scroll bar.
+  const auto topRow = [&](const std::vector<WPARAM>& requests) {
+    for (const WPARAM request : requests) SendMessageA(window.view(), WM_VSCROLL, request, 0);
+    // Each elsewhere than the last one, as two in one place would be a double click.
+    for (const POINT place : {leftTop, rightTop}) click(window.view(), place);
+    return window.row();
+  };
+  const auto turnWheel = [&](int by) { SendMessageA(window.view(), WM_MOUSEWHEEL, MAKEWPARAM(0, by), 0); };
+  turnWheel(-4 * WHEEL_DELTA);
+  const int fourNotches = topRow({}) - 1;
+  EXPECT_TRUE(fourNotches > 10 && fourNotches % 4 == 0) << fourNotches;
+  turnWheel(4 * WHEEL_DELTA);
+  EXPECT_EQ(topRow({SB_LINEDOWN, SB_LINEDOWN, SB_LINEUP}), 2);
+  const int page = topRow({SB_PAGEDOWN}) - 2;
+  EXPECT_EQ(topRow({SB_PAGEDOWN, SB_PAGEDOWN, SB_PAGEUP}), 2 + 2 * page);
+  EXPECT_EQ(topRow({SB_BOTTOM}) + page, 202 + 1);
+  EXPECT_THAT(window.caret(), testing::EndsWith("Ln " + std::to_string(window.row() - 1) + ", Col 1"));
+  EXPECT_EQ(topRow({SB_TOP}), 1);
 
-TEST_F(NavigationTest, SummaryLeadsToADifference) {
-  const TextWindow window = startWithDifferences();
   RECT bar = {};
   GetClientRect(window.summary(), &bar);
   click(window.summary(), {bar.right / 2, bar.bottom - 1});
-  EXPECT_SOON(std::stoi(window.caret().substr(5)), 202);
-  click(window.summary(), {bar.right / 2, bar.bottom / 2 + 10}, MouseButton::right);
-  EXPECT_SOON(window.caret(), "Virt 100, Ln 100, Col 1");
+  EXPECT_EQ(window.row(), 202);
+  SendMessageA(window.summary(), WM_RBUTTONDOWN, 0, MAKELPARAM(bar.right / 2, bar.bottom / 2 + 10));
+  EXPECT_EQ(window.caret(), "Virt 100, Ln 99, Col 1");
+
+  // The splitter takes the names along, for as long as it is held; a double click puts it back.
+  const HWND thumb = childOf(window.handle(), "SplitterThumb");
+  const LONG middle = areaOf(window.nameBox(1)).left;
+  drag(thumb, {10, 2}, {110, 2});
+  EXPECT_EQ(areaOf(window.nameBox(1)).left, middle + 100);
+  SendMessageA(thumb, WM_MOUSEMOVE, 0, MAKELPARAM(50, 2));
+  EXPECT_EQ(areaOf(window.nameBox(1)).left, middle + 100);
+  SendMessageA(thumb, WM_LBUTTONDBLCLK, MK_LBUTTON, 0);
+  EXPECT_EQ(areaOf(window.nameBox(1)).left, middle);
 }
 
 TEST_F(NavigationTest, SelectionGoesToTheClipboard) {
   const TextWindow window = startWithDifferences();
+  const auto copy = [] { press('C', {VK_CONTROL}); };
   press(VK_DOWN, {VK_SHIFT});
   press(VK_RIGHT, {VK_SHIFT});
-  const ClipboardWatch some;
-  press('C', {VK_CONTROL});
-  EXPECT_EQ(some.text(), "line 1\r\nl");
-  const ClipboardWatch all;
+  EXPECT_EQ(copiedBy(copy), "line 1\r\nl");
   press('A', {VK_CONTROL});
-  press('C', {VK_CONTROL});
-  EXPECT_EQ(all.text().size(), numberedLines(200).size() - 2) << "all but the last line's end";
+  EXPECT_THAT(copiedBy(copy), testing::AllOf(testing::StartsWith("line 1\r\n"), testing::EndsWith("200")));
   press(VK_HOME, {VK_CONTROL});
+  EXPECT_SOON(window.row(), 1);
+  RECT client = {};
+  GetClientRect(window.view(), &client);
+  drag(window.view(), {10, 2}, {client.right / 4, 2});
+  EXPECT_EQ(window.caret(), "Virt 1, Ln 1, Col 7");
+  SendMessageA(window.view(), WM_MOUSEMOVE, 0, MAKELPARAM(10, 100));  // with the button up
+  EXPECT_EQ(copiedBy(copy), "line 1");
+  // A second press in time is a double click: a word.
+  for (int i = 0; i < 2; ++i) click(window.view(), {client.right / 2 + 20, 2});
+  EXPECT_EQ(copiedBy(copy), "line");
   press(VK_F7);
-  press(VK_F4);
   EXPECT_SOON(window.caret(), "Virt 151, Ln 150, Col 1");
-  const ClipboardWatch block;
-  window.run(Command::blockToClipboard);
-  EXPECT_EQ(block.text(), "more\r\nand more\r\n");
+  EXPECT_EQ(copiedBy([&] { window.run(Command::blockToClipboard); }), "more\r\n2nd\r\n");
 }
 
 TEST_F(NavigationTest, Find) {
   const TextWindow window = startWithDifferences();
-  press('F', {VK_CONTROL});
-  const HWND dialog = awaitDialog(*program_, "Find");
-  ASSERT_NE(dialog, nullptr);
-  constexpr int textField = 0x480;
-  SetDlgItemTextA(dialog, textField, "LINE 19");
-  PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
+  const auto find = [&](const char* text) {
+    press('F', {VK_CONTROL});
+    const HWND dialog = program_->dialog("Find");
+    SetDlgItemTextA(dialog, 0x480, text);
+    EXPECT_TRUE(pressButton(dialog, IDOK)) << "it closes after each search";
+  };
+  find("LINE 19");
   EXPECT_SOON(window.caret(), "Virt 19, Ln 19, Col 8");
-  EXPECT_SOON(IsWindow(dialog), FALSE) << "it closes after each search";
   ASSERT_TRUE(window.activate());
   press(VK_F3);
   EXPECT_SOON(window.caret(), "Virt 192, Ln 190, Col 8");
   press(VK_F3, {VK_CONTROL});
   EXPECT_SOON(window.caret(), "Virt 19, Ln 19, Col 8");
-  const ClipboardWatch found;
-  press('C', {VK_CONTROL});
-  EXPECT_EQ(found.text(), "line 19");
+  EXPECT_EQ(copiedBy([] { press('C', {VK_CONTROL}); }), "line 19");
+  find("nowhere");
+  EXPECT_EQ(program_->answerMessage(), "Search text not found.");
   quit(window);
-  EXPECT_EQ(savedText("FindText"), "LINE 19");
-
-  const TextWindow next = startWithDifferences();
-  press(VK_F3);
-  EXPECT_SOON(next.caret(), "Virt 19, Ln 19, Col 8");
-  next.run(Command::exit);
-  ASSERT_EQ(program_->exitCode(), 0u);
-
-  saveText("FindText", "nowhere");
-  const TextWindow last = startWithDifferences();
-  press(VK_F3);
-  EXPECT_EQ(answerMessage(*program_), "Search text not found.");
-  EXPECT_EQ(last.caret(), "Virt 1, Ln 1, Col 1");
+  EXPECT_EQ(saved("FindText"), "nowhere");
 }
 
 }  // namespace

@@ -1,136 +1,160 @@
-// More than one window: where they open, how they close, and what keys do to them.
+// The windows and their menus, what keys do to them, and what the program keeps from run to run.
 
-#include <gmock/gmock.h>
+#include <windows.h>
 
-#include <vector>
+#include <commctrl.h>
+
+#include <sstream>
 
 #include "tests/win/gui_test.h"
-#include "tests/win/support/input.h"
 
 namespace merivane {
 namespace {
 
+std::vector<LONG> placeOf(HWND window) {
+  const RECT area = areaOf(window);
+  return {area.left, area.top, area.right, area.bottom};
+}
+
 class WindowsTest : public GuiTest {
  protected:
+  const std::string a_ = writeFile("a.txt", "1\r\nalone\r\n2\r\n");
+  const std::string b_ = writeFile("b.txt", "1\r\n2\r\n");
+
   /// Waits until so many text windows are open, and answers the topmost: the one just opened.
   TextWindow topOf(size_t count) {
     std::vector<HWND> windows;
-    waitUntil([&] { return (windows = program_->windows("CompareWindow")).size() == count; });
+    waitUntil([&] {
+      windows = program_->windows("CompareWindow");
+      return windows.size() == count && windows.front() == GetForegroundWindow();
+    });
     EXPECT_EQ(windows.size(), count);
     return {*program_, windows.empty() ? nullptr : windows.front()};
   }
 };
 
-RECT moved(RECT area, int by) {
-  OffsetRect(&area, by, by);
-  return area;
-}
-
-std::string shown(const RECT& area) {
-  return testing::PrintToString(std::vector<LONG>{area.left, area.top, area.right, area.bottom});
-}
-
-TEST_F(WindowsTest, EachOpensBesideTheLastOne) {
-  const TextWindow first = start();
-  EXPECT_EQ(shown(first.area()), shown(kPlace));
-  ASSERT_TRUE(first.activate());
+TEST_F(WindowsTest, OpenBesideEachOtherAndCloseOneByOne) {
+  const TextWindow first = startWith(a_, b_);
   press('N', {VK_CONTROL});
   const TextWindow second = topOf(2);
-  EXPECT_EQ(shown(second.area()), shown(moved(kPlace, 50)));
-
+  EXPECT_THAT(placeOf(second.handle()), testing::ElementsAre(90, 80, 890, 680));
   // The one that was moved last decides.
-  MoveWindow(first.handle(), 100, 80, 500, 400, TRUE);
+  MoveWindow(first.handle(), 100, 80, 800, 600, TRUE);
   ASSERT_TRUE(first.activate());
   press('N', {VK_CONTROL});
-  EXPECT_EQ(shown(topOf(3).area()), shown({150, 130, 650, 530}));
-
-  // Where it would leave the screen it opens in the corner.
-  const int right = GetSystemMetrics(SM_CXSCREEN);
-  MoveWindow(first.handle(), right - 530, 80, 500, 400, TRUE);
-  ASSERT_TRUE(first.activate());
-  press('N', {VK_CONTROL});
-  EXPECT_EQ(shown(topOf(4).area()), shown({0, 0, 500, 400}));
-}
-
-TEST_F(WindowsTest, TheLastOneClosedEndsTheProgram) {
-  const TextWindow first = start();
-  first.run(Command::newTextWindow);
-  const TextWindow second = topOf(2);
-  ASSERT_TRUE(second.activate());
+  const TextWindow third = topOf(3);
+  EXPECT_THAT(placeOf(third.handle()), testing::ElementsAre(150, 130, 950, 730));
+  EXPECT_THAT(third.menu(4), testing::EndsWith("Vertically\n-(no folder windows)\nMerivane - [a.txt, b.txt]\n"
+                                               "Merivane - [a.txt, b.txt]\n*Merivane - [a.txt, b.txt]\n"));
+  third.run(static_cast<Command>(static_cast<int>(Command::firstTextWindow) + 1));
+  EXPECT_SOON(GetForegroundWindow(), second.handle());
+  third.run(Command::firstTextWindow);
+  EXPECT_SOON(GetForegroundWindow(), first.handle());
   press('W', {VK_CONTROL});
-  EXPECT_EQ(topOf(1).handle(), first.handle());
-  PostMessageA(first.handle(), WM_CLOSE, 0, 0);
-  EXPECT_EQ(program_->exitCode(), 0u);
-}
-
-TEST_F(WindowsTest, EscQuitsUnlessTurnedOff) {
-  const std::string file = writeFile("a.txt", numberedLines(3));
-  const TextWindow window = startWith(file, file);
-  window.run(Command::newTextWindow);
-  ASSERT_TRUE(topOf(2).activate());
+  topOf(2);
+  ASSERT_TRUE(third.activate());
   press(VK_ESCAPE);
-  EXPECT_EQ(program_->exitCode(), 0u);
+  EXPECT_EQ(program_->exitCode(), 0u) << "all windows";
 
-  saveText("EscQuitsApp", "false");
-  const TextWindow staying = startWith(file, file);
-  ASSERT_TRUE(staying.activate());
+  save("EscQuitsApp", "false");
+  save("ReUseFileWindow", "true");
+  const TextWindow staying = startWith(a_, b_);
   press(VK_ESCAPE);
+  press('N', {VK_CONTROL});
   press(VK_DOWN);
   EXPECT_SOON(staying.caret(), "Virt 2, Ln 2, Col 1");
+  topOf(1);
   press('Q', {VK_CONTROL});
   EXPECT_EQ(program_->exitCode(), 0u);
 }
 
-TEST_F(WindowsTest, ReusedWindowStaysTheOnlyOne) {
-  saveText("ReUseFileWindow", "true");
-  const TextWindow window = start();
-  ASSERT_TRUE(window.activate());
-  press('N', {VK_CONTROL});
-  window.run(Command::newTextWindow);
-  window.run(Command::showWhiteSpace);
-  EXPECT_SOON(window.menu(2)[4].checked, true);
-  EXPECT_EQ(program_->windows("CompareWindow").size(), 1u);
-  EXPECT_FALSE(window.menu(0)[0].enabled);
+TEST_F(WindowsTest, MenusShowWhatCanBeDoneAndWhatIsShown) {
+  const TextWindow window = startWith(a_, b_);
+  const auto marked = [&](const std::string& marks) {
+    std::string items;
+    for (const int menu : {1, 2, 3}) {
+      std::istringstream lines(window.menu(menu));
+      for (std::string item; std::getline(lines, item);) {
+        if (marks.find(item[0]) != marks.npos) items += item.substr(0, item.find('\t'));
+      }
+    }
+    return items;
+  };
+  const auto onToolBar = [&](Command command) {
+    const HWND bar = childOf(window.handle(), TOOLBARCLASSNAMEA);
+    return SendMessageA(bar, TB_ISBUTTONENABLED, static_cast<WPARAM>(command), 0) != 0;
+  };
+  EXPECT_FALSE(onToolBar(Command::copyDiffRight));
+  press(VK_F8);
+  EXPECT_SOON(onToolBar(Command::copyDiffRight), true);
+  EXPECT_FALSE(onToolBar(Command::copyDiffLeft));
+  press(VK_RIGHT, {VK_SHIFT});
+  copiedBy([] { press('C', {VK_CONTROL}); });
+  EXPECT_EQ(marked("-"), "-&Undo-&Redo-Find &Next-Find Pre&v-&Options...-&Copy <---Co&py Line <--");
+
+  EXPECT_EQ(marked("*o"), "*&Toolbar*Status &Bar*Su&mmary*S&ync Scrollingo&None");
+  for (const Command command : {Command::viewToolBar, Command::viewStatusBar, Command::viewSummary,
+                                Command::showWhiteSpace, Command::syncScrolling, Command::lineNumbersReal}) {
+    window.run(command);
+  }
+  EXPECT_SOON(marked("*o"), "*&White Spaceo&Real");
+  EXPECT_FALSE(IsWindowVisible(window.summary()));
+  window.run(Command::viewSummary);
+  window.run(Command::lineNumbersVirtual);
+  EXPECT_SOON(marked("*o"), "*Su&mmary*&White Spaceo&Virtual");
 }
 
-TEST_F(WindowsTest, MenuEntryBringsItsWindowToTheFront) {
-  const TextWindow first = start();
-  first.run(Command::newTextWindow);
-  const TextWindow second = topOf(2);
-  ASSERT_TRUE(second.activate());
-  second.run(Command::firstTextWindow);
-  EXPECT_SOON(GetForegroundWindow(), first.handle());
-}
-
-TEST_F(WindowsTest, KeysMoveTheFocus) {
-  const TextWindow window = startWith(writeFile("a.txt", "1\r\n2\r\n"), writeFile("b.txt", "1\r\n"));
-  ASSERT_TRUE(window.activate());
-  ASSERT_EQ(program_->focus(), window.view());
-
+TEST_F(WindowsTest, TabGoesRoundTheControls) {
+  const TextWindow window = startWith(a_, b_);
+  // The focus goes from a name box on to the field in it.
+  const auto control = [&] {
+    const HWND focus = program_->focus();
+    return GetParent(focus) == window.handle() ? focus : GetParent(focus);
+  };
   // Tab is the view's own; with Ctrl it leaves it.
   press(VK_TAB, {VK_CONTROL});
-  EXPECT_SOON(program_->focus(), window.nameEdit(0));
-  std::vector<HWND> visited;
-  for (int i = 0; i < 8 && program_->focus() != window.view(); ++i) {
-    const HWND before = program_->focus();
+  EXPECT_SOON(control(), window.nameBox(0));
+  std::vector<HWND> visited = {window.nameBox(0)};
+  while (visited.size() < 9 && visited.back() != window.view()) {
     press(VK_TAB);
-    ASSERT_TRUE(waitUntil([&] { return program_->focus() != before; }));
-    visited.push_back(program_->focus());
+    ASSERT_TRUE(waitUntil([&] { return control() != visited.back(); }));
+    visited.push_back(control());
   }
-  EXPECT_THAT(visited, testing::Contains(window.nameEdit(1)));
-  EXPECT_EQ(program_->focus(), window.view());
+  EXPECT_THAT(visited, testing::Contains(window.nameBox(1)));
+  EXPECT_EQ(visited.back(), window.view());
   press(VK_TAB, {VK_CONTROL, VK_SHIFT});
-  EXPECT_SOON(program_->focus(), visited[visited.size() - 2]);
+  EXPECT_SOON(control(), visited[visited.size() - 2]);
+  window.run(Command::newTextWindow);
+  topOf(2);
+  window.run(Command::firstTextWindow);
+  EXPECT_SOON(control(), visited[visited.size() - 2]) << "it comes back";
+}
 
-  // F4 goes to the other pane, which has no line at the second row.
-  click(window.view(), {20, 3});
-  EXPECT_SOON(program_->focus(), window.view());
-  press(VK_F8);
-  EXPECT_SOON(window.caret(), "Virt 2, Ln 2, Col 1");
-  press(VK_F4);
-  EXPECT_SOON(window.caret(), "Virt 2, Ln 0, Col 1");
-  press(VK_F4);
-  EXPECT_SOON(window.caret(), "Virt 2, Ln 2, Col 1");
+TEST_F(WindowsTest, SettingsOutliveTheProgram) {
+  const TextWindow window = startWith(a_, b_);
+  EXPECT_EQ(saved("LeftFile.text"), a_) << "at once";
+  window.setNames(b_, a_);
+  press(VK_F5);
+  EXPECT_SOON(window.title(), "Merivane - [b.txt, a.txt]");
+  MoveWindow(window.handle(), 40, 30, 700, 500, TRUE);
+  MoveWindow(window.handle(), 60, 70, 700, 500, TRUE);
+  EXPECT_LT(areaOf(window.summary()).right, 760);
+  window.run(Command::lineNumbersReal);
+  quit(window);
+  EXPECT_EQ(saved("LeftFileHistory.0"), b_);
+  EXPECT_EQ(saved("ShowLineNumbers"), "# 1");
+  EXPECT_EQ(saved("CompareWindow"), "0,3c,46,2f8,23a");
+
+  const TextWindow again = start();
+  EXPECT_EQ(again.name(1), a_);
+  EXPECT_THAT(again.menu(2), testing::HasSubstr("\no&Real\n"));
+  EXPECT_THAT(placeOf(again.handle()), testing::ElementsAre(60, 70, 760, 570));
+  // A maximized window keeps the place it is restored to.
+  ShowWindow(again.handle(), SW_MAXIMIZE);
+  ASSERT_TRUE(waitUntil([&] { return IsZoomed(again.handle()) != 0; }));
+  quit(again);
+  EXPECT_EQ(saved("CompareWindow"), "1,3c,46,2f8,23a");
+  EXPECT_SOON(IsZoomed(start().handle()), TRUE);
 }
 
 }  // namespace

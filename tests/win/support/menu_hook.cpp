@@ -2,40 +2,38 @@
 
 #include <windows.h>
 
-#include "tests/win/support/menu_protocol.h"
+#include <cstring>
 
-namespace merivane {
+#include "tests/win/support/program.h"
+
 namespace {
 
-void report(HWND window, HMENU menu, UINT place, MenuReport& answer) {
+void report(HWND window, HMENU menu, UINT place, char* answer) {
   SendMessageA(window, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), static_cast<LPARAM>(place));
-  const int count = GetMenuItemCount(menu);
-  for (int i = 0; i < count && answer.count < MenuReport::kMostItems; ++i) {
-    MenuReport::Item& item = answer.items[answer.count++];
+  for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+    char text[256] = "";
     MENUITEMINFOA info = {};
     info.cbSize = sizeof info;
-    info.fMask = MIIM_ID | MIIM_STATE | MIIM_FTYPE | MIIM_STRING | MIIM_SUBMENU;
-    info.dwTypeData = item.text;
-    info.cch = sizeof item.text;
+    info.fMask = MIIM_STATE | MIIM_FTYPE | MIIM_STRING | MIIM_SUBMENU;
+    info.dwTypeData = text;
+    info.cch = sizeof text;
     GetMenuItemInfoA(menu, static_cast<UINT>(i), TRUE, &info);
-    item.id = info.hSubMenu != nullptr ? UINT32_MAX : info.wID;
-    item.state = info.fState;
-    item.type = info.fType;
+    if (info.fType & MFT_SEPARATOR) continue;
+    if (info.fState & MFS_CHECKED) std::strcat(answer, info.fType & MFT_RADIOCHECK ? "o" : "*");
+    if (info.fState & MFS_GRAYED) std::strcat(answer, "-");
+    std::strcat(std::strcat(answer, text), "\n");
     if (info.hSubMenu != nullptr) report(window, info.hSubMenu, static_cast<UINT>(i), answer);
   }
 }
 
 }  // namespace
-}  // namespace merivane
 
 extern "C" __declspec(dllexport) LRESULT CALLBACK menuHook(int code, WPARAM wParam, LPARAM lParam) {
   static const UINT message = RegisterWindowMessageA(merivane::kMenuMessage);
   const auto& sent = *reinterpret_cast<const CWPSTRUCT*>(lParam);
   if (code == HC_ACTION && sent.message == message) {
     const HMENU menu = GetSubMenu(GetMenu(sent.hwnd), static_cast<int>(sent.wParam));
-    auto& answer = *reinterpret_cast<merivane::MenuReport*>(sent.lParam);
-    answer.count = 0;
-    merivane::report(sent.hwnd, menu, static_cast<UINT>(sent.wParam), answer);
+    report(sent.hwnd, menu, static_cast<UINT>(sent.wParam), reinterpret_cast<char*>(sent.lParam));
   }
   return CallNextHookEx(nullptr, code, wParam, lParam);
 }

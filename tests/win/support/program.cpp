@@ -1,10 +1,23 @@
 #include "tests/win/support/program.h"
 
+#include <commctrl.h>
+#include <shlobj.h>
+
+#include <cstring>
+#include <fstream>
 #include <stdexcept>
 
-#include "tests/win/support/polling.h"
-
 namespace merivane {
+namespace {
+
+constexpr char settingsKey[] = "SOFTWARE\\Brackenfold\\Merivane\\Settings";
+
+BITMAPINFOHEADER headerFor(int width, int height) {
+  const LONG fromTheTop = -height;
+  return {sizeof(BITMAPINFOHEADER), width, fromTheTop, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+}
+
+}  // namespace
 
 std::string programFolder() {
   char path[MAX_PATH];
@@ -14,20 +27,35 @@ std::string programFolder() {
 
 std::string textOf(HWND window) {
   std::string text(static_cast<size_t>(SendMessageA(window, WM_GETTEXTLENGTH, 0, 0)), '\0');
-  const auto room = static_cast<WPARAM>(text.size() + 1);
-  text.resize(
-      static_cast<size_t>(SendMessageA(window, WM_GETTEXT, room, reinterpret_cast<LPARAM>(text.data()))));
+  SendMessageA(window, WM_GETTEXT, text.size() + 1, reinterpret_cast<LPARAM>(text.data()));
   return text;
 }
 
-std::string classOf(HWND window) {
-  char name[64] = "";
-  GetClassNameA(window, name, sizeof name);
-  return name;
+bool pressButton(HWND dialog, int id) {
+  PostMessageA(GetDlgItem(dialog, id), BM_CLICK, 0, 0);
+  return waitUntil([&] { return !IsWindow(dialog); });
 }
 
-HWND childOf(HWND window, const char* className) {
-  return FindWindowExA(window, nullptr, className, nullptr);
+void clearSavedSettings() { RegDeleteTreeA(HKEY_CURRENT_USER, settingsKey); }
+
+std::string saved(const char* name) {
+  char value[1024] = "";
+  DWORD size = sizeof value;
+  DWORD type = REG_NONE;
+  RegGetValueA(HKEY_CURRENT_USER, settingsKey, name, RRF_RT_ANY, &type, value, &size);
+  DWORD number = 0;
+  std::memcpy(&number, value, sizeof number);
+  if (type == REG_DWORD) return "# " + std::to_string(number);
+  return type == REG_SZ ? value : "(none)";
+}
+
+void save(const char* name, const std::string& text) {
+  RegSetKeyValueA(HKEY_CURRENT_USER, settingsKey, name, REG_SZ, text.c_str(),
+                  static_cast<DWORD>(text.size() + 1));
+}
+
+void save(const char* name, DWORD number) {
+  RegSetKeyValueA(HKEY_CURRENT_USER, settingsKey, name, REG_DWORD, &number, sizeof number);
 }
 
 Program::Program(const std::string& arguments) {
@@ -35,8 +63,7 @@ Program::Program(const std::string& arguments) {
   STARTUPINFOA startup = {};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION started = {};
-  if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                      &started)) {
+  if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, 0, 0, nullptr, nullptr, &startup, &started)) {
     throw std::runtime_error("cannot start " + line);
   }
   CloseHandle(started.hThread);
@@ -50,33 +77,33 @@ Program::~Program() {
   CloseHandle(process_);
 }
 
-std::vector<HWND> Program::windows(const std::string& className, const std::string& title) const {
-  struct Search {
-    DWORD processId;
-    const std::string& className;
-    const std::string& title;
-    std::vector<HWND> found;
-  } search = {processId_, className, title, {}};
-  const auto visit = [](HWND window, LPARAM parameter) CALLBACK -> BOOL {
-    auto& wanted = *reinterpret_cast<Search*>(parameter);
+std::vector<HWND> Program::windows(const char* className, const char* title) const {
+  std::vector<HWND> found;
+  for (HWND window = nullptr; (window = FindWindowExA(nullptr, window, className, title)) != nullptr;) {
     DWORD owner = 0;
     GetWindowThreadProcessId(window, &owner);
-    const bool fits =
-        owner == wanted.processId && IsWindowVisible(window) && classOf(window) == wanted.className;
-    if (fits && (wanted.title.empty() || textOf(window) == wanted.title)) wanted.found.push_back(window);
-    return TRUE;
-  };
-  EnumWindows(visit, reinterpret_cast<LPARAM>(&search));
-  return search.found;
+    if (owner == processId_ && IsWindowVisible(window)) found.push_back(window);
+  }
+  return found;
 }
 
-HWND Program::window(const std::string& className, const std::string& title) const {
+HWND Program::window(const char* className, const char* title) const {
   std::vector<HWND> found;
   waitUntil([&] {
     found = windows(className, title);
-    return !found.empty() || !isRunning();
+    return !found.empty() || WaitForSingleObject(process_, 0) != WAIT_TIMEOUT;
   });
   return found.empty() ? nullptr : found.front();
+}
+
+std::string Program::answerMessage(int button) const {
+  const HWND box = dialog("Merivane");
+  if (box == nullptr) return "(no message came)";
+  std::string said;
+  for (HWND label = nullptr; (label = FindWindowExA(box, label, "Static", nullptr)) != nullptr;) {
+    said += textOf(label);  // one of them is the icon
+  }
+  return pressButton(box, button) ? said : said + " (and the message stays)";
 }
 
 HWND Program::focus() const {
@@ -89,14 +116,125 @@ HWND Program::focus() const {
   return owner == processId_ ? info.hwndFocus : nullptr;
 }
 
-bool Program::isRunning() const { return WaitForSingleObject(process_, 0) == WAIT_TIMEOUT; }
-
-std::optional<DWORD> Program::exitCode() const {
-  const auto patience = std::chrono::milliseconds(kPatience).count();
+DWORD Program::exitCode() const {
+  WaitForSingleObject(process_, std::chrono::milliseconds(kPatience).count());
   DWORD code = 0;
-  if (WaitForSingleObject(process_, static_cast<DWORD>(patience)) != WAIT_OBJECT_0) return std::nullopt;
   GetExitCodeProcess(process_, &code);
   return code;
+}
+
+void TextWindow::setNames(const std::string& left, const std::string& right) const {
+  SendMessageA(nameBox(0), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(left.c_str()));
+  SendMessageA(nameBox(1), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(right.c_str()));
+}
+
+std::string TextWindow::menu(int place) const {
+  const HMODULE library = LoadLibraryA((programFolder() + "merivane-menu-hook.dll").c_str());
+  const auto procedure = reinterpret_cast<void*>(GetProcAddress(library, "menuHook"));
+  const HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROC, reinterpret_cast<HOOKPROC>(procedure), library,
+                                       GetWindowThreadProcessId(window_, nullptr));
+  if (hook == nullptr) throw std::runtime_error("the menu hook does not hold");
+  const UINT message = RegisterWindowMessageA(kMenuMessage);
+  const std::string items = ask(window_, message, static_cast<WPARAM>(place), 0x4000);
+  UnhookWindowsHookEx(hook);
+  FreeLibrary(library);
+  return items;
+}
+
+void TextWindow::drop(HWND window, POINT at, const std::vector<std::string>& paths) const {
+  const DROPFILES header = {sizeof header, at, FALSE, FALSE};
+  std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+  for (const std::string& path : paths) bytes += path + '\0';
+  bytes += '\0';
+  // A handle of this process means nothing in the other, an address in the other does. It is left to it.
+  void* const block = VirtualAllocEx(program_->process(), nullptr, bytes.size(), MEM_COMMIT, PAGE_READWRITE);
+  WriteProcessMemory(program_->process(), block, bytes.data(), bytes.size(), nullptr);
+  PostMessageA(window, WM_DROPFILES, reinterpret_cast<WPARAM>(block), 0);
+}
+
+bool TextWindow::activate() const {
+  return waitUntil([&] {
+    SetForegroundWindow(window_);
+    const HWND focus = program_->focus();
+    return focus != nullptr && GetAncestor(focus, GA_ROOT) == window_;
+  });
+}
+
+std::string TextWindow::compared() const {
+  waitUntil([&] { return !differences().empty(); });
+  return differences();
+}
+
+std::string TextWindow::statusText(int part) const {
+  return ask(childOf(window_, STATUSCLASSNAMEA), SB_GETTEXTA, static_cast<WPARAM>(part), 0x1000);
+}
+
+/// Sends a message that takes the address of room for a text, which has to be the program's own memory.
+std::string TextWindow::ask(HWND window, UINT message, WPARAM wParam, size_t room) const {
+  const HANDLE process = program_->process();
+  void* const block = VirtualAllocEx(process, nullptr, room, MEM_COMMIT, PAGE_READWRITE);
+  SendMessageA(window, message, wParam, reinterpret_cast<LPARAM>(block));
+  std::string text(room, '\0');
+  ReadProcessMemory(process, block, text.data(), room, nullptr);
+  VirtualFreeEx(process, block, 0, MEM_RELEASE);
+  return text.c_str();
+}
+
+Picture::Picture(const RECT& screenArea) {
+  // A maximized window's edges are not on the screen, and nothing at all can be read across the screen's
+  // edge.
+  const RECT whole = {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+  RECT area = {};
+  IntersectRect(&area, &screenArea, &whole);
+  width_ = area.right - area.left;
+  height_ = area.bottom - area.top;
+  pixels_.resize(static_cast<size_t>(width_ * height_));
+  BITMAPINFO info = {};
+  info.bmiHeader = headerFor(width_, height_);
+  const HDC screen = GetDC(nullptr);
+  const HDC memory = CreateCompatibleDC(screen);
+  const HBITMAP bitmap = CreateCompatibleBitmap(screen, width_, height_);
+  const HGDIOBJ before = SelectObject(memory, bitmap);
+  BitBlt(memory, 0, 0, width_, height_, screen, area.left, area.top, SRCCOPY);
+  SelectObject(memory, before);
+  GetDIBits(screen, bitmap, 0, static_cast<UINT>(height_), pixels_.data(), &info, DIB_RGB_COLORS);
+  DeleteObject(bitmap);
+  DeleteDC(memory);
+  ReleaseDC(nullptr, screen);
+  for (uint32_t& pixel : pixels_) pixel &= 0xFFFFFF;
+}
+
+COLORREF Picture::at(int x, int y) const {
+  if (x < 0 || x >= width_ || y < 0 || y >= height_) return CLR_INVALID;
+  const uint32_t pixel = pixels_[static_cast<size_t>(y * width_ + x)];
+  return RGB(pixel >> 16, pixel >> 8 & 0xFF, pixel & 0xFF);
+}
+
+bool Picture::shows(COLORREF colour, int top, int bottom) const {
+  for (int y = top; y < bottom; ++y) {
+    for (int x = 0; x < width_; ++x) {
+      if (at(x, y) == colour) return true;
+    }
+  }
+  return false;
+}
+
+void Picture::save(const std::string& path) const {
+  const auto size = static_cast<DWORD>(pixels_.size() * sizeof pixels_[0]);
+  const BITMAPINFOHEADER header = headerFor(width_, height_);
+  constexpr DWORD offset = sizeof(BITMAPFILEHEADER) + sizeof header;
+  const BITMAPFILEHEADER file = {0x4D42, offset + size, 0, 0, offset};
+  std::ofstream out(path, std::ios::binary);
+  out.write(reinterpret_cast<const char*>(&file), sizeof file);
+  out.write(reinterpret_cast<const char*>(&header), sizeof header);
+  out.write(reinterpret_cast<const char*>(pixels_.data()), static_cast<std::streamsize>(size));
+}
+
+Picture pictureOfClient(HWND window) {
+  RECT area = {};
+  GetClientRect(window, &area);
+  MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&area), 2);
+  return Picture(area);
 }
 
 }  // namespace merivane

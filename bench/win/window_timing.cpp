@@ -9,10 +9,7 @@
 #include <iostream>
 #include <string>
 
-#include "tests/win/support/polling.h"
 #include "tests/win/support/program.h"
-#include "tests/win/support/saved_settings.h"
-#include "tests/win/support/text_window.h"
 
 namespace {
 
@@ -80,7 +77,7 @@ int main(int count, char** arguments) {
     return 2;
   }
   clearSavedSettings();
-  saveText("TipOfTheDay.ShowOnStartup", "false");
+  save("TipOfTheDay.ShowOnStartup", "false");
   const std::string files = std::string("\"") + arguments[1] + "\" \"" + arguments[2] + '"';
   constexpr int starts = 3;
   std::cout << seconds(starts, [&] {

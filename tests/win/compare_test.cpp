@@ -1,0 +1,126 @@
+// Naming files by argument, in the boxes and by dropping them, and comparing them.
+
+#include <random>
+
+#include "tests/win/gui_test.h"
+
+namespace merivane {
+namespace {
+
+class CompareTest : public GuiTest {
+ protected:
+  const std::string one_ = writeFile("one.txt", "same\r\n");
+  const std::string two_ = writeFile("two.txt", "same\nnew\nnewer\n");
+};
+
+TEST_F(CompareTest, TwoFilesOnTheCommandLine) {
+  const TextWindow window = startWith(one_, "two.txt");
+  EXPECT_EQ(window.title(), "Merivane - [one.txt, two.txt]");
+  EXPECT_EQ(window.differences(), "Diffs: 1, Lines: 2");
+  EXPECT_EQ(window.lineEnds(), "DOS, UNIX");
+  EXPECT_EQ(window.name(1), two_) << "a relative name is made full";
+  quit(window);
+  EXPECT_EQ(saved("RightFileHistory.0"), two_);
+
+  program_ = std::make_unique<Program>("two.txt missing.txt");
+  EXPECT_EQ(program_->answerMessage(), "Could not find the file or folder:\nmissing.txt");
+  EXPECT_EQ(program_->exitCode(), 0u);
+}
+
+TEST_F(CompareTest, NamesInTheBoxes) {
+  save("IdenticalMessage", "true");
+  const std::string binary = writeFile("binary.dat", std::string("a\0b", 3));
+  const TextWindow window = start();
+  EXPECT_EQ(window.title(), "Merivane - [<no file>, <no file>]");
+  EXPECT_EQ(window.differences(), "");
+  ASSERT_TRUE(window.activate());
+  const auto saidOf = [&](const std::string& left, const std::string& right) {
+    window.setNames(left, right);
+    press(VK_F5);
+    return program_->answerMessage();
+  };
+  EXPECT_THAT(saidOf(two_, binary), testing::StartsWith("The right file is a binary data file."));
+  EXPECT_THAT(saidOf("d:\\missing.txt", two_), testing::StartsWith("Cannot load left file.\n\nReason: "));
+  EXPECT_EQ(saidOf(two_, two_), "The files are identical.");
+  // Nothing of it keeps the window from going on; what has changed on the disk comes with F5.
+  window.setNames(one_, two_);
+  press(VK_F5);
+  EXPECT_SOON(window.differences(), "Diffs: 1, Lines: 2");
+  writeFile("one.txt", "same\r\nnewer\r\n");
+  press(VK_F5);
+  EXPECT_SOON(window.differences(), "Diffs: 1, Lines: 1");
+}
+
+TEST_F(CompareTest, NamesAreCompletedAndEntered) {
+  save("LeftFileHistory.count", 1);
+  save("LeftFileHistory.0", one_);
+  const TextWindow window = start();
+  ASSERT_TRUE(window.activate());
+  EXPECT_SOON(program_->focus(), window.nameEdit(0));
+  const std::string begun = one_.substr(0, one_.size() - 3);
+  type(begun);
+  EXPECT_SOON(window.name(0), one_);
+  press(VK_BACK);
+  EXPECT_SOON(window.name(0), begun) << "only what was completed, and not again";
+  type("t");
+  EXPECT_SOON(window.name(0), one_);
+  SendMessageA(window.nameBox(0), CB_SHOWDROPDOWN, TRUE, 0);
+  press(VK_ESCAPE);  // closes no more than the list
+  EXPECT_SOON(SendMessageA(window.nameBox(0), CB_GETDROPPEDSTATE, 0, 0), FALSE);
+  press(VK_RETURN);
+  EXPECT_SOON(program_->focus(), window.nameEdit(1)) << "a name is still to come";
+  type(two_);
+  press(VK_RETURN);
+  EXPECT_SOON(window.title(), "Merivane - [one.txt, two.txt]");
+  EXPECT_EQ(window.compared(), "Diffs: 1, Lines: 2");
+}
+
+TEST_F(CompareTest, DroppedFiles) {
+  const TextWindow window = start();
+  RECT client = {};
+  GetClientRect(window.handle(), &client);
+  const POINT leftHalf = {50, 200};
+  window.drop(window.handle(), {client.right - 50, 200}, {one_});
+  EXPECT_SOON(window.name(1), one_);
+  EXPECT_EQ(window.name(0), "");
+  window.drop(window.handle(), leftHalf, {two_});
+  EXPECT_SOON(window.name(0), two_);
+  window.drop(window.handle(), leftHalf, {one_, two_});
+  EXPECT_SOON(window.title(), "Merivane - [one.txt, two.txt]");
+  EXPECT_EQ(window.compared(), "Diffs: 1, Lines: 2");
+  window.drop(window.nameBox(0), {5, 5}, {programFolder()});  // which a box does not take
+  window.drop(window.nameBox(1), {5, 5}, {one_});
+  EXPECT_SOON(window.title(), "Merivane - [one.txt, one.txt]");
+  EXPECT_SOON(static_cast<size_t>(LOWORD(SendMessageA(window.nameEdit(1), EM_GETSEL, 0, 0))), one_.size());
+}
+
+TEST_F(CompareTest, LongComparisonIsGivenUpAtOnce) {
+  // Lines of few kinds in an order of their own: nothing can be told about such a pair in a hurry.
+  std::mt19937 random;
+  const auto shuffledLines = [&] {
+    std::string text;
+    for (int i = 0; i < 400000; ++i) text += std::to_string(random() % 23) + '\n';
+    return text;
+  };
+  const TextWindow window = start(writeFile("1", shuffledLines()) + ' ' + writeFile("2", shuffledLines()));
+  const HWND box = program_->dialog("Please wait...");
+  EXPECT_FALSE(IsWindowEnabled(window.handle()));
+  const DWORD begin = GetTickCount();
+  ASSERT_TRUE(pressButton(box, IDCANCEL));
+  EXPECT_EQ(program_->answerMessage(), "Operation aborted.");
+  EXPECT_LT(GetTickCount() - begin, 3000u);
+
+  // The window goes on, and closes even while it compares.
+  EXPECT_TRUE(IsWindowEnabled(window.handle()));
+  window.run(Command::refresh);
+  ASSERT_NE(program_->dialog("Please wait..."), nullptr);
+  PostMessageA(window.handle(), WM_CLOSE, 0, 0);
+  EXPECT_EQ(program_->exitCode(), 0u);
+
+  // One that is over after a while gives the window back.
+  const std::string large = writeFile("3", std::string(6000000, '\n'));
+  EXPECT_TRUE(IsWindowEnabled(startWith(large, large).handle()));
+}
+
+}  // namespace
+}  // namespace merivane

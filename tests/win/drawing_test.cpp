@@ -1,0 +1,118 @@
+// Rows, the summary and the list of fonts, as they come out on the screen.
+
+#include "shell/win/font_list.h"
+#include "tests/win/gui_test.h"
+
+namespace merivane {
+namespace {
+
+/// The colours of rows, each with its letter; "-" is the window's own.
+const std::map<COLORREF, char> kLetters = {{0xFFFFFF, '.'}, {0xF4F4F4, 'f'},
+                                           {0xC0DCC0, 'l'}, {0xF0CAA6, 'r'},
+                                           {0xA6CAF0, 'c'}, {GetSysColor(COLOR_BTNFACE), '-'}};
+
+class DrawingTest : public GuiTest {
+ protected:
+  const std::string left_ = writeFile("left.txt", "one\ntwo\nonly here\n3\nfour\nthe old word\nfive\n");
+  const std::string right_ =
+      writeFile("right.txt", "one\ntwo\n3\nonly there\nand there\nfour\nthe new word\nfive\n");
+  int height_ = 0;    // of a row
+  RECT client_ = {};  // of the view
+
+  TextWindow startWithPair() {
+    save("DrawCaretBox", "false");
+    const TextWindow window = startWith(left_, right_);
+    GetClientRect(window.view(), &client_);
+    EXPECT_TRUE(waitUntil([&] {
+      const Picture picture = pictureOfClient(window.view());
+      // Where another colour begins there are two rows above it.
+      for (height_ = 0; picture.at(2, 2 * height_) == 0xFFFFFF;) ++height_;
+      return picture.at(2, 2 * height_) != CLR_INVALID && height_ > 0;
+    }));
+    return window;
+  }
+
+  /// The letters of a window's rows in one of its columns; "#" for any other colour.
+  std::string rowsAt(HWND window, int x) const {
+    const Picture picture = pictureOfClient(window);
+    std::string letters;
+    for (int row = 0; row < 9; ++row) {
+      const auto found = kLetters.find(picture.at(x, row * height_ + height_ / 2));
+      letters += found == kLetters.end() ? '#' : found->second;
+    }
+    return letters;
+  }
+};
+
+TEST_F(DrawingTest, EveryRowOnBothSides) {
+  const TextWindow window = startWithPair();
+  const int middle = client_.right / 2;
+  // The gutter and the end of the text area of each side; the gap of 20 pixels between them is neither's.
+  for (const int x : {0, middle - 11}) EXPECT_SOON(rowsAt(window.view(), x), "..l.ff.c.") << x;
+  for (const int x : {middle + 10, static_cast<int>(client_.right) - 1}) {
+    EXPECT_SOON(rowsAt(window.view(), x), "..f.rr.c.") << x;
+  }
+  // Of the changed row, the characters that differ stand inverted on a darker ground.
+  const COLORREF darker = RGB(0xF0 * 60 / 100, 0xCA * 60 / 100, 0xA6 * 60 / 100);
+  EXPECT_TRUE(pictureOfClient(window.view()).shows(darker, 7 * height_, 8 * height_));
+  EXPECT_FALSE(pictureOfClient(window.view()).shows(darker, 0, 7 * height_));
+  // A selection is inverted, whatever the ground.
+  press('A', {VK_CONTROL});
+  EXPECT_SOON(pictureOfClient(window.view()).shows(0xC0DCC0 ^ 0xFFFFFF, 2 * height_, 3 * height_), true);
+}
+
+TEST_F(DrawingTest, ReadOnlyFilesAreGreyAndArrowsCanBeTurnedOff) {
+  save("DrawArrows", "false");
+  SetFileAttributesA(left_.c_str(), FILE_ATTRIBUTE_READONLY);
+  const TextWindow window = startWithPair();
+  SetFileAttributesA(left_.c_str(), FILE_ATTRIBUTE_NORMAL);
+  EXPECT_SOON(rowsAt(window.view(), 2), "..f.ff.f.");
+  const Picture picture = pictureOfClient(window.view());
+  EXPECT_TRUE(picture.shows(0x606060, 2 * height_, 3 * height_)) << "on the left alone";
+  EXPECT_FALSE(picture.shows(0x606060, 4 * height_, 6 * height_)) << "on the right alone";
+}
+
+TEST_F(DrawingTest, SummaryHasABandForEachDifference) {
+  const TextWindow window = startWithPair();
+  RECT bar = {};
+  GetClientRect(window.summary(), &bar);
+  const auto bandsAt = [&](LONG x) {
+    return rowsAt(window.summary(), x).substr(1);
+  };  // the caret's row is marked
+  EXPECT_SOON(bandsAt(bar.right / 2), "-l-rr-c-");
+  for (const LONG x : {4L, bar.right - 5}) EXPECT_EQ(bandsAt(x), "-#-##-#-") << "their edges";
+  for (const LONG x : {2L, bar.right - 3}) EXPECT_EQ(bandsAt(x), "--------") << "beside them";
+}
+
+// In a combo box of the test's own.
+TEST(FontListTest, ShowsEveryFaceAndItsSelection) {
+  const HWND box =
+      CreateWindowExA(0, "COMBOBOX", "", WS_POPUP | CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS, 0,
+                      0, 40, 100, nullptr, nullptr, nullptr, nullptr);
+  fillFontList(box);
+  DRAWITEMSTRUCT item = {};
+  item.itemID = static_cast<UINT>(
+      SendMessageA(box, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("Tahoma")));
+  EXPECT_TRUE(SendMessageA(box, CB_GETITEMDATA, item.itemID, 0) & TRUETYPE_FONTTYPE);
+  EXPECT_GT(SendMessageA(box, CB_GETDROPPEDWIDTH, 0, 0), 60) << "wider than the box";
+
+  item.hwndItem = box;
+  item.hDC = CreateCompatibleDC(nullptr);
+  item.rcItem = {0, 0, 100, 20};
+  const HBITMAP bitmap = CreateBitmap(100, 20, 1, 32, nullptr);
+  SelectObject(item.hDC, bitmap);
+  for (const auto& [state, background] :
+       {std::pair(0, COLOR_WINDOW), std::pair(ODS_SELECTED, COLOR_HIGHLIGHT)}) {
+    item.itemState = static_cast<UINT>(state);
+    drawFontItem(item);
+    int ink = 0;
+    for (int i = 0; i < 2000; ++i) ink += GetPixel(item.hDC, i % 100, i / 100) != GetSysColor(background);
+    EXPECT_TRUE(ink > 20 && ink < 1000) << ink;
+  }
+  DeleteDC(item.hDC);
+  DeleteObject(bitmap);
+  DestroyWindow(box);
+}
+
+}  // namespace
+}  // namespace merivane

@@ -1,0 +1,83 @@
+// Takes pictures of the program at work: merivane-pictures FOLDER LEFT RIGHT SCENE...
+//
+// Each scene gives FOLDER\SCENE.bmp of the two files: "compared", or "marks" with line numbers and white
+// space. What goes wrong in comparing them is part of the picture. "waiting" has a pair of its own.
+
+#include <windows.h>
+
+#include <fstream>
+#include <iostream>
+#include <random>
+#include <utility>
+
+#include "tests/win/support/program.h"
+
+namespace {
+
+using namespace merivane;
+
+/// Few kinds of lines in no order: nothing to hold on to.
+std::string writeShuffledLines(const std::string& name, unsigned seed) {
+  std::mt19937 random(seed);
+  std::ofstream out(name, std::ios::binary);
+  for (int i = 0; i < 400000; ++i) out << random() % 23 << '\n';
+  return name;
+}
+
+/// A picture of a window that has been drawn and stays as it is: a display takes its time.
+Picture settledPicture(HWND window) {
+  Picture picture(areaOf(window));
+  int same = 0;
+  waitUntil([&] {
+    Sleep(100);
+    Picture next(areaOf(window));
+    const bool drawn = next.shows(0, next.height() / 4, next.height() / 2);  // text, or that of a dialog
+    same = drawn && next == picture ? same + 1 : 0;
+    picture = std::move(next);
+    return same == 4;
+  });
+  return picture;
+}
+
+bool take(const std::string& scene, std::string left, std::string right, const std::string& path) {
+  const bool waiting = scene == "waiting";
+  if (waiting) {
+    left = writeShuffledLines("left.txt", 1);
+    right = writeShuffledLines("right.txt", 2);
+  }
+  clearSavedSettings();
+  save("TipOfTheDay.ShowOnStartup", "false");
+  const int inch = GetDeviceCaps(GetDC(nullptr), LOGPIXELSY);
+  const SIZE size = waiting ? SIZE{640, 480} : SIZE{800, 540};  // at 96 pixels an inch
+  char place[64];
+  snprintf(place, sizeof place, "0,a,a,%x,%x", 10 + MulDiv(size.cx, inch, 96),
+           10 + MulDiv(size.cy, inch, 96));
+  save("CompareWindow", place);
+
+  const Program program('"' + left + "\" \"" + right + '"');
+  const HWND handle = program.window("CompareWindow");
+  if (handle == nullptr) return false;
+  const TextWindow window(program, handle);
+  const auto dialogIsThere = [&] { return !program.windows("#32770").empty(); };
+  waitUntil([&] { return dialogIsThere() || (!waiting && !window.differences().empty()); });
+  if (scene == "marks" && !dialogIsThere()) {
+    for (const Command command : {Command::showWhiteSpace, Command::lineNumbersReal, Command::nextDiff}) {
+      window.run(command);
+    }
+  }
+  settledPicture(handle).save(path);
+  return true;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  for (int i = 4; i < count; ++i) {
+    const std::string scene = arguments[i];
+    if (!take(scene, arguments[2], arguments[3], arguments[1] + ('\\' + scene) + ".bmp")) {
+      std::cerr << "no picture of " << scene << "\n";
+      return 1;
+    }
+  }
+  return 0;
+}
