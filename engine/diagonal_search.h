@@ -24,7 +24,7 @@ class DiagonalSearch {
       : a_(left), b_(right), space_(space), abort_(abort) {}
 
   /// `edits`: those of the box's shortest script where they are known, else kUnknown; then it gives up when
-  /// more than `budget` steps would be needed. The box is not empty and does not begin or end with equal
+  /// more than `budget` steps would be needed, or soon seem to be many times as many. The box is not empty and does not begin or end with equal
   /// elements. Throws std::bad_alloc.
   SearchEnd find(const Box& box, int32_t edits, int64_t budget, Split& split) {
     const size_t diagonals = static_cast<size_t>(box.size()) + 3;
@@ -38,11 +38,20 @@ class DiagonalSearch {
     if (!known) edits = static_cast<int32_t>(box.size());
     int32_t fmin = fmid, fmax = fmid;
     int32_t bmin = bmid, bmax = bmid;
+    int32_t nextLook = 32;
     fd[fmid] = box.xlo;
     bd[bmid] = box.xhi;
     for (int32_t round = 1;; ++round) {
       if (isRaised(abort_)) return SearchEnd::aborted;
-      if (!known && (budget -= int64_t{fmax} - fmin + 2) < 0) return SearchEnd::overBudget;
+      if (!known) {
+        if (round == nextLook) {
+          nextLook *= 2;
+          if (stepsAtThisPace(box, fd, fmin, fmax, round) > kManyTimes * (budget + int64_t{round} * round))
+            return SearchEnd::overBudget;
+        }
+        budget -= int64_t{fmax} - fmin + 2;
+        if (budget < 0) return SearchEnd::overBudget;
+      }
       // Diagonals from which the edits left would not lead to the other end are no part of a shortest script.
       const int32_t ahead = edits - round;
       if (fmin > std::max(dmin, bmid - ahead)) {
@@ -92,6 +101,16 @@ class DiagonalSearch {
   }
 
  private:
+  static constexpr int64_t kManyTimes = 4;
+
+  /// What the whole search would take if it went on as it went so far: each end has half the way to go.
+  static int64_t stepsAtThisPace(const Box& box, const int32_t* fd, int32_t fmin, int32_t fmax, int32_t round) {
+    int32_t furthest = 0;
+    for (int32_t d = fmin; d <= fmax; d += 2) furthest = std::max(furthest, 2 * fd[d] - d - box.xlo - box.ylo);
+    const int64_t rounds = round * (box.size() / 2) / std::max(furthest, 1);
+    return rounds * rounds;
+  }
+
   int32_t goForward(const Box& box, int32_t* fd, int32_t d) const {
     int32_t x = fd[d - 1] < fd[d + 1] ? fd[d + 1] : fd[d - 1] + 1;
     for (const int32_t end = std::min(box.xhi, box.yhi + d); x < end && a_[x] == b_[x - d];) ++x;

@@ -92,7 +92,7 @@ class DivideAndConquer {
   /// The choice of the way. `done`: the box needs no split, or the search was aborted.
   Step findSplit(const Box& box, int32_t edits, Split& split) {
     const double plainSteps = std::max(costs_.leastPlainSteps, costs_.plainStepsPerElement * box.size()) *
-                              (edits == kUnknown ? costs_.unknownFactor : 1);
+                              (classes_ == nullptr ? costs_.unclassifiedFactor : 1);
     if (edits == kUnknown || squared(edits) / 4 <= plainSteps) {
       const SearchEnd end = plain_.find(box, edits, static_cast<int64_t>(plainSteps), split);
       if (end != SearchEnd::overBudget) return check(end == SearchEnd::found);
@@ -141,7 +141,7 @@ class DivideAndConquer {
     }
     Split split;
     DiagonalSearch<uint32_t> search(classes[0], classes[1], space_, abort_);
-    const double steps = costs_.plainStepsPerElement * costs_.unknownFactor * rest.size();
+    const double steps = costs_.plainStepsPerElement * costs_.unclassifiedFactor * rest.size();
     const SearchEnd end = search.find(rest, kUnknown, static_cast<int64_t>(steps), split);
     if (end == SearchEnd::found) matchedEdits = split.edits;
     return end != SearchEnd::aborted;

@@ -22,8 +22,8 @@ struct EditScript {
 struct SearchCosts {
   // What the plain search may take before anything else is thought of is the larger of these two.
   double leastPlainSteps = 1000;
-  double plainStepsPerElement = 2;
-  double unknownFactor = 2;  // as long as nobody knows the edits it may take so many times as much
+  double plainStepsPerElement = 1;
+  double unclassifiedFactor = 4;  // more as long as the other ways have not been made ready
   double perCell = 2;        // of a search diagonal by diagonal
   double perMatch = 20;      // of a sparse search, besides the logarithm
   double perRow = 20;        // of a search through the banded table,
