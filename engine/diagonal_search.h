@@ -24,8 +24,8 @@ class DiagonalSearch {
       : a_(left), b_(right), space_(space), abort_(abort) {}
 
   /// `edits`: those of the box's shortest script where they are known, else kUnknown; then it gives up when
-  /// more than `budget` steps would be needed, or soon seem to be many times as many. The box is not empty and does not begin or end with equal
-  /// elements. Throws std::bad_alloc.
+  /// more than `budget` steps would be needed, or soon seem to be many times as many. The box is not empty
+  /// and does not begin or end with equal elements. Throws std::bad_alloc.
   SearchEnd find(const Box& box, int32_t edits, int64_t budget, Split& split) {
     const size_t diagonals = static_cast<size_t>(box.size()) + 3;
     // A diagonal d = x - y runs from xlo - yhi to xhi - ylo, with one guard cell on each side.
@@ -104,9 +104,11 @@ class DiagonalSearch {
   static constexpr int64_t kManyTimes = 4;
 
   /// What the whole search would take if it went on as it went so far: each end has half the way to go.
-  static int64_t stepsAtThisPace(const Box& box, const int32_t* fd, int32_t fmin, int32_t fmax, int32_t round) {
+  static int64_t stepsAtThisPace(const Box& box, const int32_t* fd, int32_t fmin, int32_t fmax,
+                                 int32_t round) {
     int32_t furthest = 0;
-    for (int32_t d = fmin; d <= fmax; d += 2) furthest = std::max(furthest, 2 * fd[d] - d - box.xlo - box.ylo);
+    for (int32_t d = fmin; d <= fmax; d += 2)
+      furthest = std::max(furthest, 2 * fd[d] - d - box.xlo - box.ylo);
     const int64_t rounds = round * (box.size() / 2) / std::max(furthest, 1);
     return rounds * rounds;
   }

@@ -24,10 +24,10 @@ struct SearchCosts {
   double leastPlainSteps = 1000;
   double plainStepsPerElement = 1;
   double unclassifiedFactor = 4;  // more as long as the other ways have not been made ready
-  double perCell = 2;        // of a search diagonal by diagonal
-  double perMatch = 20;      // of a sparse search, besides the logarithm
-  double perRow = 20;        // of a search through the banded table,
-  double perBlock = 2;       // and for each block of the row
+  double perCell = 2;             // of a search diagonal by diagonal
+  double perMatch = 20;           // of a sparse search, besides the logarithm
+  double perRow = 20;             // of a search through the banded table,
+  double perBlock = 2;            // and for each block of the row
 };
 
 /// Finds the shortest edit script by divide and conquer, in linear space. Of several shortest scripts it

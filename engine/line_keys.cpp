@@ -1,9 +1,8 @@
 #include "engine/line_keys.h"
 
-#ifdef __SSE2__
 #include <immintrin.h>
-#endif
 
+#include <algorithm>
 #include <array>
 #include <bit>
 
@@ -11,44 +10,48 @@ namespace merivane {
 namespace {
 
 constexpr uint32_t kBase = 127;
-constexpr uint32_t kBase2 = kBase * kBase;
-constexpr uint32_t kBase4 = kBase2 * kBase2;
-constexpr uint32_t kBase8 = kBase4 * kBase4;
+constexpr ptrdiff_t kBytes = sizeof(__m128i);
 
-uint32_t value(char c) { return static_cast<uint32_t>(static_cast<int32_t>(static_cast<signed char>(c))); }
-
-/// The polynomial of eight bytes, the first in the low byte: of pairs of them, then of pairs of these, side
-/// by side in one word. The bytes are made unsigned first, which adds 128 to each and so a constant in all;
-/// no sum then leaves its lane.
-uint32_t keyOfEight(uint64_t bytes) {
-  constexpr uint32_t excess = 128 * (kBase + 1) * (kBase2 + 1) * (kBase4 + 1);
-  bytes ^= 0x8080808080808080;
-  const uint64_t pairs = (bytes & 0x00FF00FF00FF00FF) * kBase + ((bytes >> 8) & 0x00FF00FF00FF00FF);
-  const uint64_t fours = (pairs & 0x0000FFFF0000FFFF) * kBase2 + ((pairs >> 16) & 0x0000FFFF0000FFFF);
-  return static_cast<uint32_t>(fours) * kBase4 + static_cast<uint32_t>(fours >> 32) - excess;
-}
-
-uint64_t eightBytes(const char* from) {
-  uint64_t bytes = 0;
-  for (int i = 0; i < 8; ++i) bytes |= uint64_t{static_cast<uint8_t>(from[i])} << (8 * i);
-  return bytes;
-}
-
-/// kBase to the power of 0 to 7.
+/// kBase to the power of 0 to kBytes.
 constexpr auto kPowers = [] {
-  std::array<uint32_t, 8> powers = {1};
+  std::array<uint32_t, kBytes + 1> powers = {1};
   for (size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * kBase;
   return powers;
 }();
 
-/// The polynomial of plain bytes behind those of `key`. What lies between `end` and `readable` does not
+/// From place n on a mask of the last n of kBytes bytes.
+constexpr auto kLast = [] {
+  std::array<int8_t, 2 * kBytes> mask = {};
+  std::fill(mask.begin() + kBytes, mask.end(), int8_t{-1});
+  return mask;
+}();
+
+uint32_t value(char c) { return static_cast<uint32_t>(static_cast<int32_t>(static_cast<signed char>(c))); }
+
+__m128i bytesAt(const void* from) { return _mm_loadu_si128(static_cast<const __m128i*>(from)); }
+
+/// The polynomial of sixteen bytes: of pairs of them, then of pairs of these, side by side; no sum leaves its
+/// lane.
+uint32_t keyOfSixteen(__m128i bytes) {
+  const __m128i zero = _mm_setzero_si128();
+  const __m128i ofPairs = _mm_set1_epi32(1 << 16 | kBase), ofFours = _mm_set1_epi32(1 << 16 | kBase * kBase);
+  const __m128i low = _mm_srai_epi16(_mm_unpacklo_epi8(zero, bytes), 8);
+  const __m128i high = _mm_srai_epi16(_mm_unpackhi_epi8(zero, bytes), 8);
+  const __m128i pairs = _mm_packs_epi32(_mm_madd_epi16(low, ofPairs), _mm_madd_epi16(high, ofPairs));
+  alignas(__m128i) std::array<uint32_t, 4> fours;
+  _mm_store_si128(reinterpret_cast<__m128i*>(fours.data()), _mm_madd_epi16(pairs, ofFours));
+  return fours[0] * kPowers[12] + fours[1] * kPowers[8] + fours[2] * kPowers[4] + fours[3];
+}
+
+/// The polynomial of plain bytes behind those of `key`. What lies between `readable` and `from` does not
 /// count, but may be read.
-uint32_t plainKey(uint32_t key, const char* from, const char* end, const char* readable) {
-  for (; end - from >= 8; from += 8) key = key * kBase8 + keyOfEight(eightBytes(from));
-  if (from < end && readable - from >= 8) {
-    // The bytes left go to the place of the last of eight; zeros before them add nothing.
-    const auto left = static_cast<size_t>(end - from);
-    return key * kPowers[left] + keyOfEight(eightBytes(from) << (64 - 8 * left));
+uint32_t plainKey(uint32_t key, const char* readable, const char* from, const char* end) {
+  for (; end - from >= kBytes; from += kBytes) key = key * kPowers[kBytes] + keyOfSixteen(bytesAt(from));
+  if (from < end && end - readable >= kBytes) {
+    // With the bytes before them made zeros, which add nothing.
+    const ptrdiff_t left = end - from;
+    const __m128i bytes = _mm_and_si128(bytesAt(end - kBytes), bytesAt(kLast.data() + left));
+    return key * kPowers[static_cast<size_t>(left)] + keyOfSixteen(bytes);
   }
   for (; from < end; ++from) key = key * kBase + value(*from);
   return key;
@@ -59,16 +62,11 @@ constexpr size_t kAtOnce = 64;
 /// A bit for each of so many bytes that is an LF.
 uint64_t lineFeedsAt(const char* from) {
   uint64_t bits = 0;
-#ifdef __SSE2__
   const __m128i lineFeed = _mm_set1_epi8('\n');
-  for (size_t i = 0; i < kAtOnce; i += 16) {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from + i));
-    const int found = _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, lineFeed));
+  for (size_t i = 0; i < kAtOnce; i += kBytes) {
+    const int found = _mm_movemask_epi8(_mm_cmpeq_epi8(bytesAt(from + i), lineFeed));
     bits |= uint64_t{static_cast<uint32_t>(found)} << i;
   }
-#else
-  for (size_t i = 0; i < kAtOnce; ++i) bits |= uint64_t{from[i] == '\n'} << i;
-#endif
   return bits;
 }
 
@@ -130,13 +128,13 @@ class NormalisedKey {
 /// Long lines are gone through in pieces of so many bytes, with a look at the flag after each.
 constexpr ptrdiff_t kPiece = 1 << 20;
 
-uint32_t keyOf(const char* line, const char* end, const char* readable, const CompareOptions& options,
+uint32_t keyOf(const char* readable, const char* line, const char* end, const CompareOptions& options,
                const AbortFlag* abort) {
   if (options.comparesBytes()) {
     uint32_t key = 0;
     for (; end - line > kPiece && !isRaised(abort); line += kPiece)
-      key = plainKey(key, line, line + kPiece, readable);
-    return end - line > kPiece ? key : plainKey(key, line, end, readable);
+      key = plainKey(key, readable, line, line + kPiece);
+    return end - line > kPiece ? key : plainKey(key, readable, line, end);
   }
   const bool terminated = line < end && end[-1] == '\n';
   if (terminated) --end;
@@ -150,7 +148,7 @@ uint32_t keyOf(const char* line, const char* end, const char* readable, const Co
 
 uint32_t lineKey(std::string_view line, const CompareOptions& options) {
   const char* const end = line.data() + line.size();
-  return keyOf(line.data(), end, end, options, nullptr);
+  return keyOf(line.data(), line.data(), end, options, nullptr);
 }
 
 LineTable tableLines(std::string_view text, const CompareOptions& options, const AbortFlag* abort) {
@@ -164,7 +162,7 @@ LineTable tableLines(std::string_view text, const CompareOptions& options, const
   const char* const end = begin + text.size();
   const char* line = begin;
   const auto addLine = [&](const char* next) {
-    table.keys.push_back(keyOf(line, next, end, options, abort));
+    table.keys.push_back(keyOf(begin, line, next, options, abort));
     table.starts.push_back(static_cast<uint32_t>(next - begin));
     line = next;
   };
