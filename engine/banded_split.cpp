@@ -63,11 +63,12 @@ class KeptRows {
 
 class BandedSplit {
  public:
-  BandedSplit(const MatchedBox& box, int32_t limit, const AbortFlag* abort)
-      : box_(box), abort_(abort), limit_(limit), table_(box, limit, abort) {}
+  BandedSplit(const MatchedBox& box, const AbortFlag* abort) : box_(box), abort_(abort), table_(box, abort) {}
 
-  /// False when no script within the limit has been found, or when aborted.
-  bool run(int32_t& matchedEdits, Point& split) {
+  /// False when there is no script of so many edits of matched elements, or when aborted.
+  bool run(int32_t limit, int32_t& matchedEdits, Point& split) {
+    limit_ = limit;
+    table_.start(limit);
     const int32_t end = box_.matched(0);
     const int32_t step = stepFor(end);
     KeptRows rows(end / step + 1, mostBlocks());
@@ -141,7 +142,7 @@ class BandedSplit {
 
   const MatchedBox& box_;
   const AbortFlag* const abort_;
-  int32_t limit_;
+  int32_t limit_ = 0;
   BandedTable table_;
 };
 
@@ -149,12 +150,12 @@ class BandedSplit {
 
 bool splitByBandedTable(const MatchedBox& box, int32_t& matchedEdits, const AbortFlag* abort, Point& split) {
   const int32_t rows = box.matched(0), columns = box.matched(1);
-  if (matchedEdits >= 0) return BandedSplit(box, matchedEdits, abort).run(matchedEdits, split);
+  BandedSplit search(box, abort);
+  if (matchedEdits >= 0) return search.run(matchedEdits, matchedEdits, split);
   for (int64_t limit = std::abs(rows - columns) + BitBlock::kColumns;;) {
     limit = std::min<int64_t>(limit, int64_t{rows} + columns);
     if ((limit & 1) != ((rows - columns) & 1)) ++limit;
-    BandedSplit search(box, static_cast<int32_t>(limit), abort);
-    if (search.run(matchedEdits, split)) return true;
+    if (search.run(static_cast<int32_t>(limit), matchedEdits, split)) return true;
     if (isRaised(abort)) return false;
     // The band ends where about as many edits are done, which tells how many there may be.
     const int64_t guess = limit * rows / (search.lastRow() + 1);

@@ -16,7 +16,7 @@ void setColumn(BitBlock* row, int32_t column) {
 
 }  // namespace
 
-BandedTable::BandedTable(const MatchedBox& box, int32_t matchedEdits, const AbortFlag* abort)
+BandedTable::BandedTable(const MatchedBox& box, const AbortFlag* abort)
     : box_(box),
       columns_(box.matched(1)),
       blocks_((static_cast<size_t>(columns_) + BitBlock::kColumns - 1) / BitBlock::kColumns),
@@ -42,7 +42,11 @@ BandedTable::BandedTable(const MatchedBox& box, int32_t matchedEdits, const Abor
     const uint32_t row = matchRow_[classes[j]];
     if (row != kNoRow) setColumn(matches_.data() + row * blocks_, j);
   });
+}
+
+void BandedTable::start(int32_t matchedEdits) {
   limitTo(matchedEdits);
+  band_ = {};
   widen();
 }
 

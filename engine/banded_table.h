@@ -31,9 +31,11 @@ class BandedTable {
     int32_t high = 0;            // at the last column of the last block
   };
 
-  /// For scripts of at most `matchedEdits`. `box` must outlive this. Stands on row 0. When the flag was
-  /// raised meanwhile no row is to be gone to.
-  BandedTable(const MatchedBox& box, int32_t matchedEdits, const AbortFlag* abort);
+  /// `box` must outlive this. When the flag was raised meanwhile no row is to be gone to.
+  BandedTable(const MatchedBox& box, const AbortFlag* abort);
+
+  /// Goes to row 0, for scripts of at most `matchedEdits`.
+  void start(int32_t matchedEdits);
 
   /// Goes on to the next row. False when no script within the limit leads there.
   bool nextRow();

@@ -8,6 +8,7 @@
 
 #include "base/message_format.h"
 #include "base/paths.h"
+#include "base/side_by_side.h"
 
 namespace merivane {
 
@@ -127,6 +128,8 @@ std::string outcomeMessage(const Outcome& outcome) {
 
 namespace {
 
+constexpr uint64_t kLeastForThreads = uint64_t{1} << 18;  // bytes
+
 /// A file that is read piece by piece, with a look at the flag before each; what it answers when that is
 /// raised is an error, whichever.
 class StoppableFile final : public InputFile {
@@ -159,6 +162,7 @@ struct Loading {
   std::unique_ptr<InputFile> file;
   ByteArray bytes;
   FileStamp stamp;
+  LineEndKind lineEndKind = LineEndKind::lf;
   SystemError error = 0;
 
   void readSample(FileSystem& files, const std::string& path) {
@@ -180,6 +184,9 @@ struct Loading {
       error = readToEnd(stoppable, bytes);
     }
     file.reset();
+    if (error != 0) return;
+    lineEndKind = detectLineEndKind(bytes.view());
+    convertFromFile(bytes, lineEndKind, abort);
   }
 };
 
@@ -198,16 +205,18 @@ Outcome load(FileSystem& files, const std::string (&paths)[2], TextDocument (&do
     loading[side].readSample(files, paths[side]);
     if (loading[side].error == 0 && isBinary(loading[side].bytes.view())) return {binary[side]};
   }
+  if (loading[0].stamp.size + loading[1].stamp.size < kLeastForThreads) {
+    for (Loading& side : loading) side.readRest(abort);
+  } else {
+    runSideBySide([&] { loading[0].readRest(abort); }, [&] { loading[1].readRest(abort); });
+  }
+  if (isRaised(abort)) return {Result::cancelled};
   TextDocument loaded[2];
   for (const int side : {0, 1}) {
-    loading[side].readRest(abort);
-    if (isRaised(abort)) return {Result::cancelled};
     if (loading[side].error != 0) return {unreadable[side], loading[side].error};
-    loaded[side].lineEndKind = detectLineEndKind(loading[side].bytes.view());
+    loaded[side].lineEndKind = loading[side].lineEndKind;
     loaded[side].stamp = loading[side].stamp;
     loaded[side].readOnly = !files.isWritable(paths[side]);
-    convertFromFile(loading[side].bytes, loaded[side].lineEndKind, abort);
-    if (isRaised(abort)) return {Result::cancelled};
     loaded[side].text = std::move(loading[side].bytes);
   }
   for (const int side : {0, 1}) documents[side] = std::move(loaded[side]);
