@@ -101,7 +101,7 @@ class DiagonalSearch {
   }
 
  private:
-  static constexpr int64_t kManyTimes = 4;
+  static constexpr int64_t kManyTimes = 2;
 
   /// What the whole search would take if it went on as it went so far: each end has half the way to go.
   static int64_t stepsAtThisPace(const Box& box, const int32_t* fd, int32_t fmin, int32_t fmax,

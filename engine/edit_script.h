@@ -23,7 +23,7 @@ struct SearchCosts {
   // What the plain search may take before anything else is thought of is the larger of these two.
   double leastPlainSteps = 1000;
   double plainStepsPerElement = 1;
-  double unclassifiedFactor = 4;  // more as long as the other ways have not been made ready
+  double unclassifiedFactor = 8;  // more as long as the other ways have not been made ready
   double perCell = 2;             // of a search diagonal by diagonal
   double perMatch = 20;           // of a sparse search, besides the logarithm
   double perRow = 20;             // of a search through the banded table,
@@ -35,9 +35,10 @@ struct SearchCosts {
 /// There is no cost limit and no heuristic; where that search would take long, the same splits are found in
 /// another way, whichever costs least for the box at hand.
 ///
-/// Memory: at most 120 bytes an element. Throws std::bad_alloc; 2^31 elements or more on both sides together
-/// are refused in the same way. `edits` may say how many there are, where that is known. A null flag never
-/// aborts. False when the flag was raised; the script then means nothing.
+/// Large parts are searched side by side. Memory: at most 150 bytes an element and 4 MB. Throws
+/// std::bad_alloc; 2^31 elements or more on both sides together are refused in the same way. `edits` may say
+/// how many there are, where that is known. A null flag never aborts. False when the flag was raised; the
+/// script then means nothing.
 template <typename Element>
 bool findEditScript(std::span<const Element> left, std::span<const Element> right, const AbortFlag* abort,
                     EditScript& script, const SearchCosts& costs = {}, int32_t edits = kUnknown);
