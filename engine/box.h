@@ -36,7 +36,7 @@ constexpr int32_t kUnknown = -1;
 
 /// Where a search divides a box. `edits` are those of the box's shortest script; the part before the split
 /// has the larger half of them, (edits + 1) / 2.
-struct Split {
+struct BoxSplit {
   Point at;
   int32_t edits;
 };

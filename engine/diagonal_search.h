@@ -26,7 +26,7 @@ class DiagonalSearch {
   /// `edits`: those of the box's shortest script where they are known, else kUnknown; then it gives up when
   /// more than `budget` steps would be needed, or soon seem to be many times as many. The box is not empty
   /// and does not begin or end with equal elements. Throws std::bad_alloc.
-  SearchEnd find(const Box& box, int32_t edits, int64_t budget, Split& split) {
+  SearchEnd find(const Box& box, int32_t edits, int64_t budget, BoxSplit& split) {
     const size_t diagonals = static_cast<size_t>(box.size()) + 3;
     // A diagonal d = x - y runs from xlo - yhi to xhi - ylo, with one guard cell on each side.
     int32_t* const fd = space_.cells(2 * diagonals) + (ptrdiff_t{box.yhi} - box.xlo + 1);

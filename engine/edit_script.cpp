@@ -66,7 +66,7 @@ class DivideAndConquer {
         mark(box);
         return;
       }
-      Split split;
+      BoxSplit split;
       if (findSplit(box, edits, split) == Step::done) return;
       const Box before{box.xlo, box.ylo, split.at.x, split.at.y};
       const Box behind{split.at.x, split.at.y, box.xhi, box.yhi};
@@ -90,7 +90,7 @@ class DivideAndConquer {
   }
 
   /// The choice of the way. `done`: the box needs no split, or the search was aborted.
-  Step findSplit(const Box& box, int32_t edits, Split& split) {
+  Step findSplit(const Box& box, int32_t edits, BoxSplit& split) {
     const double plainSteps = std::max(costs_.leastPlainSteps, costs_.plainStepsPerElement * box.size()) *
                               (classes_ == nullptr ? costs_.unclassifiedFactor : 1);
     if (edits == kUnknown || squared(edits) / 4 <= plainSteps) {
@@ -139,7 +139,7 @@ class DivideAndConquer {
       matchedEdits = static_cast<int32_t>(rest.size());
       return true;
     }
-    Split split;
+    BoxSplit split;
     DiagonalSearch<uint32_t> search(classes[0], classes[1], space_, abort_);
     const double steps = costs_.plainStepsPerElement * costs_.unclassifiedFactor * rest.size();
     const SearchEnd end = search.find(rest, kUnknown, static_cast<int64_t>(steps), split);
