@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
+#include <vector>
 
 namespace merivane {
 
@@ -28,6 +30,19 @@ bool forEach(Index from, Index to, const AbortFlag* abort, Visit visit) {
   while (from < to) {
     if (isRaised(abort)) return false;
     for (const Index end = from + std::min<Index>(to - from, atOnce); from < end; ++from) visit(from);
+  }
+  return true;
+}
+
+/// Gives an array so many elements, new ones zero, piece by piece: a large one of new memory takes its time.
+/// False when the flag was raised. Throws std::bad_alloc.
+template <typename Element>
+bool resize(std::vector<Element>& array, size_t size, const AbortFlag* abort) {
+  constexpr size_t atOnce = (size_t{1} << 22) / sizeof(Element);
+  array.reserve(size);
+  while (array.size() < size) {
+    if (isRaised(abort)) return false;
+    array.resize(std::min(size, array.size() + atOnce));
   }
   return true;
 }

@@ -65,7 +65,7 @@ bool classify(std::span<const uint32_t> left, std::span<const uint32_t> right, c
   const int fewer = left.size() <= right.size() ? 0 : 1;
   KeyTable table(keys[fewer].size());
   const auto classifySide = [&](int side, auto classOf) {
-    classes.of[side].resize(keys[side].size());
+    if (!resize(classes.of[side], keys[side].size(), abort)) return false;
     uint32_t* const of = classes.of[side].data();
     return forEach<size_t>(0, keys[side].size(), abort, [&](size_t at) { of[at] = classOf(keys[side][at]); });
   };
@@ -79,7 +79,7 @@ bool classify(std::span<const char> left, std::span<const char> right, const Abo
               ElementClasses& classes) {
   for (const int side : {0, 1}) {
     const std::span<const char> bytes = side == 0 ? left : right;
-    classes.of[side].resize(bytes.size());
+    if (!resize(classes.of[side], bytes.size(), abort)) return false;
     uint32_t* const of = classes.of[side].data();
     if (!forEach<size_t>(0, bytes.size(), abort,
                          [&](size_t at) { of[at] = static_cast<uint8_t>(bytes[at]); })) {
@@ -112,8 +112,9 @@ bool BoxMatcher::match(const Box& box, const AbortFlag* abort, MatchedBox& match
   }
   for (const int side : {0, 1}) {
     matched.sizes[side] = sizes[side];
-    matched.classes[side].resize(static_cast<size_t>(sizes[side]));
-    matched.positions[side].resize(static_cast<size_t>(sizes[side]) + 2);
+    const auto size = static_cast<size_t>(sizes[side]);
+    if (!resize(matched.classes[side], size, abort) || !resize(matched.positions[side], size + 2, abort))
+      return false;
     matched.positions[side][0] = -1;
     uint32_t* const classes = matched.classes[side].data();
     int32_t* const positions = matched.positions[side].data() + 1;

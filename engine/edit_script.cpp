@@ -203,26 +203,16 @@ class DivideAndConquer {
   std::optional<BoxMatcher> matcher_;
 };
 
-/// Piece by piece: a large array of new memory takes its time.
-bool clearFlags(std::vector<uint8_t>& flags, size_t count, const AbortFlag* abort) {
-  constexpr size_t piece = size_t{1} << 22;
-  flags.clear();
-  flags.reserve(count);
-  while (flags.size() < count) {
-    if (isRaised(abort)) return false;
-    flags.resize(std::min(count, flags.size() + piece), 0);
-  }
-  return true;
-}
-
 }  // namespace
 
 template <typename Element>
 bool findEditScript(std::span<const Element> left, std::span<const Element> right, const AbortFlag* abort,
                     EditScript& script, const SearchCosts& costs, int32_t edits) {
   if (uint64_t{left.size()} + right.size() > std::numeric_limits<int32_t>::max() - 3) throw std::bad_alloc();
-  if (!clearFlags(script.changed[0], left.size() + 1, abort)) return false;
-  if (!clearFlags(script.changed[1], right.size() + 1, abort)) return false;
+  for (const int side : {0, 1}) {
+    script.changed[side].clear();
+    if (!resize(script.changed[side], (side == 0 ? left : right).size() + 1, abort)) return false;
+  }
   return DivideAndConquer<Element>(left, right, abort, costs, script).run(edits);
 }
 
