@@ -65,4 +65,13 @@ void runSideBySide(const std::function<void()>& first, const std::function<void(
   }
 }
 
+void forBothSides(uint64_t bytes, const std::function<void(int)>& work) {
+  constexpr uint64_t many = uint64_t{1} << 18;
+  if (bytes < many) {
+    for (const int side : {0, 1}) work(side);
+  } else {
+    runSideBySide([&] { work(0); }, [&] { work(1); });
+  }
+}
+
 }  // namespace merivane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
 namespace merivane {
@@ -10,5 +11,8 @@ namespace merivane {
 ///
 /// Starting the second costs some ten microseconds: for work that takes many times that.
 void runSideBySide(const std::function<void()>& first, const std::function<void()>& second);
+
+/// Calls `work` for side 0 and side 1 of texts of so many bytes together: side by side if these are many.
+void forBothSides(uint64_t bytes, const std::function<void(int)>& work);
 
 }  // namespace merivane

@@ -151,7 +151,7 @@ class BandedSplit {
 bool splitByBandedTable(const MatchedBox& box, int32_t& matchedEdits, const AbortFlag* abort, Point& split) {
   const int32_t rows = box.matched(0), columns = box.matched(1);
   BandedSplit search(box, abort);
-  if (matchedEdits >= 0) return search.run(matchedEdits, matchedEdits, split);
+  if (matchedEdits != kUnknown) return search.run(matchedEdits, matchedEdits, split);
   for (int64_t limit = std::abs(rows - columns) + BitBlock::kColumns;;) {
     limit = std::min<int64_t>(limit, int64_t{rows} + columns);
     if ((limit & 1) != ((rows - columns) & 1)) ++limit;

@@ -17,7 +17,8 @@ namespace merivane {
 /// element, 2 for each level of marks, of which there are at most 8, and 1 MB. False when aborted. Throws
 /// std::bad_alloc.
 ///
-/// `matchedEdits`: the edits of matched elements in the box's shortest script, or -1 if they are to be found.
+/// `matchedEdits`: the edits of matched elements in the box's shortest script, or kUnknown if they are to be
+/// found.
 bool splitByBandedTable(const MatchedBox& box, int32_t& matchedEdits, const AbortFlag* abort, Point& split);
 
 }  // namespace merivane

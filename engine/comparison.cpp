@@ -12,12 +12,6 @@
 #include "engine/row_builder.h"
 
 namespace merivane {
-namespace {
-
-constexpr size_t kLeastForThreads = size_t{1} << 18;  // bytes
-
-}  // namespace
-
 Result compareTexts(std::string_view left, std::string_view right, const CompareOptions& options,
                     const AbortFlag* abort, DiffModel& model) {
   try {
@@ -27,12 +21,8 @@ Result compareTexts(std::string_view left, std::string_view right, const Compare
     {
       // The keys and the search's work space are gone before the rows come, which need their room.
       LineTable tables[2];
-      const auto tableSide = [&](int side) { tables[side] = tableLines(texts[side], options, abort); };
-      if (left.size() + right.size() < kLeastForThreads) {
-        for (const int side : {0, 1}) tableSide(side);
-      } else {
-        runSideBySide([&] { tableSide(0); }, [&] { tableSide(1); });
-      }
+      forBothSides(uint64_t{left.size()} + right.size(),
+                   [&](int side) { tables[side] = tableLines(texts[side], options, abort); });
       const std::span<const uint32_t> keys[2] = {tables[0].keys, tables[1].keys};
       if (!findEditScript(keys[0], keys[1], abort, script)) return Result::cancelled;
       for (const int side : {0, 1}) starts[side] = std::move(tables[side].starts);

@@ -10,7 +10,8 @@ namespace merivane {
 /// the length of the longest chain of matches that ends with it, with one binary search (J. W. Hunt and T. G.
 /// Szymanski, "A Fast Algorithm for Computing Longest Common Subsequences", CACM 20, 1977), from the start
 /// and from the end. Matches of neighbouring ranks that lie on longest chains enclose the points at which
-/// half the edits are done.
+/// half the edits are done. `matchedEdits` becomes the edits of matched elements in the box's shortest
+/// script.
 ///
 /// Time O(matches * log(matched elements)), memory 28 bytes a match. False when aborted. Throws
 /// std::bad_alloc.

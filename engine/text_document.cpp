@@ -128,8 +128,6 @@ std::string outcomeMessage(const Outcome& outcome) {
 
 namespace {
 
-constexpr uint64_t kLeastForThreads = uint64_t{1} << 18;  // bytes
-
 /// A file that is read piece by piece, with a look at the flag before each; what it answers when that is
 /// raised is an error, whichever.
 class StoppableFile final : public InputFile {
@@ -205,11 +203,8 @@ Outcome load(FileSystem& files, const std::string (&paths)[2], TextDocument (&do
     loading[side].readSample(files, paths[side]);
     if (loading[side].error == 0 && isBinary(loading[side].bytes.view())) return {binary[side]};
   }
-  if (loading[0].stamp.size + loading[1].stamp.size < kLeastForThreads) {
-    for (Loading& side : loading) side.readRest(abort);
-  } else {
-    runSideBySide([&] { loading[0].readRest(abort); }, [&] { loading[1].readRest(abort); });
-  }
+  forBothSides(loading[0].stamp.size + loading[1].stamp.size,
+               [&](int side) { loading[side].readRest(abort); });
   if (isRaised(abort)) return {Result::cancelled};
   TextDocument loaded[2];
   for (const int side : {0, 1}) {
