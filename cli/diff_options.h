@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "display/line_numbers.h"
+#include "display/sections.h"
 #include "engine/compare_options.h"
-#include "mergeview/line_numbers.h"
-#include "output/sections.h"
 
 namespace merivane {
 

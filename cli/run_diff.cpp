@@ -10,13 +10,13 @@
 #include "base/texts.h"
 #include "cli/compared_files.h"
 #include "cli/diff_options.h"
-#include "cli/json_format.h"
-#include "cli/patch_model.h"
-#include "cli/text_format.h"
-#include "cli/unified_format.h"
 #include "cli/usage.h"
 #include "engine/comparison.h"
 #include "output/html_export.h"
+#include "output/json_format.h"
+#include "output/patch_model.h"
+#include "output/text_format.h"
+#include "output/unified_format.h"
 
 namespace merivane {
 namespace {

@@ -28,9 +28,9 @@ if(WIN32)
 endif()
 
 # merivane_library(NAME DEPENDENCY...): the library of the folder this stands in. Files directly in the
-# folder are portable; posix/ or win/ hold the platform's side of the same library.
+# folder, and in its subfolder search/, are portable; posix/ or win/ hold the platform's side of the same library.
 function(merivane_library name)
-  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h search/*.cpp search/*.h)
   if(WIN32)
     file(GLOB platform CONFIGURE_DEPENDS win/*.cpp win/*.h)
   else()

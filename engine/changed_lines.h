@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "engine/abort_flag.h"
+#include "base/abort_flag.h"
 #include "engine/common_characters.h"
 #include "engine/compare_options.h"
 #include "engine/diff_model.h"

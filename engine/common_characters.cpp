@@ -4,7 +4,7 @@
 #include <bit>
 #include <utility>
 
-#include "engine/equal_ends.h"
+#include "engine/search/equal_ends.h"
 
 namespace merivane {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "engine/abort_flag.h"
+#include "base/abort_flag.h"
 
 namespace merivane {
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/abort_flag.h"
 #include "base/file_system.h"
-#include "engine/abort_flag.h"
 #include "engine/compare_options.h"
 #include "engine/diff_model.h"
 #include "engine/text_document.h"

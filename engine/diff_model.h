@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "engine/abort_flag.h"
+#include "base/abort_flag.h"
 #include "engine/row_store.h"
 
 namespace merivane {

@@ -7,12 +7,12 @@
 #include <optional>
 
 #include "base/side_by_side.h"
-#include "engine/banded_split.h"
-#include "engine/bit_row.h"
-#include "engine/box_matcher.h"
-#include "engine/diagonal_search.h"
-#include "engine/diagonal_table.h"
-#include "engine/sparse_matches.h"
+#include "engine/search/banded_split.h"
+#include "engine/search/bit_row.h"
+#include "engine/search/box_matcher.h"
+#include "engine/search/diagonal_search.h"
+#include "engine/search/diagonal_table.h"
+#include "engine/search/sparse_matches.h"
 
 namespace merivane {
 namespace {

@@ -4,9 +4,9 @@
 #include <span>
 #include <vector>
 
-#include "engine/abort_flag.h"
-#include "engine/box.h"
-#include "engine/work_space.h"
+#include "base/abort_flag.h"
+#include "engine/search/box.h"
+#include "engine/search/work_space.h"
 
 namespace merivane {
 

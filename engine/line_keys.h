@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "engine/abort_flag.h"
+#include "base/abort_flag.h"
 #include "engine/compare_options.h"
 
 namespace merivane {

@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
+#include "base/abort_flag.h"
 #include "base/byte_array.h"
 #include "base/file_system.h"
 #include "base/result.h"
-#include "engine/abort_flag.h"
 
 namespace merivane {
 

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "display/row_colours.h"
 #include "engine/diff_model.h"
-#include "mergeview/row_colours.h"
 
 namespace merivane {
 

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
+#include "display/line_numbers.h"
 #include "mergeview/font_metrics.h"
-#include "mergeview/line_numbers.h"
 
 namespace merivane {
 

@@ -4,8 +4,8 @@
 #include <span>
 #include <vector>
 
+#include "display/row_colours.h"
 #include "engine/diff_model.h"
-#include "mergeview/row_colours.h"
 
 namespace merivane {
 

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "mergeview/line_numbers.h"
-#include "mergeview/row_colours.h"
+#include "display/line_numbers.h"
+#include "display/row_colours.h"
 
 namespace merivane {
 

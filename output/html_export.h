@@ -4,11 +4,11 @@
 #include <string_view>
 
 #include "base/byte_sink.h"
+#include "display/line_numbers.h"
+#include "display/row_colours.h"
+#include "display/sections.h"
 #include "engine/diff_model.h"
 #include "engine/text_document.h"
-#include "mergeview/line_numbers.h"
-#include "mergeview/row_colours.h"
-#include "output/sections.h"
 
 namespace merivane {
 

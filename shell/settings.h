@@ -5,9 +5,9 @@
 #include <functional>
 #include <string>
 
+#include "display/line_numbers.h"
+#include "display/row_colours.h"
 #include "engine/compare_options.h"
-#include "mergeview/line_numbers.h"
-#include "mergeview/row_colours.h"
 #include "mergeview/view_options.h"
 #include "output/html_export.h"
 #include "shell/history_list.h"

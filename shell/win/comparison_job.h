@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "engine/abort_flag.h"
+#include "base/abort_flag.h"
 #include "engine/compare_options.h"
 #include "engine/comparison.h"
 

@@ -8,9 +8,9 @@
 #include <thread>
 
 #include "base/file_system.h"
-#include "engine/bit_row.h"
 #include "engine/edit_script.h"
 #include "engine/line_keys.h"
+#include "engine/search/bit_row.h"
 #include "tests/support/random.h"
 #include "tests/support/reference_diff.h"
 

@@ -1,10 +1,10 @@
-#include "cli/text_format.h"
+#include "output/text_format.h"
 
 #include <algorithm>
 #include <string_view>
 
-#include "cli/decimal.h"
-#include "cli/text_cell.h"
+#include "output/decimal.h"
+#include "output/text_cell.h"
 
 namespace merivane {
 namespace {

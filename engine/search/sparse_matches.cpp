@@ -1,4 +1,4 @@
-#include "engine/sparse_matches.h"
+#include "engine/search/sparse_matches.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "engine/bit_row.h"
+#include "engine/search/bit_row.h"
 
 #include <immintrin.h>
 

@@ -1,8 +1,8 @@
-#include "cli/unified_format.h"
+#include "output/unified_format.h"
 
 #include <algorithm>
 
-#include "cli/decimal.h"
+#include "output/decimal.h"
 
 namespace merivane {
 namespace {

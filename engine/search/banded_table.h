@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "engine/abort_flag.h"
-#include "engine/bit_row.h"
-#include "engine/matched_box.h"
+#include "base/abort_flag.h"
+#include "engine/search/bit_row.h"
+#include "engine/search/matched_box.h"
 
 namespace merivane {
 

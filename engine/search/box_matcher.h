@@ -4,9 +4,9 @@
 #include <span>
 #include <vector>
 
-#include "engine/abort_flag.h"
-#include "engine/box.h"
-#include "engine/matched_box.h"
+#include "base/abort_flag.h"
+#include "engine/search/box.h"
+#include "engine/search/matched_box.h"
 
 namespace merivane {
 

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
-#include "engine/abort_flag.h"
-#include "engine/box.h"
-#include "engine/matched_box.h"
+#include "base/abort_flag.h"
+#include "engine/search/box.h"
+#include "engine/search/matched_box.h"
 
 namespace merivane {
 

@@ -4,9 +4,9 @@
 #include <string>
 
 #include "base/byte_sink.h"
+#include "display/line_numbers.h"
+#include "display/sections.h"
 #include "engine/comparison.h"
-#include "mergeview/line_numbers.h"
-#include "output/sections.h"
 
 namespace merivane {
 

@@ -1,4 +1,4 @@
-#include "cli/patch_model.h"
+#include "output/patch_model.h"
 
 namespace merivane {
 

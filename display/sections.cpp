@@ -1,4 +1,4 @@
-#include "output/sections.h"
+#include "display/sections.h"
 
 namespace merivane {
 namespace {

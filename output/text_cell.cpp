@@ -1,4 +1,4 @@
-#include "cli/text_cell.h"
+#include "output/text_cell.h"
 
 namespace merivane {
 namespace {

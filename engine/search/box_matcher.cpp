@@ -1,4 +1,4 @@
-#include "engine/box_matcher.h"
+#include "engine/search/box_matcher.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,10 +1,10 @@
-#include "engine/diagonal_table.h"
+#include "engine/search/diagonal_table.h"
 
 #include <algorithm>
 #include <memory>
 #include <vector>
 
-#include "engine/split_trace.h"
+#include "engine/search/split_trace.h"
 
 namespace merivane {
 namespace {

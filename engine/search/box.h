@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "engine/equal_ends.h"
+#include "engine/search/equal_ends.h"
 
 namespace merivane {
 

@@ -1,4 +1,4 @@
-#include "engine/banded_table.h"
+#include "engine/search/banded_table.h"
 
 #include <algorithm>
 #include <bit>

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "engine/box.h"
-#include "engine/matched_box.h"
+#include "engine/search/box.h"
+#include "engine/search/matched_box.h"
 
 namespace merivane {
 

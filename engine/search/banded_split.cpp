@@ -1,12 +1,12 @@
-#include "engine/banded_split.h"
+#include "engine/search/banded_split.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstdlib>
 #include <vector>
 
-#include "engine/banded_table.h"
-#include "engine/split_trace.h"
+#include "engine/search/banded_table.h"
+#include "engine/search/split_trace.h"
 
 namespace merivane {
 namespace {

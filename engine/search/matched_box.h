@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "engine/box.h"
+#include "engine/search/box.h"
 
 namespace merivane {
 

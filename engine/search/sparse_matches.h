@@ -1,8 +1,8 @@
 #pragma once
 
-#include "engine/abort_flag.h"
-#include "engine/box.h"
-#include "engine/matched_box.h"
+#include "base/abort_flag.h"
+#include "engine/search/box.h"
+#include "engine/search/matched_box.h"
 
 namespace merivane {
 

@@ -1,11 +1,11 @@
-#include "cli/json_format.h"
+#include "output/json_format.h"
 
 #include <cstdint>
 #include <new>
 #include <span>
 #include <string_view>
 
-#include "cli/decimal.h"
+#include "output/decimal.h"
 
 namespace merivane {
 namespace {
