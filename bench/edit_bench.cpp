@@ -53,7 +53,7 @@ class Comparison {
       if (!comparison.documents[side].text.assign(texts[side])) std::abort();
     }
     view.resize(1000, 800);
-    view.take(std::move(comparison), AfterComparison::top);
+    view.take(std::move(comparison), {}, AfterComparison::top);
   }
 
   /// Milliseconds that a character takes in a row, or a line end.

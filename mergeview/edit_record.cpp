@@ -43,7 +43,7 @@ class EditRecord final : public UndoRecord {
 
   bool replace(const ByteArray& old, const ByteArray& fresh, RowRange from, const Caret& caret) {
     const TextChange change{side, start_, old.size(), fresh.view(), from};
-    const auto changed = changeText(view_.documents(), change, view_.compareOptions());
+    const auto changed = changeText(view_.pair(), change, view_.compareOptions());
     if (!changed) {
       view_.host().reportOutOfMemory();
       return false;

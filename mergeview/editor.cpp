@@ -132,7 +132,7 @@ void Editor::eraseNotSelection(uint32_t begin, uint32_t end) {
 bool copyToClipboard(ViewState& view, int side, uint32_t begin, uint32_t end) {
   ByteArray converted;
   // What reads the clipboard takes a NUL for the end.
-  if (!convertToFile(view.documents().text[side].view(begin, end), LineEndKind::crLf, true, converted)) {
+  if (!convertToFile(view.file(side).text.view(begin, end), LineEndKind::crLf, true, converted)) {
     view.host().reportOutOfMemory();
     return false;
   }

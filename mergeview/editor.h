@@ -39,7 +39,7 @@ class Editor {
 
  private:
   int side() const { return view_.activeSide(); }
-  bool isReadOnly() const { return view_.documents().readOnly[side()]; }
+  bool isReadOnly() const { return view_.file(side()).readOnly; }
   uint32_t caret() const { return view_.caretPos(side()); }
   RowRange rowsFrom(uint32_t position) const;
   void erase(uint32_t begin, uint32_t end);

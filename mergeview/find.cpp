@@ -48,7 +48,7 @@ class Search {
 
   bool inStretch(uint32_t row, uint32_t a, uint32_t b) {
     if (a >= b) return false;
-    const std::string_view stretch = view_.documents().text[side_].view(a, b);
+    const std::string_view stretch = view_.file(side_).text.view(a, b);
     const auto found = direction_ == Direction::next ? findFirst(stretch, query_) : findLast(stretch, query_);
     if (!found) return false;
     view_.showRows({row, row + 1});

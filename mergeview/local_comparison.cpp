@@ -19,24 +19,24 @@ int64_t growth(const TextChange& change) { return int64_t{sizeOf(change)} - chan
 
 /// The row of the byte at a position; behind the end that of the last byte, as the fillers behind it hold
 /// none.
-uint32_t rowOfByte(const Documents& documents, int side, uint64_t position) {
-  const uint32_t size = documents.text[side].size();
+uint32_t rowOfByte(const EditedPair& pair, int side, uint64_t position) {
+  const uint32_t size = pair.files[side].text.size();
   const uint64_t byte = std::min<uint64_t>(position, size == 0 ? 0 : size - 1);
-  return static_cast<uint32_t>(documents.model.rowAtPosition(side, static_cast<uint32_t>(byte)));
+  return static_cast<uint32_t>(pair.model.rowAtPosition(side, static_cast<uint32_t>(byte)));
 }
 
 /// The rows that a change takes part of its lines from. Text that is inserted may be the other side's next
 /// rows, so that as many bytes behind it take part.
-RowRange rowsOf(const Documents& documents, const TextChange& change) {
-  const TextBuffer& text = documents.text[change.side];
-  uint32_t first = documents.rowOf(change.side, change.start);
+RowRange rowsOf(const EditedPair& pair, const TextChange& change) {
+  const TextBuffer& text = pair.files[change.side].text;
+  uint32_t first = pair.rowOf(change.side, change.start);
   if (change.start == 0 || text.charBefore(change.start) == '\n') {
     first = change.from.empty()
-                ? static_cast<uint32_t>(documents.model.rowAtPositionFromTop(change.side, change.start))
+                ? static_cast<uint32_t>(pair.model.rowAtPositionFromTop(change.side, change.start))
                 : std::min(first, change.from.begin);
   }
   const uint64_t reach = std::max(change.removed, sizeOf(change));
-  const uint32_t last = rowOfByte(documents, change.side, change.start + reach);
+  const uint32_t last = rowOfByte(pair, change.side, change.start + reach);
   return {first, std::max({first + 1, change.from.end, last + 1})};
 }
 
@@ -73,21 +73,21 @@ RowsAnswer classify(const DiffModel& model, RowRange window, const DiffModel& fr
   return answer;
 }
 
-std::optional<RowsChange> tryToChange(Documents& documents, const TextChange& change,
+std::optional<RowsChange> tryToChange(EditedPair& pair, const TextChange& change,
                                       const CompareOptions& options) {
-  DiffModel& model = documents.model;
-  TextBuffer& text = documents.text[change.side];
-  const RowRange rows = rowsOf(documents, change);
+  DiffModel& model = pair.model;
+  TextBuffer& text = pair.files[change.side].text;
+  const RowRange rows = rowsOf(pair, change);
   const RowRange window = comparisonWindow(model, rows);
   const uint32_t lastChanged =
       change.removed > 0
-          ? std::max(rows.begin, rowOfByte(documents, change.side, uint64_t{change.start} + change.removed))
+          ? std::max(rows.begin, rowOfByte(pair, change.side, uint64_t{change.start} + change.removed))
           : rows.begin;
 
   uint32_t begin[2], end[2];
   for (const int side : {0, 1}) {
     begin[side] = model.position(side, window.begin);
-    end[side] = model.endPosition(side, window.end - 1, documents.text[side].size());
+    end[side] = model.endPosition(side, window.end - 1, pair.files[side].text.size());
   }
   const int other = 1 - change.side;
   ByteArray stretch;
@@ -97,7 +97,7 @@ std::optional<RowsChange> tryToChange(Documents& documents, const TextChange& ch
   }
   std::string_view stretches[2];
   stretches[change.side] = stretch.view();
-  stretches[other] = documents.text[other].view(begin[other], end[other]);
+  stretches[other] = pair.files[other].text.view(begin[other], end[other]);
   DiffModel fresh;
   if (compareTexts(stretches[0], stretches[1], options, nullptr, fresh) != Result::success)
     return std::nullopt;
@@ -129,10 +129,10 @@ RowRange comparisonWindow(const DiffModel& model, RowRange changed) {
   return window;
 }
 
-std::optional<RowsChange> changeText(Documents& documents, const TextChange& change,
+std::optional<RowsChange> changeText(EditedPair& pair, const TextChange& change,
                                      const CompareOptions& options) {
   try {
-    return tryToChange(documents, change, options);
+    return tryToChange(pair, change, options);
   } catch (const std::bad_alloc&) {
     return std::nullopt;
   }

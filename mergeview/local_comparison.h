@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "engine/compare_options.h"
-#include "mergeview/documents.h"
+#include "mergeview/edited_pair.h"
 
 namespace merivane {
 
@@ -40,7 +40,7 @@ RowRange comparisonWindow(const DiffModel& model, RowRange changed);
 /// Changes a text and compares the rows around the change anew, so that the sides stay aligned. How many
 /// rows take part depends on the change alone, not on the length of the texts. Answers none, and nothing
 /// has changed, when memory runs out.
-std::optional<RowsChange> changeText(Documents& documents, const TextChange& change,
+std::optional<RowsChange> changeText(EditedPair& pair, const TextChange& change,
                                      const CompareOptions& options);
 
 }  // namespace merivane

@@ -36,9 +36,9 @@ Block caretBlock(const ViewState& view, BlockKind kind) {
 
 void copyBlock(ViewState& view, UndoHistory& history, BlockKind kind, int to) {
   const Block block = caretBlock(view, kind);
-  if (!canCopyTo(to, view.documents().readOnly[to], block.status)) return;
+  if (!canCopyTo(to, view.file(to).readOnly, block.status)) return;
   const int from = 1 - to;
-  TextBuffer& source = view.documents().text[from];
+  TextBuffer& source = view.file(from).text;
   const TextBuffer& target = view.text(to);
   const std::string_view copied = source.view(block.start[from], block.end[from]);
 
@@ -68,7 +68,7 @@ void deleteBlock(ViewState& view, UndoHistory& history, BlockKind kind) {
   const int side = view.activeSide();
   const uint32_t start = block.start[side];
   const uint32_t length = block.end[side] - start;
-  if (!canDeleteOn(side, view.documents().readOnly[side], block.status) || length == 0) return;
+  if (!canDeleteOn(side, view.file(side).readOnly, block.status) || length == 0) return;
   performEdit(view, history, {EditKind::deletion, side, start, length, {}, start, block.rows});
 }
 

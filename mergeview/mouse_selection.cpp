@@ -58,7 +58,7 @@ MouseSelection::Unit MouseSelection::unitAt(int32_t x, int32_t y) const {
   const TextPlace place = clicks_ == 1 ? placeAt(view_, side, x, y) : characterAt(view_, side, x, y);
   const uint32_t start = view_.rowStart(side, place.row);
   if (clicks_ == 2) {
-    const std::string_view line = view_.documents().text[side].view(start, view_.lineEnd(side, place.row));
+    const std::string_view line = view_.file(side).text.view(start, view_.lineEnd(side, place.row));
     const CharacterRun word = wordAround(line, place.position - start);
     return {{place.row, start + word.begin}, {place.row, start + word.end}};
   }

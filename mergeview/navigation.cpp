@@ -18,8 +18,7 @@ uint32_t rowBy(const ViewState& view, int64_t distance) {
 /// The active side's text in the caret's row, without its line end.
 std::string_view caretLine(ViewState& view) {
   const int side = view.activeSide();
-  return view.documents().text[side].view(view.rowStart(side, view.caretRow()),
-                                          view.lineEnd(side, view.caretRow()));
+  return view.file(side).text.view(view.rowStart(side, view.caretRow()), view.lineEnd(side, view.caretRow()));
 }
 
 void moveLeft(ViewState& view, bool word, bool extend) {

@@ -8,7 +8,7 @@ namespace merivane {
 namespace {
 
 std::string_view wholeText(ViewState& view, int side) {
-  TextBuffer& text = view.documents().text[side];
+  TextBuffer& text = view.file(side).text;
   return text.view(0, text.size());
 }
 
@@ -30,22 +30,23 @@ void copyAsEdit(ViewState& view, UndoHistory& history, int side) {
 
 }  // namespace
 
-bool canReplaceSide(const ViewState& view, int side) { return !view.documents().readOnly[side]; }
+bool canReplaceSide(const ViewState& view, int side) { return !view.file(side).readOnly; }
 
 void replaceSide(ViewState& view, UndoHistory& history, int side, ReplaceOwner& owner) {
   if (!canReplaceSide(view, side) || !owner.mayReplace()) return;
   const int source = 1 - side;
-  Documents& documents = view.documents();
+  EditedFile& target = view.file(side);
+  const EditedFile& other = view.file(source);
   TextBuffer copy;
   DiffModel model;
-  if (!copy.copyFrom(documents.text[source]) || !compare(view, source, source, model)) {
+  if (!copy.copyFrom(other.text) || !compare(view, source, source, model)) {
     return view.host().reportOutOfMemory();
   }
-  if (!owner.saveText(side, copy, documents.lineEndKind[source])) return copyAsEdit(view, history, side);
+  if (!owner.saveText(side, copy, other.lineEndKind)) return copyAsEdit(view, history, side);
 
-  documents.text[side] = std::move(copy);
-  documents.model = std::move(model);
-  documents.lineEndKind[side] = documents.lineEndKind[source];
+  target.text = std::move(copy);
+  target.lineEndKind = other.lineEndKind;
+  view.pair().model = std::move(model);
   history.clear();
   history.markSaved(side);
   view.restart(side);

@@ -16,23 +16,25 @@ int32_t toPixels(int64_t x) {
 }  // namespace
 
 ViewState::ViewState(ViewHost& host) : host_(host) {
-  documents_.model.addRow(RowStatus::same, 0, 0);
-  documents_.model.numberLines();
+  pair_.model.addRow(RowStatus::same, 0, 0);
+  pair_.model.numberLines();
 }
 
-void ViewState::take(FileComparison&& comparison, AfterComparison after) {
+void ViewState::take(FileComparison&& comparison, std::array<std::string, 2>&& paths, AfterComparison after) {
   const uint32_t anchorRow = rowOf(activeSide_, anchor_);
   const int64_t anchorX =
       ruler_.placeAtPosition(text(activeSide_), rowStart(activeSide_, anchorRow), anchor_).x;
   const int64_t caretX = caret_.x;
   for (const int side : {0, 1}) {
     TextDocument& document = comparison.documents[side];
-    documents_.text[side].take(std::move(document.text));
-    documents_.readOnly[side] = document.readOnly;
-    documents_.lineEndKind[side] = document.lineEndKind;
-    documents_.stamp[side] = document.stamp;
+    EditedFile& edited = file(side);
+    edited.text.take(std::move(document.text));
+    edited.lineEndKind = document.lineEndKind;
+    edited.readOnly = document.readOnly;
+    edited.stamp = document.stamp;
+    edited.path = std::move(paths[static_cast<size_t>(side)]);
   }
-  documents_.model = std::move(comparison.model);
+  pair_.model = std::move(comparison.model);
   const uint32_t lastRow = rowCount() - 1;
   if (after != AfterComparison::keepPlace) {
     restart(activeSide_);
@@ -66,11 +68,8 @@ void ViewState::restart(int side) {
 }
 
 void ViewState::swapSides(DiffModel&& model) {
-  std::swap(documents_.text[0], documents_.text[1]);
-  std::swap(documents_.readOnly[0], documents_.readOnly[1]);
-  std::swap(documents_.lineEndKind[0], documents_.lineEndKind[1]);
-  std::swap(documents_.stamp[0], documents_.stamp[1]);
-  documents_.model = std::move(model);
+  std::swap(pair_.files[0], pair_.files[1]);
+  pair_.model = std::move(model);
   std::swap(hScroll_[0], hScroll_[1]);
   std::swap(widest_[0], widest_[1]);
   activeSide_ = 1 - activeSide_;
@@ -265,7 +264,7 @@ void ViewState::placeCaret(int side, uint32_t position, uint32_t anchor, uint32_
 }
 
 RowSource ViewState::source(int side) const {
-  return {model(), text(side), ruler_, options_, side, documents_.readOnly[side]};
+  return {model(), text(side), ruler_, options_, side, file(side).readOnly};
 }
 
 RowWindow ViewState::window(int side) const {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <string>
 
 #include "engine/comparison.h"
-#include "mergeview/documents.h"
+#include "mergeview/edited_pair.h"
 #include "mergeview/line_ruler.h"
 #include "mergeview/row_layout.h"
 #include "mergeview/split.h"
@@ -31,14 +33,16 @@ class ViewState {
   ViewHost& host() { return host_; }
 
   /// Whoever changes texts or rows says so with rowsChanged() or caretPlaced() before anything is drawn.
-  Documents& documents() { return documents_; }
-  const Documents& documents() const { return documents_; }
-  const DiffModel& model() const { return documents_.model; }
-  const TextBuffer& text(int side) const { return documents_.text[side]; }
+  EditedPair& pair() { return pair_; }
+  const EditedPair& pair() const { return pair_; }
+  EditedFile& file(int side) { return pair_.files[side]; }
+  const EditedFile& file(int side) const { return pair_.files[side]; }
+  const DiffModel& model() const { return pair_.model; }
+  const TextBuffer& text(int side) const { return pair_.files[side].text; }
   uint32_t rowCount() const { return model().rowCount(); }
 
-  /// Takes over texts and rows, copying nothing. Never fails.
-  void take(FileComparison&& comparison, AfterComparison after);
+  /// Takes over texts and rows and the paths that the texts came from, copying nothing. Never fails.
+  void take(FileComparison&& comparison, std::array<std::string, 2>&& paths, AfterComparison after);
 
   /// Starts at the top of texts and rows that are others, with a side active.
   void restart(int side);
@@ -78,7 +82,7 @@ class ViewState {
 
   /// The row in which a caret at a position shows: at the end of a text without a last "\n" the row of that
   /// line, not a filler behind it.
-  uint32_t rowOf(int side, uint32_t position) const { return documents_.rowOf(side, position); }
+  uint32_t rowOf(int side, uint32_t position) const { return pair_.rowOf(side, position); }
 
   // Caret and selection.
 
@@ -127,7 +131,7 @@ class ViewState {
   void goToRow(uint32_t row) { goToBlock({row, row + 1}); }
   void goToBlock(RowRange block);
 
-  // Editing, which changes documents().
+  // Editing, which changes pair().
 
   /// Whether typing takes the place of the characters at the caret.
   bool overwrite() const { return overwrite_; }
@@ -157,7 +161,7 @@ class ViewState {
   void clampScrolling();
 
   ViewHost& host_;
-  Documents documents_;
+  EditedPair pair_;
   ViewOptions options_;
   CompareOptions compareOptions_;
   LineRuler ruler_;

@@ -216,8 +216,10 @@ void CompareWindow::refresh() {
   std::string lineEnds;
   std::string differences;
   if (!fresh_) {
-    const LineEndKind(&kinds)[2] = view_.documents().lineEndKind;
-    lineEnds = std::string(lineEndKindName(kinds[0])) + ", " + lineEndKindName(kinds[1]);
+    const auto kindName = [this](int side) {
+      return std::string(lineEndKindName(view_.file(side).lineEndKind));
+    };
+    lineEnds = kindName(0) + ", " + kindName(1);
     differences = summaryText(view_.model());
   }
   frame_.statusBar.setText(StatusBar::lineEnds, lineEnds);

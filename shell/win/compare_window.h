@@ -145,7 +145,6 @@ class CompareWindow final : public Window,
   HWND lastFocus_ = nullptr;  // the child that has the focus whenever the window is active
 
   bool fresh_ = true;
-  std::string savedPaths_[2];  // of the files shown; empty until one was loaded or saved
   std::shared_ptr<ComparisonJob> job_;
   WaitDialog waitDialog_;
 };

@@ -114,7 +114,7 @@ WindowFacts CompareWindow::facts() const {
   facts.activeSide = view_.activeSide();
   for (const int side : {0, 1}) {
     facts.modified[side] = history_.isModified(side);
-    facts.readOnly[side] = view_.documents().readOnly[side];
+    facts.readOnly[side] = view_.file(side).readOnly;
   }
   facts.canUndo = history_.canUndo();
   facts.canRedo = history_.canRedo();
@@ -200,7 +200,6 @@ void CompareWindow::onFind(const FINDREPLACEA& request) {
 void CompareWindow::switchSides() {
   const std::string names[2] = {frame_.nameBoxes[0].text(), frame_.nameBoxes[1].text()};
   if (!merivane::switchSides(view_, history_)) return;
-  std::swap(savedPaths_[0], savedPaths_[1]);
   for (const int side : {0, 1}) frame_.nameBoxes[side].setText(names[1 - side]);
   refresh();
 }

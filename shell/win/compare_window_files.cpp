@@ -1,10 +1,11 @@
 // Comparing, saving and closing a text window's files.
 
+#include <array>
 #include <utility>
 
 #include "base/paths.h"
 #include "base/win/messages.h"
-#include "mergeview/document_file.h"
+#include "mergeview/edited_file.h"
 #include "output/html_file.h"
 #include "shell/win/application.h"
 #include "shell/win/compare_window.h"
@@ -61,10 +62,12 @@ void CompareWindow::showComparison(const Outcome& outcome, ComparisonJob& job) {
   history_.clear();
   for (const int side : {0, 1}) history_.markSaved(side);
   FileComparison comparison;
+  std::array<std::string, 2> paths;
   AfterComparison after = AfterComparison::top;
   if (succeeded) {
     comparison = std::move(job.result());
-    const bool again = job.path(0) == savedPaths_[0] && job.path(1) == savedPaths_[1];
+    paths = {job.path(0), job.path(1)};
+    const bool again = paths[0] == view_.file(0).path && paths[1] == view_.file(1).path;
     if (again) after = AfterComparison::keepPlace;
     if (application_.settings.scrollToFirst) after = AfterComparison::firstDifference;
     fresh_ = false;
@@ -73,11 +76,10 @@ void CompareWindow::showComparison(const Outcome& outcome, ComparisonJob& job) {
     comparison.model.numberLines();
   }
   for (const int side : {0, 1}) {
-    savedPaths_[side] = succeeded ? job.path(side) : std::string();
     if (succeeded) application_.settings.fileHistory(side).Add(frame_.nameBoxes[side].text());
   }
   frame_.summary.setBlank(!succeeded);
-  view_.take(std::move(comparison), after);
+  view_.take(std::move(comparison), std::move(paths), after);
 }
 
 // Names.
@@ -85,14 +87,14 @@ void CompareWindow::showComparison(const Outcome& outcome, ComparisonJob& job) {
 std::string CompareWindow::nameOf(int side) const { return sideName(titleSide(side)); }
 
 TitleSide CompareWindow::titleSide(int side) const {
-  return {savedPaths_[side], frame_.nameBoxes[side].text(), history_.isModified(side)};
+  return {view_.file(side).path, frame_.nameBoxes[side].text(), history_.isModified(side)};
 }
 
 // Saving.
 
 // A name that was only typed into a box may be that of a file which this text did not come from.
 bool CompareWindow::saveSide(int side) {
-  return savedPaths_[side].empty() ? saveAs(side) : save(side, savedPaths_[side]);
+  return view_.file(side).path.empty() ? saveAs(side) : save(side, view_.file(side).path);
 }
 
 void CompareWindow::saveAll() {
@@ -107,8 +109,8 @@ bool CompareWindow::save(int side, const std::string& path) {
 
 // What somebody else has written is not to be lost unnoticed.
 bool CompareWindow::mayOverwrite(int side, const std::string& path) {
-  const bool own = path == savedPaths_[side];
-  const FileStamp known = own ? view_.documents().stamp[side] : FileStamp();
+  const bool own = path == view_.file(side).path;
+  const FileStamp known = own ? view_.file(side).stamp : FileStamp();
   if (!changedOnDisk(systemFiles(), path, known)) return true;
   return warn(own ? TextId::changedOnDisk : TextId::fileExists, path);
 }
@@ -120,8 +122,7 @@ bool CompareWindow::warn(TextId question, const std::string& path) const {
 }
 
 bool CompareWindow::write(int side, const std::string& path) {
-  if (!reportSaved(saveDocument(systemFiles(), path, view_.documents(), side))) return false;
-  savedPaths_[side] = path;
+  if (!reportSaved(saveFile(systemFiles(), path, view_.file(side)))) return false;
   history_.markSaved(side);
   showSaved();
   return true;
@@ -162,14 +163,14 @@ bool CompareWindow::saveText(int side, const TextBuffer& text, LineEndKind kind)
   const std::string path = nameOf(side);
   if (!mayOverwrite(side, path)) return false;
   if (!reportSaved(merivane::saveText(systemFiles(), path, text, kind))) return false;
-  savedPaths_[side] = path;
+  view_.file(side).path = path;
   return true;
 }
 
 void CompareWindow::onSideSaved(int side) {
-  Documents& documents = view_.documents();
-  documents.stamp[side] = systemFiles().stamp(savedPaths_[side]);
-  documents.readOnly[side] = false;
+  EditedFile& file = view_.file(side);
+  file.stamp = systemFiles().stamp(file.path);
+  file.readOnly = false;
   showSaved();
 }
 
@@ -186,13 +187,12 @@ void CompareWindow::exportResults() {
   };
   const bool overCompared = isTarget(names[0]) || isTarget(names[1]);
   if (overCompared && !warn(TextId::fileExists, settings.exportResults)) return;
-  Documents& documents = view_.documents();
   HtmlSide sides[2];
   for (const int side : {0, 1}) {
-    TextBuffer& text = documents.text[side];
-    sides[side] = {names[side], text.view(0, text.size()), documents.lineEndKind[side]};
+    EditedFile& file = view_.file(side);
+    sides[side] = {names[side], file.text.view(0, file.text.size()), file.lineEndKind};
   }
-  const SystemError error = exportHtml(systemFiles(), settings.exportResults, documents.model, sides,
+  const SystemError error = exportHtml(systemFiles(), settings.exportResults, view_.model(), sides,
                                        settings.htmlOptions(), dateAndTime());
   if (error != 0) showSystemError(handle(), TextId::couldNotExport, error);
 }

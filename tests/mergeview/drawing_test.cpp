@@ -65,7 +65,7 @@ TEST(RowLayout, ChangedCharactersAndSidesHaveTheirColours) {
   options.lineNumbers = LineNumbers::rows;
   options.highlightChanges = options.colours.drawArrows = false;
   run.view().setOptions(options);
-  run.view().documents().readOnly[0] = true;
+  run.view().file(0).readOnly = true;
   expect(0, 3, 0xFFFFFF, "4");
   expect(0, 0, empty, "1");
   EXPECT_EQ(layout.runs, (Runs{{0, 8, 0, 64, 0x606060, empty}}));

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "mergeview/document_file.h"
+#include "mergeview/edited_file.h"
 #include "mergeview/side_commands.h"
 #include "tests/support/edit_run.h"
 #include "tests/support/failing_allocator.h"
@@ -126,14 +126,14 @@ class DocumentFileTest : public testing::Test {
     file.contents = contents;
     FileComparison comparison;
     ASSERT_TRUE(compareFiles(files, {"left", "left"}, {}, nullptr, comparison).succeeded());
-    run.view().take(std::move(comparison), AfterComparison::top);
+    run.view().take(std::move(comparison), {"left", "left"}, AfterComparison::top);
   }
-  SystemError save(FileSystem& to) { return saveDocument(to, "left", documents, 0); }
+  SystemError save(FileSystem& to) { return saveFile(to, "left", edited); }
 
   MemoryFiles files;
   MemoryFiles::File& file = files.files["left"];
   EditRun run{"", ""};
-  Documents& documents = run.view().documents();
+  EditedFile& edited = run.view().file(0);
 };
 
 TEST_F(DocumentFileTest, WhatWasNotEditedComesBackByteForByte) {
@@ -159,19 +159,22 @@ TEST_F(DocumentFileTest, AFailedSaveLeavesTheFileWholeAndASideKnowsItsFileAgain)
   load("a\r\nb\r\n");
   run.press("x");
   file.modified = 7;
-  documents.readOnly[0] = true;
-  const auto changed = [&] { return changedOnDisk(files, "left", documents.stamp[0]); };
+  edited.readOnly = true;
+  edited.path = "earlier";
+  const auto changed = [&] { return changedOnDisk(files, "left", edited.stamp); };
   bool failed = true;
   for (uint32_t failing = 0; failed; ++failing) {
-    EXPECT_TRUE(changed() && documents.readOnly[0]);
+    EXPECT_TRUE(changed() && edited.readOnly);
     EXPECT_EQ(file.contents, "a\r\nb\r\n");
+    EXPECT_EQ(edited.path, "earlier");
     files.failStep(failing, 77);
     const SystemError error = save(files);
     failed = files.endFailing();
     EXPECT_EQ(error, failed ? 77u : 0u);
   }
   EXPECT_EQ(file.contents, "xa\r\nb\r\n");
-  EXPECT_FALSE(changed() || documents.readOnly[0]);
+  EXPECT_FALSE(changed() || edited.readOnly);
+  EXPECT_EQ(edited.path, "left");
   failEachAllocation([&] { file.contents = "as it was"; }, [&] { return save(files); },
                      [&](SystemError error) {
                        EXPECT_EQ(error, notEnoughStorage());
@@ -186,7 +189,7 @@ TEST_F(DocumentFileTest, AFailedSaveLeavesTheFileWholeAndASideKnowsItsFileAgain)
 class SideCommandsTest : public testing::Test, protected ReplaceOwner {
  protected:
   SideCommandsTest() {
-    documents.lineEndKind[1] = LineEndKind::lf;
+    files[1].lineEndKind = LineEndKind::lf;
     run.press("down right right x");
   }
   void replace() { replaceSide(run.view(), run.history(), 0, *this); }
@@ -199,7 +202,7 @@ class SideCommandsTest : public testing::Test, protected ReplaceOwner {
   void onSideSaved(int) override { ++saved; }
 
   EditRun run{"a\nb\nc\n", "a\nd\n"};
-  Documents& documents = run.view().documents();
+  EditedFile (&files)[2] = run.view().pair().files;
   bool agrees = true, writes = true;
   int asked = 0, saved = 0;
   uint32_t written = 0;
@@ -209,15 +212,15 @@ TEST_F(SideCommandsTest, ReplacesASideAndItsFile) {
   const std::string before = run.state();
   agrees = false;
   replace();
-  agrees = documents.readOnly[0] = true;
+  agrees = files[0].readOnly = true;
   replace();
   EXPECT_EQ(run.state(), before);
   EXPECT_EQ(asked, 1) << "a side that may not be written is not asked for";
-  documents.readOnly[0] = false;
+  files[0].readOnly = false;
 
   run.press("switch-pane");
   replace();
-  EXPECT_TRUE(written == 4 && saved == 1 && documents.lineEndKind[0] == LineEndKind::lf);
+  EXPECT_TRUE(written == 4 && saved == 1 && files[0].lineEndKind == LineEndKind::lf);
   EXPECT_EQ(run.state() + run.fault(), EditRun("a\nd\n", "a\nd\n").state());
 }
 
@@ -225,18 +228,19 @@ TEST_F(SideCommandsTest, ACopyThatCannotBeWrittenIsAnEdit) {
   writes = false;
   replace();
   EXPECT_TRUE(run.text(0) == "a\nd\n" && run.history().isModified(0));
-  EXPECT_TRUE(documents.lineEndKind[0] == LineEndKind::crLf && saved == 0);
+  EXPECT_TRUE(files[0].lineEndKind == LineEndKind::crLf && saved == 0);
   EXPECT_EQ(run.undoAndRedoAll(), "");
 }
 
 TEST_F(SideCommandsTest, SwitchedSidesAreThoseOfAComparisonThatWayRound) {
-  documents.readOnly[1] = documents.stamp[1].exists = true;
+  files[1].readOnly = files[1].stamp.exists = true;
   run.press("switch-sides");
   EditRun other("a\nd\n", "a\nb\nc\n");
   other.press("switch-pane down right right x");
   EXPECT_EQ(run.state(), other.state());
-  EXPECT_TRUE(documents.readOnly[0] && !documents.readOnly[1]);
-  EXPECT_TRUE(documents.lineEndKind[0] == LineEndKind::lf && documents.stamp[0].exists);
+  EXPECT_TRUE(files[0].readOnly && !files[1].readOnly);
+  EXPECT_EQ(files[0].path + ' ' + files[1].path, "right left");
+  EXPECT_TRUE(files[0].lineEndKind == LineEndKind::lf && files[0].stamp.exists);
   EXPECT_EQ(run.undoAndRedoAll(), "");
 }
 

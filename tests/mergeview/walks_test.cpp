@@ -275,13 +275,13 @@ TEST(Editing, RepaintsNoMoreThanWhatLooksDifferent) {
 
 TEST(Editing, AReadOnlySideIsLeftAloneAndSomeCharactersOnlyBeep) {
   EditRun run("abc\n", "abd\n");
-  run.view().documents().readOnly[0] = true;
+  run.view().file(0).readOnly = true;
   expectWalk(
       run,
       "right S-right x enter backspace delete cut delete-row delete-to-end paste copy-line-left delete-line "
       "insert x insert (0,1-0,2: abc/ # abd/)");
   EXPECT_FALSE(run.history().canUndo());
-  run.view().documents().readOnly[0] = false;
+  run.view().file(0).readOnly = false;
   Editor editor(run.view(), run.history());
   editor.characterInput('\n', 2, false);
   editor.characterInput('\x1B', 1, false);

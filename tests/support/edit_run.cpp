@@ -90,7 +90,7 @@ void EditRun::load(std::string_view left, std::string_view right, AfterCompariso
       compareTexts(left, right, view_.compareOptions(), nullptr, comparison.model) != Result::success) {
     throw std::bad_alloc();
   }
-  view_.take(std::move(comparison), after);
+  view_.take(std::move(comparison), {"left", "right"}, after);
   first_ = std::string(left) + '#' + std::string(right);
   swapped_ = std::string(right) + '#' + std::string(left);
 }

@@ -1,15 +1,23 @@
-#include "mergeview/document_file.h"
+#include "mergeview/edited_file.h"
 
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace merivane {
 
-SystemError saveDocument(FileSystem& files, const std::string& path, Documents& documents, int side) {
-  const SystemError error = saveText(files, path, documents.text[side], documents.lineEndKind[side]);
+SystemError saveFile(FileSystem& files, const std::string& path, EditedFile& file) {
+  std::string newPath;
+  try {
+    newPath = path;
+  } catch (const std::bad_alloc&) {
+    return notEnoughStorage();
+  }
+  const SystemError error = saveText(files, path, file.text, file.lineEndKind);
   if (error != 0) return error;
-  documents.stamp[side] = files.stamp(path);
-  documents.readOnly[side] = false;
+  file.stamp = files.stamp(path);
+  file.path = std::move(newPath);
+  file.readOnly = false;
   return 0;
 }
 
