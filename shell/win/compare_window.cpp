@@ -35,10 +35,7 @@ void showState(HMENU menu, UINT item, const CommandState& state) {
 }  // namespace
 
 CompareWindow::CompareWindow(Application& application)
-    : application_(application),
-      frame_(application.settings, *this, history_),
-      view_(frame_.view.state()),
-      waitDialog_([this] { cancelComparison(); }) {}
+    : application_(application), frame_(application.settings, *this, history_), view_(frame_.view.state()) {}
 
 CompareWindow::~CompareWindow() { destroy(); }
 
@@ -56,7 +53,7 @@ bool CompareWindow::open(const NewWindowRect& at) {
 }
 
 LRESULT CompareWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == compareDoneMessage) return onComparisonDone(), 0;
+  if (message == compareDoneMessage) return waitDialog_.finish(), 0;
   if (message == findReplaceMessage) return onFind(*reinterpret_cast<FINDREPLACEA*>(lParam)), 0;
   switch (message) {
     case WM_CREATE: return onCreate() ? 0 : -1;
@@ -138,7 +135,7 @@ void CompareWindow::capturePlacement() {
 // Keys.
 
 bool CompareWindow::PreTranslateMessage(const MSG& message) {
-  if (waitDialog_.isOpen()) return waitDialog_.takes(message);
+  if (waitDialog_.isBusy()) return waitDialog_.takes(message);
   frame_.toolTips.relay(message);
   if (message.message == WM_SYSKEYDOWN && message.wParam == VK_BACK) return undoInNameBox();
   if (message.message != WM_KEYDOWN) return false;

@@ -17,7 +17,6 @@
 #include "shell/close_rules.h"
 #include "shell/menu_state.h"
 #include "shell/win/compare_frame.h"
-#include "shell/win/comparison_job.h"
 #include "shell/win/wait_dialog.h"
 #include "shell/window_placement.h"
 
@@ -112,9 +111,9 @@ class CompareWindow final : public Window,
 
   // Files.
   void startComparison();
-  void cancelComparison();
-  void onComparisonDone();
-  void showComparison(const Outcome& outcome, ComparisonJob& job);
+  struct Run;
+  void onCompared(const Outcome& outcome, Run& run);
+  void showComparison(const Outcome& outcome, Run& run);
   bool mayClose();
   void onClose();
   bool onQueryEndSession();
@@ -145,7 +144,6 @@ class CompareWindow final : public Window,
   HWND lastFocus_ = nullptr;  // the child that has the focus whenever the window is active
 
   bool fresh_ = true;
-  std::shared_ptr<ComparisonJob> job_;
   WaitDialog waitDialog_;
 };
 

@@ -11,7 +11,7 @@
 #include "shell/win/compare_window.h"
 #include "shell/win/export_dialog.h"
 #include "shell/win/file_dialogs.h"
-#include "shell/win/registered_messages.h"
+#include "shell/win/shell_utilities.h"
 #include "shell/win/system_facts.h"
 
 namespace merivane {
@@ -28,28 +28,37 @@ void CompareWindow::compare(const std::string& left, const std::string& right) {
   SendMessageA(handle(), WM_COMMAND, static_cast<WPARAM>(Command::refresh), 0);
 }
 
+/// One comparison: what it is of and what it leaves.
+struct CompareWindow::Run {
+  std::string paths[2];  // shortcuts replaced by their targets
+  CompareOptions options;
+  Outcome outcome;
+  FileComparison comparison;
+};
+
 void CompareWindow::startComparison() {
   // The files are read anew, so that what was not saved would go: unlike closing, this is asked whatever the
   // settings, as nobody expects it of a refresh.
-  if (job_ != nullptr || !merivane::mayClose(*this, true)) return;
-  const std::string names[2] = {frame_.nameBoxes[0].text(), frame_.nameBoxes[1].text()};
-  application_.keepBoxTexts(names);
-  job_ = ComparisonJob::start(handle(), names, application_.settings.compareOptions());
-  waitDialog_.open(handle());
+  if (waitDialog_.isBusy() || !merivane::mayClose(*this, true)) return;
+  const auto run = std::make_shared<Run>();
+  for (const int side : {0, 1}) run->paths[side] = frame_.nameBoxes[side].text();
+  run->options = application_.settings.compareOptions();
+  application_.keepBoxTexts(run->paths);
+  const auto work = [run](const AbortFlag& abort) {
+    for (std::string& path : run->paths) path = ResolveShortcut(path);
+    run->outcome = compareFiles(systemFiles(), run->paths, run->options, &abort, run->comparison);
+  };
+  waitDialog_.start(handle(), work, [this, run](WorkEnd end) {
+    switch (end) {
+      case WorkEnd::done: return onCompared(run->outcome, *run);
+      case WorkEnd::cancelled: return onCompared({Result::cancelled}, *run);
+      case WorkEnd::outOfMemory: return onCompared({Result::outOfMemory}, *run);
+    }
+  });
 }
 
-void CompareWindow::cancelComparison() {
-  job_->cancel();
-  // The thread takes until its next look at the flag; the user need not.
-  PostMessageA(handle(), compareDoneMessage, 0, 0);
-}
-
-void CompareWindow::onComparisonDone() {
-  if (job_ == nullptr || !job_->isDone()) return;  // of a job given up before
-  const std::shared_ptr<ComparisonJob> job = std::exchange(job_, nullptr);
-  waitDialog_.close();
-  const Outcome outcome = job->outcome();
-  showComparison(outcome, *job);
+void CompareWindow::onCompared(const Outcome& outcome, Run& run) {
+  showComparison(outcome, run);
   if (!outcome.succeeded()) {
     showMessage(handle(), outcomeMessage(outcome), MB_OK | MB_ICONERROR);
   } else if (application_.settings.identicalMessage && view_.model().differingRows() == 0) {
@@ -57,7 +66,7 @@ void CompareWindow::onComparisonDone() {
   }
 }
 
-void CompareWindow::showComparison(const Outcome& outcome, ComparisonJob& job) {
+void CompareWindow::showComparison(const Outcome& outcome, Run& run) {
   const bool succeeded = outcome.succeeded();
   history_.clear();
   for (const int side : {0, 1}) history_.markSaved(side);
@@ -65,8 +74,8 @@ void CompareWindow::showComparison(const Outcome& outcome, ComparisonJob& job) {
   std::array<std::string, 2> paths;
   AfterComparison after = AfterComparison::top;
   if (succeeded) {
-    comparison = std::move(job.result());
-    paths = {job.path(0), job.path(1)};
+    comparison = std::move(run.comparison);
+    paths = {run.paths[0], run.paths[1]};
     const bool again = paths[0] == view_.file(0).path && paths[1] == view_.file(1).path;
     if (again) after = AfterComparison::keepPlace;
     if (application_.settings.scrollToFirst) after = AfterComparison::firstDifference;
@@ -211,8 +220,7 @@ bool CompareWindow::mayClose() { return merivane::mayClose(*this, application_.s
 
 void CompareWindow::onClose() {
   if (!mayClose()) return;
-  if (job_ != nullptr) job_->cancel();
-  waitDialog_.close();
+  waitDialog_.abandon();
   DestroyWindow(handle());
 }
 

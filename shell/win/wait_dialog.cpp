@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/win/messages.h"
+#include "shell/win/registered_messages.h"
 
 namespace merivane {
 namespace {
@@ -14,23 +15,38 @@ constexpr UINT unnoticedMilliseconds = 150;
 
 }  // namespace
 
-WaitDialog::WaitDialog(std::function<void()> onCancel) : onCancel_(std::move(onCancel)) {}
+WaitDialog::~WaitDialog() { abandon(); }
 
-WaitDialog::~WaitDialog() { close(); }
-
-void WaitDialog::open(HWND owner) {
+void WaitDialog::start(HWND owner, Work work, WhenWorkEnds whenEnded) {
+  job_ = BackgroundJob::start(owner, compareDoneMessage, std::move(work));
+  whenEnded_ = std::move(whenEnded);
   owner_ = owner;
   focus_ = nullptr;
-  Dialog::open(dialogNumber, owner);
+  open(dialogNumber, owner);
+}
+
+void WaitDialog::finish() {
+  // The message may be of work that was given up before.
+  const auto end = job_ != nullptr ? job_->end() : std::nullopt;
+  if (!end) return;
+  close();
+  job_ = nullptr;
+  std::exchange(whenEnded_, nullptr)(*end);
+}
+
+void WaitDialog::abandon() {
+  if (job_ == nullptr) return;
+  job_->cancel();
+  close();
+  job_ = nullptr;
+  whenEnded_ = nullptr;
 }
 
 void WaitDialog::close() {
-  if (owner_ == nullptr) return;
   // Enabled before the dialog goes, or the system would activate another program's window.
   EnableWindow(owner_, TRUE);
   destroy();
   if (focus_ != nullptr && GetActiveWindow() == owner_) SetFocus(focus_);
-  owner_ = nullptr;
 }
 
 bool WaitDialog::takes(const MSG& message) const {
@@ -68,7 +84,9 @@ BOOL WaitDialog::onTimer() {
 
 BOOL WaitDialog::onCommand(int id) {
   if (id != IDCANCEL) return FALSE;
-  onCancel_();
+  job_->cancel();
+  // The thread takes until its next look at the flag; the user need not.
+  PostMessageA(owner_, compareDoneMessage, 0, 0);
   return TRUE;
 }
 

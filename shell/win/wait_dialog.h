@@ -1,38 +1,48 @@
 #pragma once
 
-#include <functional>
+#include <memory>
 
+#include "base/win/background_job.h"
 #include "base/win/dialog.h"
+#include "base/work.h"
 
 namespace merivane {
 
-/// "Please wait while comparing..." over a window that takes no input meanwhile. It shows itself only when
-/// the wait lasts long enough to be noticed.
+/// "Please wait while comparing..." over a window that takes no input while work is done for it on another
+/// thread. The box shows itself only when the wait lasts long enough to be noticed.
 class WaitDialog final : public Dialog {
  public:
-  /// `onCancel` is called once for the Cancel button; closing the dialog is up to it.
-  explicit WaitDialog(std::function<void()> onCancel);
+  WaitDialog() = default;
   ~WaitDialog() override;
 
-  /// Opens over `owner`, which gets no input until close(). It is not disabled until the dialog shows, so
-  /// that after a short wait it is still active and nothing has flickered.
-  void open(HWND owner);
-  void close();
+  /// Starts `work`. `owner` gets no input until the work has ended or the user has cancelled it; it is told
+  /// by compareDoneMessage, and answers that with finish(). It is not disabled until the box shows, so that
+  /// after a short wait it is still active and nothing has flickered. Only while isBusy() is false.
+  void start(HWND owner, Work work, WhenWorkEnds whenEnded);
 
-  /// While it is open: whether a message is the dialog's, or input that the owner must not get.
+  /// Whether work is under way.
+  bool isBusy() const { return job_ != nullptr; }
+
+  /// The owner received compareDoneMessage: when its work has ended the box closes and `whenEnded` is called.
+  void finish();
+
+  /// Cancels the work, if any is under way, and forgets it.
+  void abandon();
+
+  /// While isBusy(): whether a message is the box's, or input that the owner must not get.
   bool takes(const MSG& message) const;
-
-  bool isOpen() const { return owner_ != nullptr; }
 
  private:
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   BOOL onInitDialog();
   BOOL onTimer();
   BOOL onCommand(int id);
+  void close();
 
-  std::function<void()> onCancel_;
+  std::shared_ptr<BackgroundJob> job_;
+  WhenWorkEnds whenEnded_;
   HWND owner_ = nullptr;
-  HWND focus_ = nullptr;  // the owner's, to be given back; null until the dialog shows
+  HWND focus_ = nullptr;  // the owner's, to be given back; null until the box shows
 };
 
 }  // namespace merivane
