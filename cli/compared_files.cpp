@@ -1,6 +1,6 @@
 #include "cli/compared_files.h"
 
-#include <cstring>
+#include <new>
 #include <utility>
 
 namespace merivane {
@@ -8,19 +8,21 @@ namespace {
 
 bool isStandardInput(const std::string& path) { return path == "-"; }
 
-/// Reads another file, which may be its own, and keeps what it reads where `kept` is not null.
+/// Reads another file, which may be its own, and notes its line ends where `lineEnds` is not null.
 class Reader final : public InputFile {
  public:
-  Reader(std::unique_ptr<InputFile> own, InputFile& from, ByteArray* kept)
-      : own_(std::move(own)), from_(from), kept_(kept) {}
+  Reader(std::unique_ptr<InputFile> own, InputFile& from, LineEndRecord* lineEnds)
+      : own_(std::move(own)), from_(from), lineEnds_(lineEnds) {}
 
   SystemError read(char* bytes, uint32_t wanted, uint32_t& got) override {
     const SystemError error = from_.read(bytes, wanted, got);
-    if (error != 0 || kept_ == nullptr || got == 0) return error;
-    const uint32_t before = kept_->size();
-    if (!kept_->resize(uint64_t{before} + got)) return notEnoughStorage();
-    std::memcpy(kept_->data() + before, bytes, got);
-    return 0;
+    if (error != 0 || lineEnds_ == nullptr) return error;
+    try {
+      lineEnds_->note({bytes, got});
+      return 0;
+    } catch (const std::bad_alloc&) {
+      return notEnoughStorage();
+    }
   }
 
   uint64_t size() const override { return from_.size(); }
@@ -28,7 +30,7 @@ class Reader final : public InputFile {
  private:
   std::unique_ptr<InputFile> own_;
   InputFile& from_;
-  ByteArray* kept_;
+  LineEndRecord* lineEnds_;
 };
 
 }  // namespace
@@ -52,9 +54,9 @@ SystemError ComparedFiles::open(const std::string& path, std::unique_ptr<InputFi
     if (error != 0) return error;
   }
   InputFile& from = own ? *own : standardInput_;
-  ByteArray* const kept = keepsBytes_ && opened_ < 2 ? &kept_[opened_] : nullptr;
+  LineEndRecord* const lineEnds = notesLineEnds_ && opened_ < 2 ? &lineEnds_[opened_] : nullptr;
   ++opened_;
-  file = std::make_unique<Reader>(std::move(own), from, kept);
+  file = std::make_unique<Reader>(std::move(own), from, lineEnds);
   return 0;
 }
 

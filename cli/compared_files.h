@@ -2,20 +2,19 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
 
-#include "base/byte_array.h"
 #include "base/file_system.h"
+#include "output/file_bytes.h"
 
 namespace merivane {
 
 /// The two files of a comparison, for one loadDocuments(): another file system's, with "-" as standard input.
-/// Where asked to it keeps each file's own bytes as they are read, so that what a patch is made of is what
-/// was compared, also when the file is a pipe or changes meanwhile.
+/// Where asked to, notes each file's line ends as they are read, so that what a patch is made of is what was
+/// compared, also when the file is a pipe or changes meanwhile.
 class ComparedFiles final : public FileSystem {
  public:
-  ComparedFiles(FileSystem& files, InputFile& standardInput, bool keepsBytes)
-      : files_(files), standardInput_(standardInput), keepsBytes_(keepsBytes) {}
+  ComparedFiles(FileSystem& files, InputFile& standardInput, bool notesLineEnds)
+      : files_(files), standardInput_(standardInput), notesLineEnds_(notesLineEnds) {}
 
   FileKind kind(const std::string& path) override;
   bool isWritable(const std::string& path) override;
@@ -23,15 +22,16 @@ class ComparedFiles final : public FileSystem {
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override;
   SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override;
 
-  /// What was read of a side, the left one being the file that was opened first; empty unless bytes are kept.
-  std::string_view bytes(int side) const { return kept_[side].view(); }
+  /// Each side's, the left one being the file that was opened first; empty unless they are noted.
+  using LineEnds = LineEndRecord[2];
+  const LineEnds& lineEnds() const { return lineEnds_; }
 
  private:
   FileSystem& files_;
   InputFile& standardInput_;
-  const bool keepsBytes_;
+  const bool notesLineEnds_;
   int opened_ = 0;
-  ByteArray kept_[2];
+  LineEnds lineEnds_;
 };
 
 }  // namespace merivane

@@ -10,7 +10,7 @@
 namespace merivane {
 namespace {
 
-/// An option and what it does. `set` answers whether it can make sense of the argument.
+/// An option and what it does. `set` returns whether it can make sense of the argument.
 struct OptionRow {
   OptionName name;
   bool (*set)(DiffOptions& options, std::string_view value);
@@ -38,17 +38,13 @@ bool choose(const Word<Value> (&words)[count], std::string_view text, Value& val
 }
 
 bool setFormat(DiffOptions& options, std::string_view value) {
-  static constexpr Word<DiffFormat> words[] = {{"text", DiffFormat::text},
-                                               {"summary", DiffFormat::summary},
-                                               {"json", DiffFormat::json},
-                                               {"html", DiffFormat::html},
-                                               {"unified", DiffFormat::unified}};
-  return choose(words, value, options.format);
+  options.format = findFormat(value);
+  return options.format != nullptr;
 }
 
 bool setUnified(DiffOptions& options, std::string_view value) {
-  options.format = DiffFormat::unified;
-  return parseNumber(value, 0, UINT32_MAX, options.contextLines);
+  options.format = findFormat("unified");
+  return parseNumber(value, 0, UINT32_MAX, options.writing.contextLines);
 }
 
 bool setColour(DiffOptions& options, std::string_view value) {
@@ -61,13 +57,13 @@ bool setScope(DiffOptions& options, std::string_view value) {
   static constexpr Word<ExportScope> words[] = {{"everything", ExportScope::everything},
                                                 {"context", ExportScope::context},
                                                 {"differences", ExportScope::differences}};
-  return choose(words, value, options.scope);
+  return choose(words, value, options.writing.scope);
 }
 
 bool setLineNumbers(DiffOptions& options, std::string_view value) {
   static constexpr Word<LineNumbers> words[] = {
       {"virtual", LineNumbers::rows}, {"real", LineNumbers::lines}, {"none", LineNumbers::none}};
-  return choose(words, value, options.lineNumbers);
+  return choose(words, value, options.writing.look.lineNumbers);
 }
 
 bool addIgnoreBlanks(DiffOptions& options, std::string_view list) {
@@ -103,15 +99,17 @@ constexpr OptionRow kOptions[] = {
     {{"output", 0, OptionArgument::required}, setOutput},
     {{"scope", 0, OptionArgument::required}, setScope},
     {{"show-white-space"},
-     [](DiffOptions& options, std::string_view) { return options.showWhiteSpace = true; }},
+     [](DiffOptions& options, std::string_view) { return options.writing.look.showWhiteSpace = true; }},
     {{"tab-stop", 0, OptionArgument::required},
-     [](DiffOptions& options, std::string_view value) { return parseNumber(value, 1, 16, options.tabStop); }},
+     [](DiffOptions& options, std::string_view value) {
+       return parseNumber(value, kMinTabStop, kMaxTabStop, options.writing.look.tabStop);
+     }},
     {{"unified", 'u', OptionArgument::optional}, setUnified, "3"},
     {{"", 'U', OptionArgument::required}, setUnified},
     {{"version"}, [](DiffOptions& options, std::string_view) { return options.version = true; }},
     {{"width", 0, OptionArgument::required},
      [](DiffOptions& options, std::string_view value) {
-       return parseNumber(value, kMinimumWidth, kMaximumWidth, options.width);
+       return parseNumber(value, kMinWidth, kMaxWidth, options.writing.width);
      }},
 };
 
@@ -126,11 +124,11 @@ std::string checkOperands(const std::vector<std::string_view>& operands, DiffOpt
 
 }  // namespace
 
-bool parseNumber(std::string_view text, uint32_t minimum, uint32_t maximum, uint32_t& number) {
+bool parseNumber(std::string_view text, uint32_t min, uint32_t max, uint32_t& number) {
   uint32_t parsed = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), parsed);
   if (error != std::errc() || end != text.data() + text.size()) return false;
-  if (parsed < minimum || parsed > maximum) return false;
+  if (parsed < min || parsed > max) return false;
   number = parsed;
   return true;
 }

@@ -1,28 +1,22 @@
 #include "cli/run_diff.h"
 
 #include <algorithm>
-#include <memory>
 #include <new>
 #include <stdexcept>
 
-#include "base/buffered_sink.h"
 #include "base/message_format.h"
 #include "base/texts.h"
 #include "cli/compared_files.h"
 #include "cli/diff_options.h"
 #include "cli/usage.h"
 #include "engine/comparison.h"
-#include "output/html_export.h"
-#include "output/json_format.h"
-#include "output/patch_model.h"
-#include "output/text_format.h"
-#include "output/unified_format.h"
+#include "output/file_bytes.h"
+#include "output/writers.h"
 
 namespace merivane {
 namespace {
 
 constexpr const char* kMessagePrefix = "merivane-diff: ";
-constexpr uint32_t kWidthElsewhere = 130;  // where there is no terminal to ask
 
 class DiffRun {
  public:
@@ -35,122 +29,75 @@ class DiffRun {
       environment_.standardError.write(kUsageHint);
       return kExitTrouble;
     }
-    if (options_.help || options_.version) {
-      options_.output.clear();
-      const char* const text = options_.help ? kUsageText : kVersionText;
-      return deliver([text](ByteSink& sink) { sink.write(text); }) ? kExitNoDifference : kExitTrouble;
-    }
+    if (options_.help) return show(kUsageText);
+    if (options_.version) return show(kVersionText);
     return compare();
   }
 
  private:
   int compare() {
-    const bool unified = options_.format == DiffFormat::unified;
+    const OutputFormat& format = *options_.format;
     // A patch has no use for changed lines, and they can take long to find.
-    if (unified) options_.compare.compareChanges = false;
-    ComparedFiles files(environment_.files, environment_.standardInput, unified);
+    if (format.ofFileBytes) options_.compare.compareChanges = false;
+    ComparedFiles files(environment_.files, environment_.standardInput, format.ofFileBytes);
     FileComparison comparison;
     const Outcome outcome = compareFiles(files, options_.paths, options_.compare, nullptr, comparison);
-    if (!outcome.succeeded()) {
-      report(outcomeMessage(outcome));
-      return kExitTrouble;
-    }
+    if (!outcome.succeeded()) return fail(outcomeMessage(outcome));
     const bool differ = comparison.model.differingRows() > 0;
-    const bool delivered = unified ? deliverPatch({files.bytes(0), files.bytes(1)}, comparison)
-                                   : deliver([&](ByteSink& sink) { write(comparison, sink); });
-    if (!delivered) return kExitTrouble;
+    if (format.ofFileBytes) {
+      if (differOnlyInLineEnds(comparison, files.lineEnds())) reportLineEnds(comparison.documents);
+      const Result result = compareFileBytes(files.lineEnds(), options_.compare, comparison);
+      if (result != Result::success) return fail(outcomeMessage({result}));
+    }
+    prepareWriting();
+    const WrittenComparison written = writtenComparison(comparison, options_.paths, options_.compare);
+    const SystemError error =
+        options_.output.empty()
+            ? writeToFile(environment_.standardOutput, *format.write, written, options_.writing)
+            : exportComparison(environment_.files, options_.output, *format.write, written, options_.writing);
+    if (error != 0) return failToWrite(error);
     return differ ? kExitDifferences : kExitNoDifference;
   }
 
-  /// Writes every format but the patch, which deliverPatch() does.
-  void write(const FileComparison& comparison, ByteSink& sink) {
-    switch (options_.format) {
-      case DiffFormat::text:
-        return writeText(comparison, options_.paths, textOptions(), sink);
-      case DiffFormat::json:
-        return writeJson(comparison, options_.paths, sink);
-      case DiffFormat::html:
-        return writePage(comparison, sink);
-      case DiffFormat::summary:
-        return sink.write(summaryText(comparison.model) + "\n");
-      case DiffFormat::unified:
-        return;
-    }
-  }
-
-  TextOptions textOptions() const {
+  /// Settles what depends on the terminal and the time.
+  void prepareWriting() {
+    WriterOptions& writing = options_.writing;
     const TerminalFacts terminal = environment_.terminal();
     const bool toTerminal = terminal.isTerminal && options_.output.empty();
-    TextOptions options;
-    options.scope = options_.scope;
-    options.lineNumbers = options_.lineNumbers;
-    options.tabStop = options_.tabStop;
-    options.showWhiteSpace = options_.showWhiteSpace;
-    options.utf8 = terminal.utf8;
     const bool noColour = environment_.noColour != nullptr && *environment_.noColour != '\0';
-    options.coloured = options_.colour == ColourUse::automatic
+    writing.utf8 = terminal.utf8;
+    writing.coloured = options_.colour == ColourUse::automatic
                            ? toTerminal && terminal.showsColours && !noColour
                            : options_.colour == ColourUse::always;
-    options.width = options_.width;
-    if (options.width == 0) {
-      uint32_t columns = toTerminal && terminal.width > 0 ? terminal.width : kWidthElsewhere;
-      if (environment_.columns != nullptr) parseNumber(environment_.columns, 1, kMaximumWidth, columns);
-      options.width = std::max(columns, kMinimumWidth);
+    if (writing.width == 0) {
+      uint32_t columns = toTerminal && terminal.width > 0 ? terminal.width : WriterOptions().width;
+      if (environment_.columns != nullptr) parseNumber(environment_.columns, 1, kMaxWidth, columns);
+      writing.width = std::max(columns, kMinWidth);
     }
-    return options;
+    writing.time = environment_.time();
   }
 
-  void writePage(const FileComparison& comparison, ByteSink& sink) const {
-    HtmlSide sides[2];
-    for (const int side : {0, 1}) {
-      const TextDocument& document = comparison.documents[side];
-      sides[side] = {options_.paths[side], document.text.view(), document.lineEndKind};
-    }
-    HtmlOptions options;
-    options.scope = options_.scope;
-    options.lineNumbers = options_.lineNumbers;
-    options.tabStop = options_.tabStop;
-    options.showWhiteSpace = options_.showWhiteSpace;
-    writeHtml(comparison.model, sides, options, environment_.time(), sink);
+  int show(std::string_view text) {
+    OutputFile& output = environment_.standardOutput;
+    SystemError error = output.write(text);
+    if (error == 0) error = output.commit();
+    return error == 0 ? kExitNoDifference : failToWrite(error);
   }
 
-  bool deliverPatch(const std::string_view (&files)[2], FileComparison& comparison) {
-    const PatchContents contents = patchContents(comparison, files, options_.compare);
-    if (contents == PatchContents::onlyLineEnds) {
-      report(std::string("the files differ only in their line ends (") +
-             lineEndKindName(comparison.documents[0].lineEndKind) + ", " +
-             lineEndKindName(comparison.documents[1].lineEndKind) + ")");
-    }
-    const bool patch = contents == PatchContents::differences;
-    if (patch) {
-      const Result result = compareForPatch(files, options_.compare, comparison);
-      if (result != Result::success) {
-        report(outcomeMessage({result}));
-        return false;
-      }
-    }
-    return deliver([&](ByteSink& sink) {
-      const UnifiedOptions options = {options_.contextLines, !options_.compare.comparesBytes()};
-      if (patch) writeUnified(comparison.model, files, options_.paths, options, sink);
-    });
+  int fail(const std::string& message) {
+    report(message);
+    return kExitTrouble;
   }
 
-  /// Has `write` write to where the output goes. False, and the user told, when it does not get there.
-  template <typename Write>
-  bool deliver(Write write) {
-    std::unique_ptr<OutputFile> file;
-    SystemError error = options_.output.empty() ? 0 : environment_.files.create(options_.output, file);
-    if (error == 0) {
-      OutputFile& output = file ? *file : environment_.standardOutput;
-      BufferedSink sink(output);
-      write(sink);
-      error = sink.finish();
-      if (error == 0) error = output.commit();
-    }
-    if (error != 0 && error != environment_.brokenPipe) {
-      report(formatMessage(TextId::couldNotExport, {systemErrorText(error)}));
-    }
-    return error == 0;
+  int failToWrite(SystemError error) {
+    if (error == environment_.brokenPipe) return kExitTrouble;
+    return fail(formatMessage(TextId::couldNotExport, {systemErrorText(error)}));
+  }
+
+  void reportLineEnds(const TextDocument (&documents)[2]) {
+    report(std::string("the files differ only in their line ends (") +
+           lineEndKindName(documents[0].lineEndKind) + ", " + lineEndKindName(documents[1].lineEndKind) +
+           ")");
   }
 
   void report(const std::string& message) {

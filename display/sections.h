@@ -10,7 +10,7 @@ namespace merivane {
 /// Which rows an export holds; the setting's values.
 enum class ExportScope : int32_t { everything = 0, context = 1, differences = 2 };
 
-/// How many equal rows a context section shows before and behind its differences.
+/// how many equal rows a context section shows before and after its differences.
 constexpr uint32_t kContextRows = 3;
 
 /// Visits the sections of an export from the top, as ascending and disjoint row ranges. Everything is one

@@ -16,9 +16,9 @@ constexpr uint32_t kSearchStep = 4096;
 LineRuler::LineRuler(const FontMetrics& font, uint32_t tabStop, bool showWhiteSpace)
     : font_(font),
       tabStop_(tabStop),
-      spaceGlyph_(showWhiteSpace ? '\xB7' : ' '),
-      lineEndGlyph_(showWhiteSpace ? '\xB6' : ' '),
-      tabGlyph_(showWhiteSpace ? '\xBB' : ' ') {
+      spaceGlyph_(showWhiteSpace ? kSpaceMark : ' '),
+      lineEndGlyph_(showWhiteSpace ? kLineEndMark : ' '),
+      tabGlyph_(showWhiteSpace ? kTabMark : ' ') {
   std::string glyphs;
   for (int c = 0; c < 256; ++c) {
     glyphs.clear();
@@ -54,7 +54,7 @@ void LineRuler::appendGlyphs(std::string& text, char c, uint32_t column) const {
     text.append(tabColumns(column) - 1, ' ');
   } else if (isControl(c)) {
     text += '^';
-    text += static_cast<char>(c + 64);
+    text += controlLetter(c);
   } else {
     text += c;
   }

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "display/row_look.h"
 #include "mergeview/font_metrics.h"
 #include "mergeview/text_buffer.h"
 
@@ -24,7 +25,7 @@ struct LinePlace {
 /// Finding a place takes one fast pass over the line up to it, at memory speed with a fixed pitch font.
 class LineRuler {
  public:
-  LineRuler() : LineRuler(FontMetrics(), 4, false) {}
+  LineRuler() : LineRuler(FontMetrics(), kDefaultTabStop, false) {}
 
   /// White space, when shown, has its own glyphs, whose widths differ in a proportional font.
   LineRuler(const FontMetrics& font, uint32_t tabStop, bool showWhiteSpace);
@@ -50,7 +51,7 @@ class LineRuler {
 
  private:
   void skip(LinePlace& place, std::string_view characters) const;
-  uint32_t tabColumns(uint32_t column) const { return tabStop_ - column % tabStop_; }
+  uint32_t tabColumns(uint32_t column) const { return merivane::tabColumns(column, tabStop_); }
 
   FontMetrics font_;
   uint32_t tabStop_;

@@ -25,10 +25,8 @@ Colour darkenedColour(Colour colour) {
 }
 
 std::string rowNumber(const DiffModel& model, LineNumbers kind, int side, uint32_t row) {
-  if (kind == LineNumbers::none) return {};
-  if (kind == LineNumbers::rows) return std::to_string(row + 1);
-  const uint32_t line = model.lineNumber(side, row);
-  return line == kNoLine ? std::string() : std::to_string(line + 1);
+  const uint32_t number = shownNumber(kind, model, side, row);
+  return number == 0 ? std::string() : std::to_string(number);
 }
 
 void layOutRow(const RowSource& source, uint32_t row, const RowWindow& window, RowLayout& layout) {

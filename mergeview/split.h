@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "display/line_numbers.h"
+#include "display/row_look.h"
 #include "mergeview/font_metrics.h"
 
 namespace merivane {

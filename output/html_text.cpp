@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <array>
 
+#include "display/row_look.h"
+
 namespace merivane {
 namespace {
-
-constexpr char kLineEndMark = '\xB6';
-constexpr char kTabMark = '\xBB';
-constexpr char kSpaceMark = '\xB7';
 
 /// The bytes that stand for themselves, most of any text: they are taken over in whole runs.
 constexpr auto kPlain = [] {
@@ -47,14 +45,14 @@ void appendSpecial(std::string& html, char c, bool showWhiteSpace) {
       break;
     default:
       html += '^';
-      html += static_cast<char>(c + '@');
+      html += controlLetter(c);
   }
 }
 
 }  // namespace
 
 void appendHtmlText(std::string& html, std::string_view line, uint32_t tabStop, bool showWhiteSpace) {
-  size_t column = 0;
+  uint32_t column = 0;
   const auto end = line.end();
   for (auto at = line.begin(); at != end;) {
     const auto start = at;
@@ -72,7 +70,7 @@ void appendHtmlText(std::string& html, std::string_view line, uint32_t tabStop, 
         appendBlanks(html, count);
       }
     } else if (*at == '\t') {
-      const size_t width = tabStop - column % tabStop;
+      const uint32_t width = tabColumns(column, tabStop);
       if (showWhiteSpace) html += kTabMark;
       appendBlanks(html, showWhiteSpace ? width - 1 : width);
       column += width;
@@ -81,7 +79,7 @@ void appendHtmlText(std::string& html, std::string_view line, uint32_t tabStop, 
     } else {
       appendSpecial(html, *at++, showWhiteSpace);
     }
-    column += static_cast<size_t>(at - start);
+    column += static_cast<uint32_t>(at - start);
   }
 }
 

@@ -1,5 +1,9 @@
 #include "output/text_cell.h"
 
+#include <string>
+
+#include "display/row_look.h"
+
 namespace merivane {
 namespace {
 
@@ -7,7 +11,8 @@ namespace {
 struct Signs {
   std::string_view space, tab, lineEnd, cut;
 };
-constexpr Signs kUtf8Signs = {"\xC2\xB7", "\xC2\xBB", "\xC2\xB6", "\xE2\x80\xA6"};
+constexpr char kUtf8Marks[] = {'\xC2', kSpaceMark, '\xC2', kTabMark, '\xC2', kLineEndMark};
+constexpr Signs kUtf8Signs = {{kUtf8Marks, 2}, {kUtf8Marks + 2, 2}, {kUtf8Marks + 4, 2}, "\xE2\x80\xA6"};
 constexpr Signs kAsciiSigns = {".", ">", "$", "~"};
 
 bool isTrail(char c) { return (static_cast<uint8_t>(c) & 0xC0) == 0x80; }
@@ -44,7 +49,7 @@ class Characters {
     length_ = style_.utf8 && static_cast<uint8_t>(c) >= 0x80 ? sequenceLength(line_.substr(at_)) : 1;
     columns_ = 1;
     if (c == '\t') {
-      columns_ = style_.tabStop - column_ % style_.tabStop;
+      columns_ = tabColumns(column_, style_.tabStop);
     } else if (c == '\n') {
       columns_ = style_.showWhiteSpace || isMarked() ? 1 : 0;
     } else if (isControl(c)) {
@@ -74,7 +79,7 @@ class Characters {
       text += signs_.space;
     } else if (isControl(c)) {
       text += '^';
-      text += static_cast<char>(c ^ 0x40);
+      text += controlLetter(c);
     } else {
       text += line_.substr(at_, length_);
     }

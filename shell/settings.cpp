@@ -99,31 +99,27 @@ CompareOptions Settings::compareOptions() const {
   return {ignoreCase, static_cast<uint32_t>(ignoreBlanks2), compareChanges};
 }
 
-RowColours Settings::rowColours() const {
-  return {sameBkColor, emptyBkColor, leftBkColor, rightBkColor, changeBkColor, drawArrows};
+RowLook Settings::look() const {
+  return {static_cast<uint32_t>(tabStop),
+          showWhiteSpace,
+          lineNumbers(),
+          {sameBkColor, emptyBkColor, leftBkColor, rightBkColor, changeBkColor, drawArrows}};
 }
 
 ViewOptions Settings::viewOptions() const {
-  ViewOptions options;
-  options.tabStop = static_cast<uint32_t>(tabStop);
-  options.showWhiteSpace = showWhiteSpace;
-  options.lineNumbers = lineNumbers();
+  ViewOptions options = {look()};
   options.highlightChanges = highlightChanges;
   options.wrapAround = wrapAround;
   options.syncScroll = syncScroll;
-  options.colours = rowColours();
   options.textColour = textColor;
   options.readOnlyColour = readOnlyColor;
   return options;
 }
 
-HtmlOptions Settings::htmlOptions() const {
-  HtmlOptions options;
+WriterOptions Settings::writerOptions() const {
+  WriterOptions options;
+  options.look = look();
   options.scope = static_cast<ExportScope>(exportHow);
-  options.lineNumbers = lineNumbers();
-  options.showWhiteSpace = showWhiteSpace;
-  options.tabStop = static_cast<uint32_t>(tabStop);
-  options.colours = rowColours();
   return options;
 }
 

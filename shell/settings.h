@@ -5,11 +5,10 @@
 #include <functional>
 #include <string>
 
-#include "display/line_numbers.h"
-#include "display/row_colours.h"
+#include "display/row_look.h"
 #include "engine/compare_options.h"
 #include "mergeview/view_options.h"
-#include "output/html_export.h"
+#include "output/writers.h"
 #include "shell/history_list.h"
 #include "shell/settings_store.h"
 #include "shell/window_placement.h"
@@ -23,11 +22,11 @@ struct Settings {
 
   Colour textColor = 0x000000;
   Colour readOnlyColor = 0x606060;
-  Colour sameBkColor = 0xFFFFFF;
-  Colour emptyBkColor = 0xF4F4F4;
-  Colour leftBkColor = 0xC0DCC0;
-  Colour rightBkColor = 0xF0CAA6;
-  Colour changeBkColor = 0xA6CAF0;
+  Colour sameBkColor = RowColours().same;
+  Colour emptyBkColor = RowColours().empty;
+  Colour leftBkColor = RowColours().left;
+  Colour rightBkColor = RowColours().right;
+  Colour changeBkColor = RowColours().changed;
   /// The colour picker's own; the first seven are the defaults of the colours above.
   std::array<Colour, 16> customColors = {0x000000, 0x606060, 0xFFFFFF, 0xF4F4F4, 0xC0DCC0, 0xF0CAA6,
                                          0xA6CAF0, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF,
@@ -41,8 +40,8 @@ struct Settings {
   bool wrapAround = true;
   bool compareChanges = true;
   bool highlightChanges = true;
-  int32_t ignoreBlanks2 = 0;    // IgnoreBlanks bits
-  int32_t tabStop = 4;          // columns, 1 to 16
+  int32_t ignoreBlanks2 = 0;  // IgnoreBlanks bits
+  int32_t tabStop = kDefaultTabStop;
   int32_t showLineNumbers = 2;  // a LineNumbers
   bool viewSummary = true;
   bool viewToolBar = true;
@@ -99,9 +98,9 @@ struct Settings {
   HistoryList& folderHistory(int side) { return side == 0 ? leftFolderHistory : rightFolderHistory; }
 
   CompareOptions compareOptions() const;
-  RowColours rowColours() const;
+  RowLook look() const;
   ViewOptions viewOptions() const;
-  HtmlOptions htmlOptions() const;
+  WriterOptions writerOptions() const;  // but the time
   LineNumbers lineNumbers() const { return static_cast<LineNumbers>(showLineNumbers); }
 };
 

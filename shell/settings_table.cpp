@@ -26,7 +26,7 @@ const SettingsRow rows[] = {
     {"CompareChanges", BoolSetting{&S::compareChanges}},
     {"HighlightChanges", BoolSetting{&S::highlightChanges}},
     {"IgnoreBlanks2", NumberSetting{&S::ignoreBlanks2}},
-    {"TabStop", NumberSetting{&S::tabStop, 1, 16}},
+    {"TabStop", NumberSetting{&S::tabStop, kMinTabStop, kMaxTabStop}},
     {"ShowLineNumbers", NumberSetting{&S::showLineNumbers, 0, 2}},
     {"ViewSummary", BoolSetting{&S::viewSummary}},
     {"ViewToolBar", BoolSetting{&S::viewToolBar}},

@@ -6,7 +6,7 @@
 #include "base/paths.h"
 #include "base/win/messages.h"
 #include "mergeview/edited_file.h"
-#include "output/html_file.h"
+#include "output/writers.h"
 #include "shell/win/application.h"
 #include "shell/win/compare_window.h"
 #include "shell/win/export_dialog.h"
@@ -196,13 +196,15 @@ void CompareWindow::exportResults() {
   };
   const bool overCompared = isTarget(names[0]) || isTarget(names[1]);
   if (overCompared && !warn(TextId::fileExists, settings.exportResults)) return;
-  HtmlSide sides[2];
+  WrittenComparison comparison = {view_.model(), {}, settings.compareOptions()};
   for (const int side : {0, 1}) {
     EditedFile& file = view_.file(side);
-    sides[side] = {names[side], file.text.view(0, file.text.size()), file.lineEndKind};
+    comparison.sides[side] = {names[side], file.text.view(0, file.text.size()), file.lineEndKind};
   }
-  const SystemError error = exportHtml(systemFiles(), settings.exportResults, view_.model(), sides,
-                                       settings.htmlOptions(), dateAndTime());
+  WriterOptions options = settings.writerOptions();
+  options.time = dateAndTime();
+  const SystemError error =
+      exportComparison(systemFiles(), settings.exportResults, writeHtml, comparison, options);
   if (error != 0) showSystemError(handle(), TextId::couldNotExport, error);
 }
 

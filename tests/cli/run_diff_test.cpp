@@ -106,20 +106,21 @@ TEST(DiffOptions, AreReadInEverySpellingAndOrder) {
   for (const Arguments& arguments : spellings) {
     DiffOptions options;
     EXPECT_EQ(parseOptions(arguments, options), "");
-    EXPECT_EQ(options.format, DiffFormat::json);
+    EXPECT_EQ(options.format->name, "json");
     EXPECT_EQ(options.output, "o");
-    EXPECT_EQ(options.tabStop, 8u);
+    EXPECT_EQ(options.writing.look.tabStop, 8u);
     EXPECT_EQ(options.compare.ignoreBlanks, kIgnoreBlanksAtStart | kIgnoreBlanksAtEnd);
     EXPECT_EQ(options.paths[0] + options.paths[1], "-R");
   }
   DiffOptions options;
   EXPECT_EQ(parseOptions(Arguments{"--no-changed-lines", "-U0", "--width=99", "--", "L", "--help"}, options),
             "");
-  EXPECT_FALSE(options.compare.compareChanges || options.help);
-  EXPECT_EQ(options.contextLines, 0u);
-  EXPECT_EQ(options.width, 99u);
+  EXPECT_FALSE(options.compare.compareChanges);
+  EXPECT_FALSE(options.help);
+  EXPECT_EQ(options.writing.contextLines, 0u);
+  EXPECT_EQ(options.writing.width, 99u);
   EXPECT_EQ(parseOptions(Arguments{"--unified", "L", "R"}, options), "");
-  EXPECT_EQ(options.contextLines, 3u);
+  EXPECT_EQ(options.writing.contextLines, 3u);
   EXPECT_EQ(parseOptions(Arguments{"--help", "--nonsense"}, options), "");
   EXPECT_TRUE(options.help);
 }

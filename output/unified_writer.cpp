@@ -1,14 +1,15 @@
-#include "output/unified_format.h"
-
 #include <algorithm>
+#include <cstdint>
+#include <string>
 
 #include "output/decimal.h"
+#include "output/writers.h"
 
 namespace merivane {
 namespace {
 
 /// A file name as patch programs read it back: one with control bytes, quotes, backslashes or a blank at its
-/// end as a C string, another one with blanks with a TAB behind it, which ends it.
+/// end is written as a C string, another one with blanks with a TAB after it, which ends it.
 std::string headerName(std::string_view path) {
   const auto isSpecial = [](char c) {
     return static_cast<uint8_t>(c) < 0x20 || c == 0x7F || c == '"' || c == '\\';
@@ -38,22 +39,25 @@ std::string headerName(std::string_view path) {
 
 class UnifiedWriter {
  public:
-  UnifiedWriter(const DiffModel& model, const std::string_view (&files)[2], const UnifiedOptions& options,
-                ByteSink& sink)
-      : model_(model), files_{files[0], files[1]}, options_(options), sink_(sink) {}
+  UnifiedWriter(const WrittenComparison& comparison, uint32_t contextLines, ByteSink& sink)
+      : model_(comparison.model),
+        sides_(comparison.sides),
+        equalRowsAreContext_(!comparison.compare.comparesBytes()),
+        contextLines_(contextLines),
+        sink_(sink) {}
 
-  void write(const std::string (&paths)[2]) {
+  void write() {
     uint32_t difference = nextDifference(0);
     if (difference == model_.rowCount()) return;
-    sink_.write("--- " + headerName(paths[0]) + "\n+++ " + headerName(paths[1]) + "\n");
+    sink_.write("--- " + headerName(sides_[0].path) + "\n+++ " + headerName(sides_[1].path) + "\n");
     while (difference < model_.rowCount()) {
-      RowRange hunk{difference - std::min(difference, options_.contextLines), 0};
+      RowRange hunk{difference - std::min(difference, contextLines_), 0};
       uint32_t end;
       do {
         end = endOfDifference(difference);
         difference = nextDifference(end);
-      } while (difference < model_.rowCount() && difference - end <= 2 * uint64_t{options_.contextLines});
-      hunk.end = end + std::min(model_.rowCount() - end, options_.contextLines);
+      } while (difference < model_.rowCount() && difference - end <= 2 * uint64_t{contextLines_});
+      hunk.end = end + std::min(model_.rowCount() - end, contextLines_);
       writeHunk(hunk);
     }
   }
@@ -63,13 +67,13 @@ class UnifiedWriter {
 
   std::string_view line(int side, uint32_t row) const {
     const uint32_t begin = model_.position(side, row);
-    const uint32_t end = model_.endPosition(side, row, static_cast<uint32_t>(files_[side].size()));
-    return files_[side].substr(begin, end - begin);
+    const uint32_t end = model_.endPosition(side, row, static_cast<uint32_t>(sides_[side].text.size()));
+    return sides_[side].text.substr(begin, end - begin);
   }
 
   bool differs(uint32_t row) const {
     if (model_.status(row) != RowStatus::same) return true;
-    return !options_.trustsEqualRows && line(0, row) != line(1, row);
+    return !equalRowsAreContext_ && line(0, row) != line(1, row);
   }
 
   uint32_t nextDifference(uint32_t row) const {
@@ -127,16 +131,16 @@ class UnifiedWriter {
   }
 
   const DiffModel& model_;
-  const std::string_view files_[2];
-  const UnifiedOptions& options_;
+  const WrittenSide (&sides_)[2];
+  const bool equalRowsAreContext_;
+  const uint32_t contextLines_;
   ByteSink& sink_;
 };
 
 }  // namespace
 
-void writeUnified(const DiffModel& model, const std::string_view (&files)[2], const std::string (&paths)[2],
-                  const UnifiedOptions& options, ByteSink& sink) {
-  UnifiedWriter(model, files, options, sink).write(paths);
+void writeUnified(const WrittenComparison& comparison, const WriterOptions& options, ByteSink& sink) {
+  UnifiedWriter(comparison, options.contextLines, sink).write();
 }
 
 }  // namespace merivane

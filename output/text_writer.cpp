@@ -1,10 +1,11 @@
-#include "output/text_format.h"
-
 #include <algorithm>
+#include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "output/decimal.h"
 #include "output/text_cell.h"
+#include "output/writers.h"
 
 namespace merivane {
 namespace {
@@ -23,39 +24,36 @@ constexpr std::string_view kSigns[] = {" ", "<", ">", "|"};
 
 class TextWriter {
  public:
-  TextWriter(const FileComparison& comparison, const TextOptions& options, ByteSink& sink)
-      : comparison_(comparison), model_(comparison.model), options_(options), sink_(sink) {
+  TextWriter(const WrittenComparison& comparison, const WriterOptions& options, ByteSink& sink)
+      : model_(comparison.model), sides_(comparison.sides), options_(options), sink_(sink) {
     for (const int side : {0, 1}) {
-      styles_[side] = {options.tabStop, options.showWhiteSpace, options.utf8, {}, {}};
+      styles_[side] = {options.look.tabStop, options.look.showWhiteSpace, options.utf8, {}, {}};
       if (!options.coloured) continue;
       styles_[side].markOn = kMarkColours[side];
       styles_[side].markOff = kColourOff;
     }
     // Row numbers are the same on both sides and stand once.
-    const uint32_t digits = options.lineNumbers == LineNumbers::none ? 0 : decimalDigits(model_.rowCount());
-    if (digits > 0) gutters_[0] = digits + 1;
-    if (options.lineNumbers == LineNumbers::lines) gutters_[1] = digits + 1;
+    const uint32_t gutter = decimalDigits(model_.rowCount()) + 1;
+    if (options.look.lineNumbers != LineNumbers::none) gutters_[0] = gutter;
+    if (options.look.lineNumbers == LineNumbers::lines) gutters_[1] = gutter;
     const uint32_t besides = kMiddle + gutters_[0] + gutters_[1];
     cellWidth_ = std::max((options.width - std::min(options.width, besides)) / 2, kNarrowestCell);
   }
 
-  void write(const std::string (&paths)[2]) {
-    std::string titles[2];
-    for (const int side : {0, 1}) titles[side] = title(side, paths[side]);
-    writeHead(titles[0], titles[1]);
+  void write() {
+    writeHead(title(0), title(1));
     forEachSection(model_, options_.scope, [this](RowRange rows) {
       if (options_.scope != ExportScope::everything) writeSectionHead(rows.begin);
       for (uint32_t row = rows.begin; row < rows.end; ++row) writeRow(row);
     });
-    sink_.write(summaryText(model_) + "\n");
   }
 
  private:
   /// The path, its beginning left out where it is too long, and the kind of line ends.
-  std::string title(int side, std::string path) const {
+  std::string title(int side) const {
     constexpr std::string_view dots = "...";
-    const std::string kind =
-        std::string(" (") + lineEndKindName(comparison_.documents[side].lineEndKind) + ")";
+    std::string path(sides_[side].path);
+    const std::string kind = std::string(" (") + lineEndKindName(sides_[side].lineEndKind) + ")";
     const size_t room = gutters_[side] + cellWidth_;
     if (path.size() + kind.size() > room) {
       size_t from = path.size() - std::min(path.size(), room - std::min(room, dots.size() + kind.size()));
@@ -94,7 +92,7 @@ class TextWriter {
     sink_.write(row_);
   }
 
-  /// Nothing is written behind the last thing there is to see.
+  /// Nothing is written after the last thing there is to see.
   void writeRow(uint32_t row) {
     const RowStatus status = model_.status(row);
     const int filler = fillerSide(status);
@@ -127,18 +125,18 @@ class TextWriter {
 
   void appendGutter(int side, uint32_t row) {
     if (gutters_[side] == 0) return;
-    const uint32_t number = options_.lineNumbers == LineNumbers::rows ? row : model_.lineNumber(side, row);
-    const uint32_t digits = number == kNoLine ? 0 : decimalDigits(number + 1);
+    const uint32_t number = shownNumber(options_.look.lineNumbers, model_, side, row);
+    const uint32_t digits = number == 0 ? 0 : decimalDigits(number);
     row_.append(gutters_[side] - 1 - digits, ' ');
-    if (digits > 0) appendDecimal(row_, number + 1);
+    if (digits > 0) appendDecimal(row_, number);
     row_ += ' ';
   }
 
-  /// Answers the columns used.
+  /// Returns the columns used.
   uint32_t appendSide(int side, uint32_t row) {
     const RowStatus status = model_.status(row);
     if (fillerSide(status) == side) return 0;
-    const std::string_view text = comparison_.documents[side].text.view();
+    const std::string_view text = sides_[side].text;
     const uint32_t begin = model_.position(side, row);
     const uint32_t end = model_.endPosition(side, row, static_cast<uint32_t>(text.size()));
     const bool oneSided = options_.coloured && fillerSide(status) >= 0;
@@ -149,9 +147,9 @@ class TextWriter {
     return used;
   }
 
-  const FileComparison& comparison_;
   const DiffModel& model_;
-  const TextOptions& options_;
+  const WrittenSide (&sides_)[2];
+  const WriterOptions& options_;
   ByteSink& sink_;
   CellStyle styles_[2];
   uint32_t gutters_[2] = {0, 0};
@@ -161,9 +159,9 @@ class TextWriter {
 
 }  // namespace
 
-void writeText(const FileComparison& comparison, const std::string (&paths)[2], const TextOptions& options,
-               ByteSink& sink) {
-  TextWriter(comparison, options, sink).write(paths);
+void writeText(const WrittenComparison& comparison, const WriterOptions& options, ByteSink& sink) {
+  TextWriter(comparison, options, sink).write();
+  writeSummary(comparison, options, sink);
 }
 
 }  // namespace merivane

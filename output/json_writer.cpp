@@ -1,11 +1,10 @@
-#include "output/json_format.h"
-
 #include <cstdint>
 #include <new>
 #include <span>
 #include <string_view>
 
 #include "output/decimal.h"
+#include "output/writers.h"
 
 namespace merivane {
 namespace {
@@ -97,16 +96,16 @@ void appendRow(std::string& json, const DiffModel& model, uint32_t row) {
 
 }  // namespace
 
-void writeJson(const FileComparison& comparison, const std::string (&paths)[2], ByteSink& sink) {
+void writeJson(const WrittenComparison& comparison, const WriterOptions&, ByteSink& sink) {
   const DiffModel& model = comparison.model;
   std::string json = "{";
   for (const int side : {0, 1}) {
     json += '"';
     json += kSideNames[side];
     json += "\":{\"path\":";
-    appendString(json, paths[side]);
+    appendString(json, comparison.sides[side].path);
     json += ",\"lineEnd\":\"";
-    json += lineEndKindName(comparison.documents[side].lineEndKind);
+    json += lineEndKindName(comparison.sides[side].lineEndKind);
     json += "\"},";
   }
   json += "\"diffs\":";

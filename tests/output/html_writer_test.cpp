@@ -1,13 +1,11 @@
-#include "output/html_export.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "output/html_file.h"
 #include "output/html_text.h"
+#include "output/writers.h"
 #include "tests/support/memory_files.h"
 #include "tests/support/random.h"
 #include "tests/support/row_pattern.h"
@@ -18,16 +16,17 @@ namespace {
 using testing::ElementsAre;
 
 std::string pageOf(const DiffModel& model, std::string_view left, std::string_view right,
-                   const HtmlOptions& options) {
-  const HtmlSide sides[2] = {{"C:\\old & new\\a.txt", left, LineEndKind::crLf},
-                             {"b.txt", right, LineEndKind::lf}};
+                   WriterOptions options) {
+  const WrittenComparison comparison = {
+      model, {{"C:\\old & new\\a.txt", left, LineEndKind::crLf}, {"b.txt", right, LineEndKind::lf}}, {}};
+  options.time = "24/03/01, 9:05:00";
   MemoryFiles files;
-  EXPECT_EQ(exportHtml(files, "page", model, sides, options, "24/03/01, 9:05:00"), 0u);
+  EXPECT_EQ(exportComparison(files, "page", writeHtml, comparison, options), 0u);
   return files.files["page"].contents;
 }
 
 /// The page of a pattern's model, every line of which is an "x".
-std::string pageOf(std::string_view pattern, const HtmlOptions& options) {
+std::string pageOf(std::string_view pattern, const WriterOptions& options) {
   std::string texts[2];
   for (const char status : pattern) {
     for (const int side : {0, 1}) texts[side] += status == "><"[side] ? "" : "x\n";
@@ -45,10 +44,10 @@ std::vector<std::string> cells(const std::string& page) {
   return found;
 }
 
-TEST(HtmlExport, PageByteForByte) {
-  HtmlOptions options;
+TEST(HtmlWriter, PageByteForByte) {
+  WriterOptions options;
   options.scope = ExportScope::differences;
-  options.lineNumbers = LineNumbers::lines;
+  options.look.lineNumbers = LineNumbers::lines;
   std::string page = R"(<HTML>
 <HEAD>
 <TITLE>C:\old & new\a.txt, b.txt</TITLE>
@@ -79,27 +78,27 @@ TEST(HtmlExport, PageByteForByte) {
   EXPECT_EQ(pageOf(modelOf("=!>"), "s\n<\n", "s\n>\n\tc", options), page);
 }
 
-TEST(HtmlExport, NumbersAreAsWideAsTheRowCountAndFillersHaveNone) {
-  HtmlOptions options;
-  options.lineNumbers = LineNumbers::rows;
+TEST(HtmlWriter, NumbersAreAsWideAsTheRowCountAndFillersHaveNone) {
+  WriterOptions options;
+  options.look.lineNumbers = LineNumbers::rows;
   EXPECT_THAT(cells(pageOf("<>!", options)),
               ElementsAre("1&nbsp;x&nbsp;", "&nbsp;&nbsp;", "&nbsp;&nbsp;", "2&nbsp;x&nbsp;",
                           "3&nbsp;x&nbsp;", "3&nbsp;x&nbsp;"));
-  options.lineNumbers = LineNumbers::lines;
+  options.look.lineNumbers = LineNumbers::lines;
   EXPECT_EQ(cells(pageOf("<=========", options)).front(), "&nbsp;1&nbsp;x&nbsp;");
   EXPECT_EQ(cells(pageOf(">=========", options)).back(), "10&nbsp;x&nbsp;");
   EXPECT_EQ(cells(pageOf(">=========", options)).rbegin()[1], "&nbsp;9&nbsp;x&nbsp;");
-  options.lineNumbers = LineNumbers::none;
+  options.look.lineNumbers = LineNumbers::none;
   EXPECT_THAT(cells(pageOf("<!", options)), ElementsAre("x&nbsp;", "", "x&nbsp;", "x&nbsp;"));
   EXPECT_THAT(cells(pageOf(modelOf("="), "", "", options)), ElementsAre("&nbsp;", "&nbsp;"));
 }
 
-TEST(HtmlExport, IsWholeOrNotThere) {
+TEST(HtmlWriter, IsWholeOrNotThere) {
   const DiffModel model = modelOf("=!");
-  const HtmlSide sides[2] = {{"left", "x\nx\n"}, {"right", "x\nx\n"}};
+  const WrittenComparison comparison = {model, {{"left", "x\nx\n"}, {"right", "x\nx\n"}}, {}};
   MemoryFiles files;
   const uint32_t steps = failEachStep(
-      files, 77, [&] { return exportHtml(files, "page", model, sides, {}, "now"); },
+      files, 77, [&] { return exportComparison(files, "page", writeHtml, comparison, {}); },
       [&](SystemError error) {
         EXPECT_EQ(error, 77u);
         EXPECT_TRUE(files.files.empty());

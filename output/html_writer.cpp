@@ -1,4 +1,3 @@
-#include "output/html_export.h"
 
 #include <algorithm>
 #include <charconv>
@@ -7,6 +6,7 @@
 #include <string>
 
 #include "output/html_text.h"
+#include "output/writers.h"
 
 namespace merivane {
 namespace {
@@ -20,12 +20,12 @@ std::string cellStart(Colour colour) {
 
 class PageWriter {
  public:
-  PageWriter(const DiffModel& model, const HtmlSide (&sides)[2], const HtmlOptions& options, ByteSink& sink)
-      : model_(model), sides_(sides), options_(options), sink_(sink) {
+  PageWriter(const WrittenComparison& comparison, const WriterOptions& options, ByteSink& sink)
+      : model_(comparison.model), sides_(comparison.sides), look_(options.look), sink_(sink) {
     for (const int side : {0, 1}) {
       for (const auto status :
            {RowStatus::same, RowStatus::leftOnly, RowStatus::rightOnly, RowStatus::changed}) {
-        cellStarts_[side][static_cast<int>(status)] = cellStart(rowColour(options.colours, status, side));
+        cellStarts_[side][static_cast<int>(status)] = cellStart(rowColour(look_.colours, status, side));
       }
     }
   }
@@ -36,7 +36,7 @@ class PageWriter {
             "<TABLE BORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\">\r\n"
             "<TR><TD ALIGN=\"center\" COLSPAN=\"2\"><B>",
             summaryText(model_), "</B> (", time, ")</TD></TR>\r\n\r\n<TR>"});
-    for (const HtmlSide& side : sides_) {
+    for (const WrittenSide& side : sides_) {
       append(
           {"<TD WIDTH=\"50%\"><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD ALIGN=\"center\">"
            "<A HREF=\"file:///",
@@ -84,12 +84,12 @@ class PageWriter {
     const RowStatus status = model_.status(row);
     const bool filler = fillerSide(status) == side;
     html_ += cellStarts_[side][static_cast<int>(status)];
-    if (options_.lineNumbers != LineNumbers::none) {
+    if (look_.lineNumbers != LineNumbers::none) {
       char digits[16];
       char* end = digits;
       if (!filler) {
-        const bool lines = options_.lineNumbers == LineNumbers::lines;
-        end = std::to_chars(digits, std::end(digits), (lines ? model_.lineNumber(side, row) : row) + 1).ptr;
+        const uint32_t number = shownNumber(look_.lineNumbers, model_, side, row);
+        end = std::to_chars(digits, std::end(digits), number).ptr;
       }
       for (auto i = static_cast<size_t>(end - digits); i < numberWidth_; ++i) html_ += kHtmlBlank;
       html_.append(digits, end);
@@ -102,15 +102,15 @@ class PageWriter {
       if (start == end) {
         html_ += kHtmlBlank;
       } else {
-        appendHtmlText(html_, text.substr(start, end - start), options_.tabStop, options_.showWhiteSpace);
+        appendHtmlText(html_, text.substr(start, end - start), look_.tabStop, look_.showWhiteSpace);
       }
     }
     html_ += "</CODE></TD>";
   }
 
   const DiffModel& model_;
-  const HtmlSide (&sides_)[2];
-  const HtmlOptions& options_;
+  const WrittenSide (&sides_)[2];
+  const RowLook& look_;
   ByteSink& sink_;
   const size_t numberWidth_ = std::to_string(model_.rowCount()).size();
   std::string cellStarts_[2][4];  // by side and row status
@@ -119,11 +119,10 @@ class PageWriter {
 
 }  // namespace
 
-void writeHtml(const DiffModel& model, const HtmlSide (&sides)[2], const HtmlOptions& options,
-               std::string_view time, ByteSink& sink) {
-  PageWriter page(model, sides, options, sink);
-  page.writeHead(time);
-  forEachSection(model, options.scope, [&](RowRange rows) {
+void writeHtml(const WrittenComparison& comparison, const WriterOptions& options, ByteSink& sink) {
+  PageWriter page(comparison, options, sink);
+  page.writeHead(options.time);
+  forEachSection(comparison.model, options.scope, [&](RowRange rows) {
     if (options.scope != ExportScope::everything) page.writeSectionHead(rows.begin);
     for (uint32_t row = rows.begin; row < rows.end; ++row) page.writeRow(row);
   });

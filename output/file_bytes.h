@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "base/byte_array.h"
+#include "base/result.h"
+#include "engine/comparison.h"
+
+namespace merivane {
+
+/// The line ends of a file, noted while it is read: all that its text does not tell of its bytes. Takes 8
+/// bytes a run of one kind.
+class LineEndRecord {
+ public:
+  /// Notes those of the file's next bytes. Throws std::bad_alloc.
+  void note(std::string_view bytes);
+
+  /// Turns the text that convertFromFile() made of the file, with the same `kind`, back into the file's
+  /// bytes. False, and nothing changed, when they do not fit into memory.
+  bool restore(LineEndKind kind, ByteArray& text) const;
+
+  /// Whether that text has other bytes than the file.
+  bool isConverted(LineEndKind kind) const;
+
+  bool operator==(const LineEndRecord&) const = default;
+
+ private:
+  struct Run {
+    LineEndKind kind;
+    uint32_t count;
+    bool operator==(const Run&) const = default;
+  };
+
+  void add(LineEndKind kind, uint32_t count);
+  void takeLastBack();
+  void restoreCrs(ByteArray& text) const;
+  bool restoreCrLfs(ByteArray& text) const;
+
+  std::vector<Run> runs_;  // neighbours differ
+  bool endsInCr_ = false;  // which an LF may still follow
+};
+
+/// Whether two files have the same text and yet not the same bytes.
+bool differOnlyInLineEnds(const FileComparison& comparison, const LineEndRecord (&lineEnds)[2]);
+
+/// Turns a comparison of two files' texts into one of their bytes, which a patch is made of: line ends other
+/// than LF are part of the lines there. Leaves one without a difference as it is. Returns success or, and
+/// then the comparison means nothing any more, outOfMemory.
+Result compareFileBytes(const LineEndRecord (&lineEnds)[2], const CompareOptions& options,
+                        FileComparison& comparison);
+
+}  // namespace merivane
