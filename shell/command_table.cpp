@@ -1,110 +1,103 @@
 #include "shell/command_table.h"
 
 #include <algorithm>
-
-#include "base/texts.h"
+#include <iterator>
+#include <string_view>
 
 namespace merivane {
 namespace {
 
-using enum Command;
+// The words of the rows.
 
-constexpr bool later = false;
+constexpr uint8_t text = static_cast<uint8_t>(WindowKind::text);
+constexpr uint8_t folder = static_cast<uint8_t>(WindowKind::folder);
+constexpr uint8_t both = text | folder;
+
+constexpr std::nullopt_t noButton = std::nullopt;
+constexpr CommandButton besideBox(IconId icon) { return {icon}; }
+constexpr CommandButton onBar(int place, IconId icon) { return {icon, place}; }
+
+constexpr bool always = true;
+
+constexpr CommandState noMark = {};
+constexpr CommandState tick(bool on) { return {true, on, false}; }
+constexpr CommandState bullet(bool on) { return {true, on, true}; }
 
 constexpr CommandRow rows[] = {
-    {newTextWindow, "Ctrl+N"},
-    {newFolderWindow, "Ctrl+D", later},
-    {exportResults},
-    {pageSetup, "", later},
-    {printPreview, "", later},
-    {print, "Ctrl+P", later},
-    {compareParents, "", later},
-    {close, "Ctrl+W"},
-    {Command::exit, "Ctrl+Q"},
-    {undo, "Ctrl+Z"},
-    {redo, "Ctrl+Y"},
-    {cut, "Ctrl+X"},
-    {copy, "Ctrl+C"},
-    {paste, "Ctrl+V"},
-    {deleteText, "Del"},
-    {selectAll, "Ctrl+A"},
-    {find, "Ctrl+F"},
-    {findNext, "F3"},
-    {findPrev, "Ctrl+F3"},
-    {replaceLeft},
-    {replaceRight},
-    {viewToolBar},
-    {viewStatusBar},
-    {viewSummary},
-    {showWhiteSpace},
-    {syncScrolling},
-    {switchPane, "F4"},
-    {lineNumbersVirtual},
-    {lineNumbersReal},
-    {lineNumbersNone},
-    {prevDiff, "F7"},
-    {nextDiff, "F8"},
-    {refresh, "F5"},
-    {switchSides},
-    {options, "", later},
-    {cascade},
-    {tileHorizontally},
-    {tileVertically},
-    {browseLeftFile},
-    {browseRightFile},
-    {browseOldFolder, "", later},
-    {browseNewFolder, "", later},
-    {upOneFolderLeft},
-    {upOneFolderRight},
-    {save, "Ctrl+S"},
-    {saveAs, "F12"},
-    {saveAll},
-    {copyLineLeft},
-    {copyLineRight},
-    {deleteLine},
-    {copyDiffLeft, "Ctrl+["},
-    {copyDiffRight, "Ctrl+]"},
-    {deleteDiff, "Ctrl+Del"},
-    {lineToClipboard},
-    {blockToClipboard},
-    {openInApp},
-    {exploreFolder},
-    {showProperties},
-    {compareEntries, "", later},
-    {copyToOld, "", later},
-    {copyToNew, "", later},
-    {deleteOld, "", later},
-    {deleteNew, "", later},
-    {deleteBoth, "", later},
-    {usersManual, "F1", later},
-    {quickTour, "", later},
-    {visitWebsite, "", later},
-    {customerSupport, "", later},
-    {about, "", later},
-    {sendEmail, "", later},
-    {tipOfTheDay, "", later},
+#define COMMAND(name, number, windows, button, isEnabled, mark, help)              \
+  {Command::name, windows, button,                                                 \
+   []([[maybe_unused]] const WindowFacts& w, [[maybe_unused]] const Settings& s) { \
+     CommandState state = mark;                                                    \
+     state.enabled = isEnabled;                                                    \
+     return state;                                                                 \
+   },                                                                              \
+   help},
+#include "resources/commands.inc"
 };
+
+static_assert(std::ranges::is_sorted(rows, {}, &CommandRow::id), "findCommand() searches by halves");
+
+/// A key as the resource compiler reads it.
+struct KeyRow {
+  Command command;
+  std::string_view key;
+  std::string_view modifiers;
+};
+
+constexpr KeyRow keys[] = {
+#define KEY(name, windows, key, ...) {Command::name, #key, #__VA_ARGS__},
+#include "resources/commands.inc"
+};
+
+std::string keyName(std::string_view key) {
+  constexpr std::pair<std::string_view, const char*> names[] = {
+      {"VK_BACK", "Backspace"}, {"VK_DELETE", "Del"}, {"VK_OEM_4", "["}, {"VK_OEM_6", "]"}};
+  for (const auto& [code, name] : names) {
+    if (key == code) return name;
+  }
+  key.remove_prefix(key.starts_with('"') ? 1 : 3);  // "S", VK_F3
+  if (key.ends_with('"')) key.remove_suffix(1);
+  return std::string(key);
+}
 
 }  // namespace
 
 std::span<const CommandRow> commandRows() { return rows; }
 
 const CommandRow* findCommand(Command id) {
-  const auto found = std::lower_bound(std::begin(rows), std::end(rows), id,
-                                      [](const CommandRow& row, Command wanted) { return row.id < wanted; });
+  const auto found = std::ranges::lower_bound(rows, id, {}, &CommandRow::id);
   return found != std::end(rows) && found->id == id ? found : nullptr;
 }
 
+std::vector<const CommandRow*> toolBarRows(WindowKind kind) {
+  std::vector<const CommandRow*> result;
+  for (const CommandRow& row : rows) {
+    if (row.livesIn(kind) && row.button && row.button->place != 0) result.push_back(&row);
+  }
+  std::ranges::sort(result, {}, [](const CommandRow* row) { return row->button->place; });
+  return result;
+}
+
+std::string commandKey(Command id) {
+  const auto first = std::ranges::find(keys, id, &KeyRow::command);
+  if (first == std::end(keys)) return "";
+  std::string result;
+  for (const auto& [modifier, name] :
+       {std::pair("CONTROL", "Ctrl+"), std::pair("ALT", "Alt+"), std::pair("SHIFT", "Shift+")}) {
+    if (first->modifiers.find(modifier) != std::string_view::npos) result += name;
+  }
+  return result + keyName(first->key);
+}
+
 const char* commandHelp(Command id) {
-  // A command's help is the text with the command's number.
-  return findCommand(id) != nullptr ? text(static_cast<TextId>(id)) : "";
+  const CommandRow* row = findCommand(id);
+  return row != nullptr ? row->help : "";
 }
 
 std::string commandTip(Command id) {
-  const CommandRow* row = findCommand(id);
-  std::string tip = commandHelp(id);
-  if (row != nullptr && row->keys[0] != '\0') tip = tip + " (" + row->keys + ")";
-  return tip;
+  const std::string key = commandKey(id);
+  const std::string help = commandHelp(id);
+  return key.empty() ? help : help + " (" + key + ")";
 }
 
 }  // namespace merivane

@@ -7,29 +7,13 @@ namespace merivane {
 
 /// The pictures on the program's buttons.
 enum class IconId {
-  newTextWindow,
-  newFolderWindow,
-  save,
-  saveAll,
-  undo,
-  redo,
-  cut,
-  copy,
-  paste,
-  find,
-  prevDiff,
-  nextDiff,
-  copyLeft,
-  copyRight,
-  deleteDiff,
-  refresh,
-  switchSides,
-  options,
-  print,
-  browse,
-  upOneFolder,
+#define ICON(name, ...) name,
+#include "resources/icons.inc"
 };
-inline constexpr int kIconCount = static_cast<int>(IconId::upOneFolder) + 1;
+inline constexpr int kIconCount = 0
+#define ICON(...) +1
+#include "resources/icons.inc"
+    ;
 
 /// Draws an icon `size` pixels wide and high: rows from the top, each pixel 0xAARRGGBB with its colours
 /// already multiplied by the alpha. A greyed icon is the same in one quiet colour.

@@ -23,6 +23,10 @@ struct WindowFacts {
   bool clipboardHasText = false;
   bool hasDifferences = false;
   std::optional<RowStatus> caretRow;  // none: the caret stands outside the rows
+
+  bool activeWritable() const { return !readOnly[activeSide]; }
+  bool mayCopyTo(int side) const;  // the line or difference at the caret
+  bool mayDelete() const;          // it, on the active side
 };
 
 /// How a command shows in menus and tool bar.
@@ -34,7 +38,8 @@ struct CommandState {
   bool operator==(const CommandState&) const = default;
 };
 
-/// The state of a command of commandRows() in a text window. One that is not implemented is disabled.
+/// The state of a command as its row in resources/commands.inc says; disabled for a number that is no
+/// command. A window disables besides what it does not do itself.
 CommandState commandState(Command id, const WindowFacts& window, const Settings& settings);
 
 /// Whether a new window of a kind may be opened by command: not a second one where windows are reused.

@@ -29,7 +29,7 @@ CompareFrame::CompareFrame(Settings& settings, TextViewOwner& owner, UndoHistory
 
 bool CompareFrame::create(HWND window) {
   window_ = window;
-  toolBar.create(window, icons_);
+  toolBar.create(window, WindowKind::text, icons_);
   toolTips.create(window);
   for (const int side : {0, 1}) {
     nameBoxes[side].create(window, kNameBoxIds[side], kDropFiles, settings_.fileHistory(side));

@@ -3,22 +3,22 @@
 #include <windows.h>
 
 #include <functional>
+#include <vector>
 
-#include "shell/commands.h"
-#include "shell/menu_state.h"
+#include "shell/command_table.h"
 #include "shell/win/button_icons.h"
 
 namespace merivane {
 
-/// A text window's tool bar. Its buttons send commands to the window and ask it, by TTN_GETDISPINFO, for
-/// their tips.
+/// The tool bar of a window of either kind. Its buttons send commands to the window and ask it, by
+/// TTN_GETDISPINFO, for their tips.
 class ToolBar {
  public:
   /// `icons` must outlive the tool bar's window.
-  void create(HWND parent, const ButtonIcons& icons);
+  void create(HWND parent, WindowKind kind, const ButtonIcons& icons);
   HWND handle() const { return handle_; }
 
-  /// Fits itself to the width of the window; answers the height it takes.
+  /// Fits itself to the width of the window; returns the height it takes.
   int fit();
 
   /// Enables and presses the buttons as `stateOf` says.
@@ -26,6 +26,7 @@ class ToolBar {
 
  private:
   HWND handle_ = nullptr;
+  std::vector<const CommandRow*> buttons_;
 };
 
 }  // namespace merivane

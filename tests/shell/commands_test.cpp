@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
+#include <fstream>
+#include <map>
+#include <regex>
 #include <set>
 
 #include "base/texts.h"
@@ -78,7 +83,7 @@ TEST(MenuState, EachFactDecidesAboutItsOwnCommands) {
   Settings some;
   some.findText = "x";
   const Commands all = enabled(busy, some);
-  for (const CommandRow& row : commandRows()) EXPECT_EQ(all.contains(row.id), row.implemented) << int(row.id);
+  EXPECT_EQ(all.size(), commandRows().size());
 
   using W = WindowFacts;
   using S = Settings;
@@ -135,14 +140,99 @@ TEST(MenuState, MarksFollowTheSettingsAndPaneMenusTheRow) {
     EXPECT_EQ(paneMenu(static_cast<RowStatus>(i / 2), i % 2), menus[i / 2][i % 2]) << i;
 }
 
-TEST(CommandTable, EveryCommandIsFoundAndExplained) {
-  for (const CommandRow& row : commandRows()) {
-    EXPECT_EQ(findCommand(row.id), &row) << "the table is searched by halves";
-    EXPECT_STRNE(commandHelp(row.id), "") << int(row.id);
+TEST(CommandTable, TipsHaveTheHelpAndTheFirstKey) {
+  const std::pair<Command, const char*> tips[] = {
+      {Command::save, "Save the file (Ctrl+S)"},
+      {Command::find, "Find text (Ctrl+F)"},
+      {Command::findPrev, "Find the previous occurrence of the text (Ctrl+F3)"},
+      {Command::copyDiffLeft, "Copy the lines from the selected diff to the left (Ctrl+[)"},
+      {Command::deleteText, "Delete the selection, or the character at the caret (Del)"},
+      {Command::browseLeftFile, "Choose left file"},
+      {static_cast<Command>(4), ""},
+  };
+  for (const auto& [id, tip] : tips) EXPECT_EQ(commandTip(id), tip);
+}
+
+TEST(CommandTable, EachKeyIsOneCommandsInAWindowThatHasIt) {
+  struct Key {
+    Command command;
+    std::string windows, key;
+  };
+  const Key keys[] = {
+#define KEY(name, windows, ...) {Command::name, #windows, #__VA_ARGS__},
+#include "resources/commands.inc"
+  };
+  std::set<std::pair<WindowKind, std::string>> taken;
+  for (const auto& [command, windows, key] : keys) {
+    for (const WindowKind kind : {WindowKind::text, WindowKind::folder}) {
+      const bool here = windows == (kind == WindowKind::text ? "text" : "folder") || windows == "both";
+      if (!here && !(windows == "pane" && kind == WindowKind::text)) continue;
+      EXPECT_TRUE(taken.emplace(kind, key).second) << key;
+      EXPECT_TRUE(findCommand(command)->livesIn(kind)) << key;
+    }
   }
-  EXPECT_STREQ(commandHelp(static_cast<Command>(4)), "") << "a text, but no command";
-  EXPECT_EQ(commandTip(Command::save), "Save the file (Ctrl+S)");
-  EXPECT_EQ(commandTip(Command::browseLeftFile), "Choose left file");
+}
+
+/// The lines of resources/menus.rc, with the one macro in it expanded.
+std::vector<std::string> menuLines() {
+  std::ifstream file(MERIVANE_SOURCE_DIR "/resources/menus.rc");
+  std::vector<std::string> lines, macro;
+  bool defining = false;
+  for (std::string line; std::getline(file, line);) {
+    defining = defining || line.starts_with("#define FILE_ITEMS");
+    if (line == "    FILE_ITEMS") {
+      lines.insert(lines.end(), macro.begin(), macro.end());
+    } else {
+      (defining ? macro : lines).push_back(line);
+    }
+    defining = defining && line.ends_with('\\');
+  }
+  return lines;
+}
+
+TEST(CommandTable, MenusNameCommandsOfTheirWindowWithTheirKeyAndAMnemonicOnce) {
+  const std::map<std::string, Command> commands = {
+#define COMMAND(name, ...) {"CMD_" #name, Command::name},
+#include "resources/commands.inc"
+  };
+  const std::regex menu("^(\\d+) MENU.*"), item("^ *(POPUP|MENUITEM) \"([^\"]*)\"(, (\\w+))?.*");
+  WindowKind kind = {};
+  std::vector<std::set<char>> mnemonics;  // of the open menus, the innermost last
+  int items = 0;
+  std::smatch found;
+  for (const std::string& line : menuLines()) {
+    if (std::regex_match(line, found, menu))
+      kind = found[1] == "1120" ? WindowKind::folder : WindowKind::text;
+    if (line.ends_with("BEGIN")) mnemonics.emplace_back();
+    if (line.ends_with("END")) mnemonics.pop_back();
+    if (!std::regex_match(line, found, item)) continue;
+    const std::string label = found[2];
+    if (const size_t mark = label.find('&'); mark != label.npos) {
+      const char letter = static_cast<char>(std::tolower(label[mark + 1]));
+      EXPECT_TRUE(mnemonics.back().insert(letter).second) << line;
+    }
+    if (found[1] == "POPUP") continue;
+    const auto command = commands.find(found[4]);
+    ASSERT_NE(command, commands.end()) << line;
+    const std::string key = commandKey(command->second);
+    EXPECT_EQ(label.substr(std::min(label.find("\\t"), label.size())), key.empty() ? "" : "\\t" + key);
+    EXPECT_TRUE(findCommand(command->second)->livesIn(kind)) << line;
+    ++items;
+  }
+  EXPECT_GT(items, 60);
+}
+
+TEST(CommandTable, ToolBarsHaveTheirWindowsButtonsInOrder) {
+  for (const WindowKind kind : {WindowKind::text, WindowKind::folder}) {
+    const auto rows = toolBarRows(kind);
+    ASSERT_FALSE(rows.empty());
+    EXPECT_EQ(rows.front()->id, Command::newTextWindow);
+    EXPECT_EQ(rows.back()->id, Command::options);
+    for (size_t i = 0; i < rows.size(); ++i) {
+      EXPECT_TRUE(rows[i]->livesIn(kind));
+      EXPECT_TRUE(i == 0 || rows[i - 1]->button->place < rows[i]->button->place) << "two in one place";
+    }
+  }
 }
 
 TEST(IconDrawing, EveryIconIsItsOwnPicture) {
