@@ -17,19 +17,12 @@
 namespace merivane {
 namespace {
 
-class NoWindow final : public ViewHost, public UndoOwner {
+class NoWindow final : public ViewHost {
  public:
-  void invalidateRows(RowRange, Panes) override {}
-  void refreshAll() override {}
-  void panesMoved() override {}
-  void updateScrollBars() override {}
-  void caretMoved() override {}
   void beep() override {}
   bool setClipboardText(std::string_view) override { return true; }
   bool clipboardText(ByteArray&) override { return false; }
   void reportOutOfMemory() override { std::abort(); }
-  void onHistoryChanged(bool) override {}
-  void onUndone() override {}
 };
 
 /// A comparison of this many rows, of which every tenth differs; its rows are known without comparing.
@@ -66,7 +59,7 @@ class Comparison {
 
   NoWindow window;
   ViewState view{window};
-  UndoHistory history{window};
+  UndoHistory history;
 };
 
 double median(std::vector<double> values) {

@@ -16,6 +16,8 @@ struct RowColours {
   Colour right = 0xF0CAA6;
   Colour changed = 0xA6CAF0;
   bool drawArrows = true;  // off: every differing row takes the empty colour
+
+  bool operator==(const RowColours&) const = default;
 };
 
 /// The background of a row on a side.

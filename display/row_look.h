@@ -41,6 +41,8 @@ struct RowLook {
   bool showWhiteSpace = false;
   LineNumbers lineNumbers = LineNumbers::none;
   RowColours colours;
+
+  bool operator==(const RowLook&) const = default;
 };
 
 }  // namespace merivane

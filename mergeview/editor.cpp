@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "mergeview/edit_record.h"
+#include "mergeview/edit.h"
 #include "mergeview/navigation.h"
 
 namespace merivane {
@@ -40,7 +40,7 @@ void Editor::typeChar(char c) {
       view_.overwrite() && !view_.hasSelection() && !text.atEnd(caret()) && text.charAt(caret()) != '\n';
   if (!overwrites) return insertText({&c, 1});
   if (isReadOnly()) return;
-  Edit edit{EditKind::overwrite, side(), caret(), 1, {}, caret() + 1, rowsFrom(caret())};
+  Edit edit{side(), caret(), 1, {}, caret() + 1, rowsFrom(caret())};
   if (!edit.inserted.assign({&c, 1})) return view_.host().reportOutOfMemory();
   performEdit(view_, history_, std::move(edit));
 }
@@ -49,7 +49,7 @@ void Editor::insertText(std::string_view bytes) {
   if (isReadOnly() || (bytes.empty() && !view_.hasSelection())) return;
   const uint32_t begin = view_.selectionBegin();
   const auto n = static_cast<uint32_t>(bytes.size());
-  Edit edit{EditKind::insertion, side(), begin, view_.selectionEnd() - begin, {}, begin + n, rowsFrom(begin)};
+  Edit edit{side(), begin, view_.selectionEnd() - begin, {}, begin + n, rowsFrom(begin)};
   if (!edit.inserted.assign(bytes)) return view_.host().reportOutOfMemory();
   performEdit(view_, history_, std::move(edit));
 }
@@ -119,7 +119,7 @@ RowRange Editor::rowsFrom(uint32_t position) const {
 
 void Editor::erase(uint32_t begin, uint32_t end) {
   if (begin == end) return;
-  performEdit(view_, history_, {EditKind::deletion, side(), begin, end - begin, {}, begin, rowsFrom(begin)});
+  performEdit(view_, history_, {side(), begin, end - begin, {}, begin, rowsFrom(begin)});
 }
 
 /// Erases some text whatever is selected; the selection goes, also where there is nothing to erase.

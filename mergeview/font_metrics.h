@@ -15,6 +15,8 @@ struct FontMetrics {
   int32_t resolutionX = 96;            // pixels an inch
   int32_t resolutionY = 96;
 
+  bool operator==(const FontMetrics&) const = default;
+
   int32_t widthOf(char c) const { return fixedPitch ? charWidth : widths[static_cast<uint8_t>(c)]; }
 
   /// A length given for 96 pixels an inch, rounded.

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <utility>
 
-#include "mergeview/edit_record.h"
+#include "mergeview/edit.h"
 #include "mergeview/editor.h"
 #include "mergeview/merge_rules.h"
 
@@ -48,7 +48,7 @@ void copyBlock(ViewState& view, UndoHistory& history, BlockKind kind, int to) {
   const bool leading = target.atEnd(start) && start > 0 && target.charBefore(start) != '\n';
   const bool trailing = !atEnd && copied.back() != '\n';
 
-  Edit edit{EditKind::merge, to, start, block.end[to] - start, {}, 0, block.rows};
+  Edit edit{to, start, block.end[to] - start, {}, 0, block.rows};
   if (!edit.inserted.allocate(uint64_t{copied.size()} + leading + trailing)) {
     return view.host().reportOutOfMemory();
   }
@@ -60,7 +60,7 @@ void copyBlock(ViewState& view, UndoHistory& history, BlockKind kind, int to) {
   const int active = view.activeSide();
   edit.caretAfter =
       active == to ? start + leading + caretInCopy(view, block, from, to) : view.caretPos(active);
-  performEdit(view, history, std::move(edit));
+  if (performEdit(view, history, std::move(edit))) view.changes().everything = true;
 }
 
 void deleteBlock(ViewState& view, UndoHistory& history, BlockKind kind) {
@@ -69,7 +69,7 @@ void deleteBlock(ViewState& view, UndoHistory& history, BlockKind kind) {
   const uint32_t start = block.start[side];
   const uint32_t length = block.end[side] - start;
   if (!canDeleteOn(side, view.file(side).readOnly, block.status) || length == 0) return;
-  performEdit(view, history, {EditKind::deletion, side, start, length, {}, start, block.rows});
+  performEdit(view, history, {side, start, length, {}, start, block.rows});
 }
 
 void blockToClipboard(ViewState& view, BlockKind kind) {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "mergeview/edit_record.h"
+#include "mergeview/edit.h"
 
 namespace merivane {
 namespace {
@@ -23,9 +23,9 @@ void copyAsEdit(ViewState& view, UndoHistory& history, int side) {
   const TextBuffer& source = view.text(1 - side);
   const int active = view.activeSide();
   const uint32_t caretAfter = side == active ? 0 : view.caretPos(active);
-  Edit edit{EditKind::merge, side, 0, view.text(side).size(), {}, caretAfter, {0, view.rowCount()}};
+  Edit edit{side, 0, view.text(side).size(), {}, caretAfter, {0, view.rowCount()}};
   if (!source.extract(0, source.size(), edit.inserted)) return view.host().reportOutOfMemory();
-  performEdit(view, history, std::move(edit));
+  if (performEdit(view, history, std::move(edit))) view.changes().everything = true;
 }
 
 }  // namespace

@@ -2,78 +2,64 @@
 
 #include <array>
 #include <cstdint>
-#include <memory>
+
+#include "base/byte_array.h"
 
 namespace merivane {
 
-/// One action of the user that can be taken back.
-class UndoRecord {
- public:
-  UndoRecord(int activeSideThen, int changedSide) : activeSide(activeSideThen), side(changedSide) {}
-  UndoRecord(const UndoRecord&) = delete;
-  UndoRecord& operator=(const UndoRecord&) = delete;
-  virtual ~UndoRecord() = default;
+/// Where caret and anchor stand on a side, as text positions. `row` tells which of the fillers at the
+/// position the caret is in; any other row is ignored.
+struct CaretPlace {
+  uint32_t position = 0;
+  uint32_t anchor = 0;
+  uint32_t row = 0xFFFFFFFF;
+  bool operator==(const CaretPlace&) const = default;
+};
 
-  /// Takes the action back, or does it again. False when memory ran out: the user has been told, and
-  /// nothing has changed.
-  virtual bool undo() = 0;
-  virtual bool redo() = 0;
-
-  /// The two sides have changed places.
-  virtual void swapSides() {
-    activeSide = 1 - activeSide;
-    side = 1 - side;
-  }
-
-  /// A side has been saved as it is now.
-  virtual void onSaved(int) {}
-
-  int activeSide;  // had the caret
-  int side;        // has changed
+/// One action of the user that can be taken back: bytes of one side that gave way to others.
+struct UndoRecord {
+  int activeSide = 0;  // had the caret
+  int side = 0;        // has changed
+  uint32_t start = 0;
+  ByteArray removed;
+  ByteArray inserted;
+  CaretPlace before;  // on the active side
+  CaretPlace after;
   uint32_t previousStateId = 0;
   uint32_t stateId = 0;  // the side's from then on
 };
 
-/// Hears of what the history does to the window that owns it.
-class UndoOwner {
- public:
-  virtual ~UndoOwner() = default;
-
-  /// There is another action to undo or redo; `modifiedChanged` says that a side has become modified or is
-  /// no longer.
-  virtual void onHistoryChanged(bool modifiedChanged) = 0;
-
-  /// An action has been undone or redone: everything may look different.
-  virtual void onUndone() = 0;
-};
-
 /// What the user did last, shared by both sides of a comparison, and whether each side is as it was saved. A
 /// side's state has a number that no other state ever gets; its modified mark therefore goes when undoing
-/// leads back to what was saved, without a look at the text. Nothing but undo and redo themselves can fail.
+/// leads back to what was saved, without a look at the text. Nothing here can fail.
 class UndoHistory {
  public:
   static constexpr uint32_t kCapacity = 250;
 
-  explicit UndoHistory(UndoOwner& owner) : owner_(owner) {}
+  UndoHistory() = default;
   UndoHistory(const UndoHistory&) = delete;
   UndoHistory& operator=(const UndoHistory&) = delete;
 
   /// Takes on what has just been done. What was undone is gone for good, and so is the oldest record when
   /// there are too many.
-  void push(std::unique_ptr<UndoRecord> record);
+  void push(UndoRecord&& record);
 
   bool canUndo() const { return undone_ < count_; }
   bool canRedo() const { return undone_ > 0; }
 
-  /// False when there is nothing to do, or no memory to do it.
-  bool undo();
-  bool redo();
+  /// The record that is undone next, and the one that is done again next; only where there is one.
+  const UndoRecord& toUndo() const { return at(undone_); }
+  const UndoRecord& toRedo() const { return at(undone_ - 1); }
+
+  /// The record has been undone, or done again.
+  void stepBack();
+  void stepForward();
 
   bool isModified(int side) const { return savedStateId_[side] != currentStateId_[side]; }
   bool isModified() const { return isModified(0) || isModified(1); }
 
   /// A side is now as it is in its file.
-  void markSaved(int side);
+  void markSaved(int side) { savedStateId_[side] = currentStateId_[side]; }
 
   /// The two sides have changed places, their modified marks with them.
   void swapSides();
@@ -82,11 +68,10 @@ class UndoHistory {
   void clear();
 
  private:
-  std::unique_ptr<UndoRecord>& at(uint32_t index) { return records_[(newest_ + index) % kCapacity]; }
-  void setState(int side, uint32_t stateId);
+  UndoRecord& at(uint32_t index) { return records_[(newest_ + index) % kCapacity]; }
+  const UndoRecord& at(uint32_t index) const { return records_[(newest_ + index) % kCapacity]; }
 
-  UndoOwner& owner_;
-  std::array<std::unique_ptr<UndoRecord>, kCapacity> records_;  // a ring, newest first
+  std::array<UndoRecord, kCapacity> records_;  // a ring, newest first
   uint32_t newest_ = 0;
   uint32_t count_ = 0;
   uint32_t undone_ = 0;  // of the newest, how many can be redone

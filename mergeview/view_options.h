@@ -11,6 +11,8 @@ struct ViewOptions : RowLook {
   bool syncScroll = true;        // both panes scroll sideways together
   Colour textColour = 0x000000;
   Colour readOnlyColour = 0x606060;  // of the text of a side that may not be edited
+
+  bool operator==(const ViewOptions&) const = default;
 };
 
 }  // namespace merivane

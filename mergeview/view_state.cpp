@@ -50,9 +50,8 @@ void ViewState::take(FileComparison&& comparison, std::array<std::string, 2>&& p
   caret_ = placeInRow(activeSide_, caretRow_, caretX);
   anchor_ = placeInRow(activeSide_, std::min(anchorRow, lastRow), anchorX).position;
   desiredX_ = caret_.x;
-  layOutPanes();
-  clampScrolling();
-  host_.refreshAll();
+  layOut();
+  changes_.everything = true;
 }
 
 void ViewState::restart(int side) {
@@ -62,9 +61,8 @@ void ViewState::restart(int side) {
   otherCaretPos_ = anchor_ = 0;
   desiredX_ = 0;
   remeasure();
-  layOutPanes();
-  clampScrolling();
-  host_.refreshAll();
+  layOut();
+  changes_.everything = true;
 }
 
 void ViewState::swapSides(DiffModel&& model) {
@@ -73,58 +71,69 @@ void ViewState::swapSides(DiffModel&& model) {
   std::swap(hScroll_[0], hScroll_[1]);
   std::swap(widest_[0], widest_[1]);
   activeSide_ = 1 - activeSide_;
-  placeCaret(activeSide_, caret_.position, anchor_);
-  layOutPanes();
-  clampScrolling();
-  host_.refreshAll();
+  placeCaret(activeSide_, {caret_.position, anchor_});
+  layOut();
+  changes_.everything = true;
 }
 
 void ViewState::setOptions(const ViewOptions& options) {
+  if (options == options_) return;
   const bool sameWidths =
       options.tabStop == options_.tabStop && options.showWhiteSpace == options_.showWhiteSpace;
   options_ = options;
-  if (options_.syncScroll) hScroll_[1 - activeSide_] = hScroll_[activeSide_];
-  if (!sameWidths) {
-    setFont(font());
-    return;
-  }
-  layOutPanes();
-  clampScrolling();
-  host_.refreshAll();
+  if (!sameWidths) setRuler(font());
+  layOut();
+  changes_.everything = true;
 }
 
 void ViewState::setFont(const FontMetrics& font) {
+  if (font == this->font()) return;
+  setRuler(font);
+  layOut();
+  changes_.everything = true;
+}
+
+void ViewState::setRuler(const FontMetrics& font) {
   ruler_ = LineRuler(font, options_.tabStop, options_.showWhiteSpace);
   caret_ = ruler_.placeAtPosition(text(activeSide_), rowStart(activeSide_, caretRow_), caret_.position);
   desiredX_ = caret_.x;
   remeasure();
-  resize(width_, height_);
-  host_.refreshAll();
 }
 
 void ViewState::resize(int32_t width, int32_t height) {
+  if (width == width_ && height == height_) return;
   width_ = width;
   height_ = height;
-  visibleRows_ = static_cast<uint32_t>(std::max(height / font().lineHeight, 1));
   split_.recompute(width);
-  layOutPanes();
-  clampScrolling();
-  host_.panesMoved();
+  layOut();
+  changes_.edges = true;
 }
 
 void ViewState::setSplitFromX(int32_t x) {
   split_.setFromX(x, width_);
-  resize(width_, height_);
+  layOut();
 }
 
 void ViewState::centreSplit() {
   split_.centre(width_);
-  resize(width_, height_);
+  layOut();
 }
 
-void ViewState::layOutPanes() {
+/// Finds the panes' edges, and what is left to scroll to, after anything that they depend on has changed.
+void ViewState::layOut() {
   const int32_t gutter = gutterWidth(options_.lineNumbers, rowCount(), font());
-  for (const int side : {0, 1}) panes_[side] = paneEdges(side, splitX(), width_, gutter, font());
+  for (const int side : {0, 1}) {
+    const PaneEdges edges = paneEdges(side, splitX(), width_, gutter, font());
+    changes_.edges |= edges != panes_[side];
+    panes_[side] = edges;
+  }
+  visibleRows_ = static_cast<uint32_t>(std::max(height_ / font().lineHeight, 1));
+  const ScrollRanges ranges = {
+      rowCount(), visibleRows_, {maxHScroll(0), maxHScroll(1)}, {visibleColumns(0), visibleColumns(1)}};
+  changes_.scrollRanges |= ranges != scrollRanges_;
+  scrollRanges_ = ranges;
+  scrollTo(topRow_);
+  for (const int side : {activeSide_, 1 - activeSide_}) scrollColumnsTo(side, hScroll_[side]);
 }
 
 uint32_t ViewState::lineEnd(int side, uint32_t row) const {
@@ -159,26 +168,21 @@ void ViewState::activate(int side) {
   activeSide_ = side;
   caret_ = placeInRow(side, caretRow_, desiredX_);
   anchor_ = caret_.position;
-  host_.invalidateRows({caretRow_, caretRow_ + 1}, Panes::both);
-  host_.caretMoved();
+  changes_.caret = true;
 }
 
 void ViewState::setCaret(uint32_t row, const LinePlace& place, bool extend) {
-  const auto pane = static_cast<Panes>(activeSide_);
   const auto between = [](uint32_t a, uint32_t b) { return RowRange{std::min(a, b), std::max(a, b) + 1}; };
   if (extend) {
-    if (place.position != caret_.position) host_.invalidateRows(between(caretRow_, row), pane);
+    if (place.position != caret_.position) changes_.addRows(activeSide_, between(caretRow_, row));
   } else if (hasSelection()) {
-    host_.invalidateRows(between(rowOf(activeSide_, anchor_), caretRow_), pane);
+    changes_.addRows(activeSide_, between(rowOf(activeSide_, anchor_), caretRow_));
   }
-  if (row != caretRow_) {
-    host_.invalidateRows({caretRow_, caretRow_ + 1}, Panes::both);
-    host_.invalidateRows({row, row + 1}, Panes::both);
-  }
+  const uint32_t anchor = extend ? anchor_ : place.position;
+  changes_.caret |= row != caretRow_ || place.position != caret_.position || anchor != anchor_;
   caretRow_ = row;
   caret_ = place;
-  if (!extend) anchor_ = place.position;
-  host_.caretMoved();
+  anchor_ = anchor;
 }
 
 LinePlace ViewState::placeInRow(int side, uint32_t row, int64_t x) const {
@@ -202,7 +206,7 @@ void ViewState::scrollTo(int64_t topRow) {
   const auto top = static_cast<uint32_t>(std::clamp<int64_t>(topRow, 0, maxTopRow()));
   if (top == topRow_) return;
   topRow_ = top;
-  host_.panesMoved();
+  changes_.scrolled = true;
 }
 
 void ViewState::scrollColumnsTo(int side, int64_t column) {
@@ -211,7 +215,7 @@ void ViewState::scrollColumnsTo(int side, int64_t column) {
   if (hScroll_[side] == to && (!both || hScroll_[1 - side] == to)) return;
   hScroll_[side] = to;
   if (both) hScroll_[1 - side] = to;
-  host_.panesMoved();
+  changes_.scrolled = true;
 }
 
 void ViewState::showCaret() {
@@ -241,26 +245,27 @@ void ViewState::goToBlock(RowRange block) {
 
 void ViewState::rowsChanged(RowRange rows) {
   for (const int side : {0, 1}) measure(side, rows);
-  layOutPanes();
-  clampScrolling();
-  host_.updateScrollBars();
+  layOut();
 }
 
 void ViewState::toggleOverwrite() {
   overwrite_ = !overwrite_;
-  host_.caretMoved();
+  changes_.caret = true;
 }
 
-void ViewState::placeCaret(int side, uint32_t position, uint32_t anchor, uint32_t filler) {
-  if (side != activeSide_) otherCaretPos_ = caret_.position;
+void ViewState::placeCaret(int side, const CaretPlace& place) {
+  const CaretPlace before = {caret_.position, anchor_, caretRow_};
+  const bool otherSide = side != activeSide_;
+  if (otherSide) otherCaretPos_ = caret_.position;
   activeSide_ = side;
   otherCaretPos_ = std::min(otherCaretPos_, text(1 - side).size());
-  const bool inFiller = filler < rowCount() && isFiller(side, filler) && rowStart(side, filler) == position;
-  caretRow_ = inFiller ? filler : rowOf(side, position);
-  caret_ = ruler_.placeAtPosition(text(side), rowStart(side, caretRow_), position);
-  anchor_ = anchor;
+  const bool inFiller =
+      place.row < rowCount() && isFiller(side, place.row) && rowStart(side, place.row) == place.position;
+  caretRow_ = inFiller ? place.row : rowOf(side, place.position);
+  caret_ = ruler_.placeAtPosition(text(side), rowStart(side, caretRow_), place.position);
+  anchor_ = place.anchor;
   desiredX_ = caret_.x;
-  host_.caretMoved();
+  changes_.caret |= otherSide || before != CaretPlace{caret_.position, anchor_, caretRow_};
 }
 
 RowSource ViewState::source(int side) const {
@@ -292,11 +297,6 @@ void ViewState::remeasure() {
     widest_[side] = 0;
     measure(side, {0, rowCount()});
   }
-}
-
-void ViewState::clampScrolling() {
-  topRow_ = std::min(topRow_, maxTopRow());
-  for (const int side : {0, 1}) hScroll_[side] = std::min(hScroll_[side], maxHScroll(side));
 }
 
 }  // namespace merivane

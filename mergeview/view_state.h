@@ -3,12 +3,15 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "engine/comparison.h"
 #include "mergeview/edited_pair.h"
 #include "mergeview/line_ruler.h"
 #include "mergeview/row_layout.h"
 #include "mergeview/split.h"
+#include "mergeview/undo_history.h"
+#include "mergeview/view_changes.h"
 #include "mergeview/view_host.h"
 #include "mergeview/view_options.h"
 
@@ -18,7 +21,8 @@ namespace merivane {
 enum class AfterComparison { top, keepPlace, firstDifference };
 
 /// The state of one comparison's two panes, without their window: texts and rows, caret and selection, what
-/// is scrolled into view, and where the panes are. The host hears of what has to be repainted.
+/// is scrolled into view, and where the panes are. What has to be shown of an action is collected in its
+/// changes.
 ///
 /// The caret is on the active side, in a row of the model, at a text position from the row's start to its
 /// end; in a filler row at the row's start, which holds no text. It may stand behind the very last "\n" of a
@@ -31,6 +35,10 @@ class ViewState {
   ViewState& operator=(const ViewState&) = delete;
 
   ViewHost& host() { return host_; }
+
+  /// What has changed since it was last taken, to be added to by whoever changes something else here.
+  ViewChanges& changes() { return changes_; }
+  ViewChanges takeChanges() { return std::exchange(changes_, {}); }
 
   /// Whoever changes texts or rows says so with rowsChanged() or caretPlaced() before anything is drawn.
   EditedPair& pair() { return pair_; }
@@ -127,8 +135,7 @@ class ViewState {
   /// Centres rows that are not well within view, as jumps do; the top row counts as not in view.
   void showRows(RowRange rows);
 
-  /// Jumps to the start of a row, or of the first of several, which it brings into view.
-  void goToRow(uint32_t row) { goToBlock({row, row + 1}); }
+  /// Jumps to the start of the first of some rows, and brings them into view.
   void goToBlock(RowRange block);
 
   // Editing, which changes pair().
@@ -137,12 +144,9 @@ class ViewState {
   bool overwrite() const { return overwrite_; }
   void toggleOverwrite();
 
-  /// Puts caret and anchor at positions of a side, which becomes the active one, after texts or rows have
-  /// changed; finds the caret's row, or leaves it in the filler where it was before if that is there.
-  void placeCaret(int side, uint32_t position, uint32_t anchor, uint32_t filler = kNoLine);
-
-  /// The same on the active side, with no selection.
-  void placeCaret(uint32_t position) { placeCaret(activeSide_, position, position); }
+  /// Puts caret and anchor at a place of a side, which becomes the active one, after texts or rows have
+  /// changed.
+  void placeCaret(int side, const CaretPlace& place);
 
   /// The row count or rows may be others: lays out the gutter, clamps the scrolling and takes in the widths
   /// of these rows.
@@ -153,14 +157,24 @@ class ViewState {
   RowWindow window(int side) const;
 
  private:
-  void layOutPanes();
+  /// What the scroll bars depend on.
+  struct ScrollRanges {
+    uint32_t rows = 0;
+    uint32_t visibleRows = 0;
+    uint32_t maxHScroll[2] = {0, 0};
+    uint32_t visibleColumns[2] = {0, 0};
+    bool operator==(const ScrollRanges&) const = default;
+  };
+
+  void layOut();
+  void setRuler(const FontMetrics& font);
   void measure(int side, RowRange rows);
   void remeasure();
   void setCaret(uint32_t row, const LinePlace& place, bool extend);
   LinePlace placeInRow(int side, uint32_t row, int64_t x) const;
-  void clampScrolling();
 
   ViewHost& host_;
+  ViewChanges changes_;
   EditedPair pair_;
   ViewOptions options_;
   CompareOptions compareOptions_;
@@ -183,6 +197,7 @@ class ViewState {
   uint32_t topRow_ = 0;
   uint32_t visibleRows_ = 1;
   uint32_t hScroll_[2] = {0, 0};
+  ScrollRanges scrollRanges_;
 };
 
 }  // namespace merivane

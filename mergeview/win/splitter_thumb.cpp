@@ -21,7 +21,7 @@ LRESULT SplitterThumb::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_MOUSEMOVE: onMouseMove(x); return 0;
     case WM_LBUTTONUP:
     case WM_CAPTURECHANGED: onButtonUp(); return 0;
-    case WM_LBUTTONDBLCLK: view_.centreSplit(); return 0;
+    case WM_LBUTTONDBLCLK: centre(); return 0;
     default: return defaultProcedure(message, wParam, lParam);
   }
 }
@@ -43,13 +43,19 @@ void SplitterThumb::onMouseMove(int x) {
   if (!dragging_) return;
   POINT at = {x, 0};
   MapWindowPoints(handle(), GetParent(handle()), &at, 1);
-  view_.setSplitFromX(at.x);
+  view_.state().setSplitFromX(at.x);
+  view_.applyChanges();
 }
 
 void SplitterThumb::onButtonUp() {
   if (!dragging_) return;
   dragging_ = false;
   ReleaseCapture();
+}
+
+void SplitterThumb::centre() {
+  view_.state().centreSplit();
+  view_.applyChanges();
 }
 
 }  // namespace merivane

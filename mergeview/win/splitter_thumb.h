@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include "base/win/window.h"
-#include "mergeview/view_state.h"
+#include "mergeview/win/text_view.h"
 
 namespace merivane {
 
@@ -11,7 +11,7 @@ namespace merivane {
 class SplitterThumb final : public Window {
  public:
   /// `view` must outlive the thumb. Its window's left edge is that of the thumb's parent.
-  explicit SplitterThumb(ViewState& view) : view_(view) {}
+  explicit SplitterThumb(TextView& view) : view_(view) {}
   ~SplitterThumb() override;
 
   bool create(HWND parent);
@@ -22,8 +22,9 @@ class SplitterThumb final : public Window {
   void onButtonDown();
   void onMouseMove(int x);
   void onButtonUp();
+  void centre();
 
-  ViewState& view_;
+  TextView& view_;
   bool dragging_ = false;
 };
 

@@ -39,7 +39,7 @@ LRESULT Summary::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 SummaryMap::Geometry Summary::geometry() const {
   RECT client = {};
   GetClientRect(handle(), &client);
-  return {client.bottom, GetSystemMetrics(SM_CYVSCROLL), view_.font().lineHeight, view_.visibleRows()};
+  return {client.bottom, GetSystemMetrics(SM_CYVSCROLL), state().font().lineHeight, state().visibleRows()};
 }
 
 void Summary::setBlank(bool blank) {
@@ -55,7 +55,7 @@ void Summary::refresh() {
 
 void Summary::moveCaretMarker() {
   if (isPlain()) return;
-  map_.update(view_.model(), geometry());
+  map_.update(state().model(), geometry());
   const RECT next = markerArea();
   if (EqualRect(&next, &marker_)) return;
   InvalidateRect(handle(), &marker_, FALSE);
@@ -65,14 +65,14 @@ void Summary::moveCaretMarker() {
 RECT Summary::markerArea() const {
   RECT client = {};
   GetClientRect(handle(), &client);
-  const PixelRange lines = map_.caretMarker(view_.caretRow());
+  const PixelRange lines = map_.caretMarker(state().caretRow());
   return {SummaryMap::kMargin, map_.mapTop() + lines.begin, client.right - SummaryMap::kMargin,
           map_.mapTop() + lines.end};
 }
 
 void Summary::onPaint() {
   const BufferedPaint paint(handle());
-  map_.update(view_.model(), geometry());
+  map_.update(state().model(), geometry());
   const RECT& area = paint.area();
   fill(paint.dc(), area.left, area.top, area.right, area.bottom, GetSysColor(COLOR_BTNFACE));
   if (isPlain()) return;
@@ -82,7 +82,7 @@ void Summary::onPaint() {
 }
 
 void Summary::paintBands(HDC dc, const RECT& area) {
-  const auto lines = summaryLines(map_.pixels(), view_.options().colours, GetSysColor(COLOR_BTNFACE));
+  const auto lines = summaryLines(map_.pixels(), state().options().colours, GetSysColor(COLOR_BTNFACE));
   RECT client = {};
   GetClientRect(handle(), &client);
   const int left = SummaryMap::kMargin;
@@ -106,14 +106,21 @@ void Summary::paintMarker(HDC dc) const {
 }
 
 void Summary::onLeftButtonDown(int y) {
-  if (!isPlain()) view_.goToRow(map_.rowAt(y));
+  if (isPlain()) return;
+  const uint32_t row = map_.rowAt(y);
+  goToBlock({row, row + 1});
 }
 
 void Summary::onRightButtonDown(int y) {
   if (isPlain()) return;
   const uint32_t row = map_.rowAt(y);
-  const auto difference = nearestDifference(view_.model(), row);
-  view_.goToBlock(difference.value_or(RowRange{row, row + 1}));
+  const auto difference = nearestDifference(state().model(), row);
+  goToBlock(difference.value_or(RowRange{row, row + 1}));
+}
+
+void Summary::goToBlock(RowRange rows) {
+  view_.state().goToBlock(rows);
+  view_.applyChanges();
 }
 
 }  // namespace merivane

@@ -4,7 +4,7 @@
 
 #include "base/win/window.h"
 #include "mergeview/summary_map.h"
-#include "mergeview/view_state.h"
+#include "mergeview/win/text_view.h"
 
 namespace merivane {
 
@@ -12,8 +12,8 @@ namespace merivane {
 /// around where the caret is. A left click goes to that row, a right click to the nearest difference.
 class Summary final : public Window {
  public:
-  /// `view` is the state it shows and steers; it must outlive the bar.
-  explicit Summary(ViewState& view) : view_(view) {}
+  /// `view` is what it shows and steers; it must outlive the bar.
+  explicit Summary(TextView& view) : view_(view) {}
   ~Summary() override;
 
   bool create(HWND parent);
@@ -39,7 +39,10 @@ class Summary final : public Window {
   void paintBands(HDC dc, const RECT& area);
   void paintMarker(HDC dc) const;
 
-  ViewState& view_;
+  const ViewState& state() const { return view_.state(); }
+  void goToBlock(RowRange rows);
+
+  TextView& view_;
   SummaryMap map_;
   RECT marker_ = {};  // where the frame was painted
   bool blank_ = true;

@@ -42,15 +42,24 @@ void TextView::setFont(const std::string& face, int points) {
   const WindowDc dc(handle());
   fonts_ = makeViewFonts(dc, face, fontHeight(dc, points));
   state_.setFont(fonts_.metrics);
+  state_.changes().everything = true;
   if (GetFocus() == handle()) makeCaret();
 }
 
 void TextView::showCaretBox(bool show) {
+  if (show == caretBox_) return;
   caretBox_ = show;
   InvalidateRect(handle(), nullptr, FALSE);
 }
 
 LRESULT TextView::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  const HWND window = handle();
+  const LRESULT result = answer(message, wParam, lParam);
+  if (of(window) == this) applyChanges();  // the message may have been the last
+  return result;
+}
+
+LRESULT TextView::answer(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_PAINT: onPaint(); return 0;
     case WM_ERASEBKGND: return TRUE;
@@ -167,47 +176,57 @@ void TextView::placeCaret() {
   SetCaretPos(inView ? pane.textLeft + state_.caretX() : -100, state_.caretY());
 }
 
-// What the state reports.
+// What has changed.
 
-void TextView::invalidateRows(RowRange rows, Panes panes) {
+void TextView::applyChanges() {
+  const ViewChanges changes = state_.takeChanges();
+  if (changes == ViewChanges()) return;
+  try {
+    show(changes);
+    owner_.onViewChanges(changes);
+  } catch (...) {
+    state_.changes().add(changes);
+    throw;
+  }
+}
+
+void TextView::show(const ViewChanges& changes) {
+  if (changes.everything) endDrag();  // it started in rows that are others now
+  const bool moved = changes.everything || changes.scrolled || changes.edges;
+  if (moved) {
+    InvalidateRect(handle(), nullptr, FALSE);
+  } else {
+    for (const int side : {0, 1}) invalidateRows(side, changes.rows[side]);
+    if (caretBox_ && state_.caretRow() != boxRow_) {
+      for (const int side : {0, 1}) {
+        invalidateRows(side, {boxRow_, boxRow_ + 1});
+        invalidateRows(side, {state_.caretRow(), state_.caretRow() + 1});
+      }
+    }
+  }
+  boxRow_ = state_.caretRow();
+  if (moved || changes.scrollRanges) {
+    setScrollBar(handle(), SB_VERT, static_cast<int>(state_.rowCount() - 1), state_.visibleRows(),
+                 static_cast<int>(state_.topRow()));
+  }
+  if (GetFocus() == handle() && blockCaret_ != state_.overwrite()) {
+    makeCaret();
+  } else if (moved || changes.caret) {
+    placeCaret();
+  }
+}
+
+/// They may reach beyond the visible ones.
+void TextView::invalidateRows(int side, RowRange rows) {
+  if (rows.empty()) return;
   const int64_t height = state_.font().lineHeight;
   const auto yOf = [&](uint32_t row) {
     return static_cast<LONG>(
         std::clamp<int64_t>((int64_t{row} - state_.topRow()) * height, 0, state_.height()));
   };
-  for (const int side : {0, 1}) {
-    if (panes != Panes::both && static_cast<int>(panes) != side) continue;
-    const RECT area = {state_.pane(side).paneLeft, yOf(rows.begin), state_.pane(side).paneRight,
-                       yOf(rows.end)};
-    InvalidateRect(handle(), &area, FALSE);
-  }
-}
-
-void TextView::refreshAll() {
-  endDrag();  // it started in rows that are others now
-  panesMoved();
-  owner_.onViewChanged();
-}
-
-void TextView::panesMoved() {
-  InvalidateRect(handle(), nullptr, FALSE);
-  updateScrollBars();
-  placeCaret();
-}
-
-void TextView::updateScrollBars() {
-  setScrollBar(handle(), SB_VERT, static_cast<int>(state_.rowCount() - 1), state_.visibleRows(),
-               static_cast<int>(state_.topRow()));
-  owner_.onPanesMoved();
-}
-
-void TextView::caretMoved() {
-  if (GetFocus() == handle() && blockCaret_ != state_.overwrite()) {
-    makeCaret();
-  } else {
-    placeCaret();
-  }
-  owner_.onCaretMoved();
+  const PaneEdges& pane = state_.pane(side);
+  const RECT area = {pane.paneLeft, yOf(rows.begin), pane.paneRight, yOf(rows.end)};
+  InvalidateRect(handle(), &area, FALSE);
 }
 
 void TextView::beep() { MessageBeep(MB_OK); }

@@ -18,14 +18,8 @@ class TextViewOwner {
  public:
   virtual ~TextViewOwner() = default;
 
-  /// The texts, their rows or what is known of them changed.
-  virtual void onViewChanged() = 0;
-
-  /// The panes show other rows or columns, have other edges, or can be scrolled another way.
-  virtual void onPanesMoved() = 0;
-
-  /// The caret or the selection is another.
-  virtual void onCaretMoved() = 0;
+  /// What has changed in the panes, which themselves show it. Called once a message or command.
+  virtual void onViewChanges(const ViewChanges& changes) = 0;
 
   /// A context menu is wanted for the caret's row, on a side, at a point of the screen.
   virtual void onPaneMenu(int side, POINT screen) = 0;
@@ -41,8 +35,13 @@ class TextView final : public Window, private ViewHost {
 
   bool create(HWND parent);
 
+  /// Whoever changes the state, other than in a message of this window, calls applyChanges() afterwards.
   ViewState& state() { return state_; }
   const ViewState& state() const { return state_; }
+
+  /// Shows what has changed in the state since the last time, and hands it on to the owner. What is thrown
+  /// on the way leaves it to be shown the next time.
+  void applyChanges();
 
   /// For editing what is shown, which ends selecting with the mouse.
   Editor& edit();
@@ -57,6 +56,7 @@ class TextView final : public Window, private ViewHost {
 
  private:
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam);
   void onPaint();
   void onSize(int width, int height);
   void onSetFocus();
@@ -76,11 +76,6 @@ class TextView final : public Window, private ViewHost {
   void onContextMenu(POINT screen);
   bool onSetCursor(HWND window, int hitTest);
 
-  void invalidateRows(RowRange rows, Panes panes) override;
-  void refreshAll() override;
-  void panesMoved() override;
-  void updateScrollBars() override;
-  void caretMoved() override;
   void beep() override;
   bool setClipboardText(std::string_view text) override;
   bool clipboardText(ByteArray& text) override;
@@ -91,6 +86,8 @@ class TextView final : public Window, private ViewHost {
   void paintCaretBox(HDC dc);
   void makeCaret();
   void placeCaret();
+  void show(const ViewChanges& changes);
+  void invalidateRows(int side, RowRange rows);
   int countClicks(POINT at);
 
   TextViewOwner& owner_;
@@ -101,6 +98,7 @@ class TextView final : public Window, private ViewHost {
   int points_ = 0;
   ViewFonts fonts_;
   bool caretBox_ = true;
+  uint32_t boxRow_ = 0;      // where the caret's box has been drawn
   bool blockCaret_ = false;  // the shape that the caret has
   bool dragging_ = false;
   int wheelRest_ = 0;  // turned, but not yet enough to scroll

@@ -25,7 +25,7 @@ void show(HWND window, bool visible) { ShowWindow(window, visible ? SW_SHOWNA : 
 }  // namespace
 
 CompareFrame::CompareFrame(Settings& settings, TextViewOwner& owner, UndoHistory& history)
-    : view(owner, history), summary(view.state()), thumb(view.state()), settings_(settings) {}
+    : view(owner, history), summary(view), thumb(view), settings_(settings) {}
 
 bool CompareFrame::create(HWND window) {
   window_ = window;

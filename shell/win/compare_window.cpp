@@ -53,6 +53,13 @@ bool CompareWindow::open(const NewWindowRect& at) {
 }
 
 LRESULT CompareWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  const HWND window = handle();
+  const LRESULT result = answer(message, wParam, lParam);
+  if (of(window) == this) frame_.view.applyChanges();  // the message may have been the last
+  return result;
+}
+
+LRESULT CompareWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == compareDoneMessage) return waitDialog_.finish(), 0;
   if (message == findReplaceMessage) return onFind(*reinterpret_cast<FINDREPLACEA*>(lParam)), 0;
   switch (message) {
@@ -232,29 +239,24 @@ std::string CompareWindow::title() const { return windowTitle({titleSide(0), tit
 
 // What the panes tell.
 
-void CompareWindow::onViewChanged() {
-  frame_.summary.refresh();
-  onCaretMoved();
-  refresh();
-}
-
-void CompareWindow::onHistoryChanged(bool modifiedChanged) {
-  fresh_ = false;
-  frame_.summary.setBlank(false);
-  if (modifiedChanged) {
+void CompareWindow::onViewChanges(const ViewChanges& changes) {
+  const bool all = changes.everything;
+  if (changes.history) {
+    fresh_ = false;
+    frame_.summary.setBlank(false);
+  }
+  if (all) frame_.summary.refresh();
+  if (all || changes.edges || changes.scrolled || changes.scrollRanges) frame_.followPanes();
+  if (all || changes.caret) showCaretPlace();
+  if (all || changes.modified) {
     refresh();
-  } else {
+  } else if (changes.caret || changes.history) {
     updateToolBar();
   }
 }
 
-void CompareWindow::onUndone() { view_.host().refreshAll(); }
-
-void CompareWindow::onPanesMoved() { frame_.followPanes(); }
-
-void CompareWindow::onCaretMoved() {
+void CompareWindow::showCaretPlace() {
   frame_.summary.moveCaretMarker();
-  updateToolBar();
   const uint32_t row = view_.caretRow();
   const uint32_t line = view_.model().lineNumber(view_.activeSide(), row);
   frame_.statusBar.setText(StatusBar::caret, caretText(row, line, view_.caretColumn()));

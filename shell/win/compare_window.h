@@ -30,7 +30,6 @@ class Application;
 /// compare_window_files.cpp comparing, saving, exporting and closing.
 class CompareWindow final : public Window,
                             private TextViewOwner,
-                            private UndoOwner,
                             private ReplaceOwner,
                             private ClosingWindow {
  public:
@@ -61,6 +60,7 @@ class CompareWindow final : public Window,
 
  private:
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam);
   void onDestroyed() override;
   bool onCreate();
   void onSize(WPARAM kind);
@@ -79,12 +79,8 @@ class CompareWindow final : public Window,
   bool undoInNameBox() const;
   HMENU windowMenu() const;
 
-  void onViewChanged() override;
-  void onPanesMoved() override;
-  void onCaretMoved() override;
+  void onViewChanges(const ViewChanges& changes) override;
   void onPaneMenu(int side, POINT screen) override;
-  void onHistoryChanged(bool modifiedChanged) override;
-  void onUndone() override;
 
   // Commands.
   struct Handler {
@@ -99,6 +95,7 @@ class CompareWindow final : public Window,
   CommandState stateOf(Command command, const WindowFacts& now) const;
   WindowFacts facts() const;
   void updateToolBar();
+  void showCaretPlace();
   void toggle(bool Settings::*setting);
   void numberLines(LineNumbers kind);
   void browse(int side);
@@ -138,7 +135,7 @@ class CompareWindow final : public Window,
   bool saveAs(int side);
 
   Application& application_;
-  UndoHistory history_{*this};
+  UndoHistory history_;
   CompareFrame frame_;
   ViewState& view_;
   HWND lastFocus_ = nullptr;  // the child that has the focus whenever the window is active

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/win/messages.h"
+#include "mergeview/edit.h"
 #include "mergeview/find.h"
 #include "mergeview/navigation.h"
 #include "shell/command_table.h"
@@ -23,8 +24,8 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
       {Command::close, [](W& w) { PostMessageA(w.handle(), WM_CLOSE, 0, 0); }},
       {Command::exit, [](W& w) { w.application_.windows.closeAll(); }},
 
-      {Command::undo, [](W& w) { w.history_.undo(); }},
-      {Command::redo, [](W& w) { w.history_.redo(); }},
+      {Command::undo, [](W& w) { undo(w.view_, w.history_); }},
+      {Command::redo, [](W& w) { redo(w.view_, w.history_); }},
       {Command::cut, [](W& w) { w.frame_.view.edit().cut(); }},
       {Command::copy, [](W& w) { w.frame_.view.edit().copy(); }},
       {Command::paste, [](W& w) { w.frame_.view.edit().paste(); }},

@@ -89,6 +89,7 @@ void CompareWindow::showComparison(const Outcome& outcome, Run& run) {
   }
   frame_.summary.setBlank(!succeeded);
   view_.take(std::move(comparison), std::move(paths), after);
+  frame_.view.applyChanges();
 }
 
 // Names.

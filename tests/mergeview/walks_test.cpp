@@ -24,7 +24,7 @@ void expectWalk(EditRun& run, std::string_view walk) {
     run.press(walk.substr(0, begin));
     std::string found;
     if (walk[begin] == '{') {
-      found = run.host().takeRepaints();
+      found = changesText(run.view().takeChanges());
       if (expected == "*") found = expected;
     } else {
       found = run.place();
@@ -262,15 +262,43 @@ TEST(Editing, RowsAndBlocksAreCopiedAndDeleted) {
   expectWalk("a/b/ # a/b/x/", "down end delete-block (2,0:  # a/b/x/)");
 }
 
-TEST(Editing, RepaintsNoMoreThanWhatLooksDifferent) {
-  expectWalk("ab/x/ # x/", "z {l} enter {all}");
-  expectWalk("x/ # x/ab/", "switch-pane down {*} z {.r}");
-  expectWalk("abcdef/x/ # abcdeg/x/", "z delete {b} copy-line-left {all} z {all}");
-  expectWalk("abcd/efgh/x/ # x/", "right right S-down {*} delete {all}");
-  // The caret marks its row in both panes, the selection its own side's rows.
-  expectWalk(
-      "a/b/c/d/ # a/b/c/d/",
-      "down {bb} right left {} S-right {.l} S-down {.bb} S-down S-up {..bb} left {.ll} switch-pane {..b}");
+TEST(Changes, AnActionTellsNoMoreThanWhatItChanged) {
+  expectWalk("a/b/c/d/ # a/b/c/d/",
+             "down {caret} right left {caret} home {} S-right {.l caret} S-down {.ll caret} S-down S-up "
+             "{..ll caret} left {.ll caret} switch-pane {caret} insert {caret} insert {caret}");
+  // Typing into a row that stays one of its kind, and what aligns the rows anew.
+  expectWalk("ab/x/ # x/",
+             "z {l caret history modified} z {l caret history} enter {caret ranges all history} "
+             "undo {caret ranges all history} redo {*}");
+  expectWalk("x/ # x/ab/", "switch-pane down {*} z {.r caret history modified}");
+  expectWalk("abcdef/x/ # abcdeg/x/", "z {b caret history modified} delete {b history}");
+  expectWalk(longRun(),
+             "down {caret} pagedown {caret scrolled} C-down {scrolled} C-home {caret scrolled} "
+             "enter {caret ranges all history modified} undo {*} copy-line-left {}");
+  expectWalk("a/b/ # a/x/b/", "next-difference {caret} copy-block-left {*}");
+}
+
+TEST(Changes, WhatIsAlreadySoTellsNothing) {
+  EditRun run = longRun();
+  ViewState& view = run.view();
+  const auto changes = [&] { return changesText(view.takeChanges()); };
+  ViewOptions options = view.options();
+  view.setOptions(options);
+  view.setFont(view.font());
+  view.resize(view.width(), view.height());
+  view.setSplitFromX(view.splitX());
+  view.scrollTo(0);
+  EXPECT_EQ(changes(), "");
+  options.colours.same = 0;
+  view.setOptions(options);
+  EXPECT_EQ(changes(), "all");
+  options.lineNumbers = LineNumbers::rows;
+  view.setOptions(options);
+  EXPECT_EQ(changes(), "ranges edges all");
+  view.setSplitFromX(view.splitX() + 40);
+  EXPECT_EQ(changes(), "ranges edges");
+  view.resize(view.width(), view.height() + 1);
+  EXPECT_EQ(changes(), "edges");
 }
 
 TEST(Editing, AReadOnlySideIsLeftAloneAndSomeCharactersOnlyBeep) {

@@ -6,6 +6,7 @@
 #include <tuple>
 #include <utility>
 
+#include "mergeview/edit.h"
 #include "mergeview/editor.h"
 #include "mergeview/find.h"
 #include "mergeview/merge_commands.h"
@@ -35,8 +36,8 @@ constexpr EditCommand kCommands[] = {
     {"paste", [](V& v, H& h) { Editor(v, h).paste(); }},
     {"delete-row", [](V& v, H& h) { Editor(v, h).deleteRow(); }},
     {"delete-to-end", [](V& v, H& h) { Editor(v, h).deleteToLineEnd(); }},
-    {"undo", [](V&, H& h) { h.undo(); }},
-    {"redo", [](V&, H& h) { h.redo(); }},
+    {"undo", [](V& v, H& h) { undo(v, h); }},
+    {"redo", [](V& v, H& h) { redo(v, h); }},
     {"copy-line-left", [](V& v, H& h) { copyBlock(v, h, kLine, 0); }},
     {"copy-line-right", [](V& v, H& h) { copyBlock(v, h, kLine, 1); }},
     {"copy-block-left", [](V& v, H& h) { copyBlock(v, h, kBlock, 0); }},
@@ -58,25 +59,29 @@ constexpr std::string_view kKeys[] = {"left", "right", "up", "down", "home", "en
 
 }  // namespace
 
-void FakeHost::invalidateRows(RowRange rows, Panes panes) {
-  const int sides = panes == Panes::both ? 3 : 1 << static_cast<int>(panes);
-  for (size_t row = rows.begin; row < std::min<size_t>(rows.end, panes_.size()); ++row) {
-    panes_[row] = static_cast<uint8_t>(panes_[row] | sides);
+std::string changesText(const ViewChanges& changes) {
+  std::string text;
+  for (uint32_t row = 0; row < 16; ++row) {
+    const auto within = [row](RowRange rows) { return row >= rows.begin && row < rows.end ? 1 : 0; };
+    text += ".lrb"[within(changes.rows[0]) + 2 * within(changes.rows[1])];
   }
-}
-
-std::string FakeHost::takeRepaints() {
-  std::string repaints;
-  for (const uint8_t sides : std::exchange(panes_, {})) repaints += ".lrb"[sides];
-  repaints.erase(repaints.find_last_not_of('.') + 1);
-  return std::exchange(refreshed_, 0) > 0 ? "all" : repaints;
+  text.erase(text.find_last_not_of('.') + 1);
+  const std::pair<bool, const char*> flags[] = {
+      {changes.caret, "caret"},       {changes.scrolled, "scrolled"}, {changes.scrollRanges, "ranges"},
+      {changes.edges, "edges"},       {changes.everything, "all"},    {changes.history, "history"},
+      {changes.modified, "modified"},
+  };
+  for (const auto& [set, name] : flags) {
+    if (set) text += (text.empty() ? "" : " ") + std::string(name);
+  }
+  return text;
 }
 
 EditRun::EditRun(std::string_view left, std::string_view right, const CompareOptions& options) {
   view_.setCompareOptions(options);
   view_.resize(2 * (8 + 320 + 10), 160);
   load(left, right);
-  host_.takeRepaints();
+  view_.takeChanges();
 }
 
 std::string EditRun::text(int side) const {
@@ -187,14 +192,14 @@ std::string EditRun::state() const {
 
 std::string EditRun::undoAndRedoAll() {
   std::string wrong;
-  const auto all = [&](bool (UndoHistory::*go)()) {
-    while (wrong.empty() && (history_.*go)()) wrong = fault();
+  const auto all = [&](bool (*go)(ViewState&, UndoHistory&)) {
+    while (wrong.empty() && go(view_, history_)) wrong = fault();
     return sideState(0) + '#' + sideState(1);
   };
-  const std::string last = all(&UndoHistory::redo);
-  const std::string start = all(&UndoHistory::undo);
+  const std::string last = all(redo);
+  const std::string start = all(undo);
   if (start != first_ && start != swapped_) wrong += " undoing does not lead back";
-  if (all(&UndoHistory::redo) != last) wrong += " redoing does not lead to the end";
+  if (all(redo) != last) wrong += " redoing does not lead to the end";
   return wrong;
 }
 

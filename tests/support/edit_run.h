@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -11,41 +10,25 @@
 
 namespace merivane {
 
-/// Writes down what the view asks of its window. Needs no memory but for its clipboard, so that what fails is
+/// Counts what the view asks of its window. Needs no memory but for its clipboard, so that what fails is
 /// never the host.
 class FakeHost final : public ViewHost {
  public:
-  void invalidateRows(RowRange rows, Panes panes) override;
-  void refreshAll() override { ++refreshed_; }
-  void panesMoved() override {}
-  void updateScrollBars() override {}
-  void caretMoved() override {}
   void beep() override { ++beeps; }
   bool setClipboardText(std::string_view text) override { return orReport(clipboard.assign(text)); }
   bool clipboardText(ByteArray& text) override { return orReport(text.assign(clipboard.view())); }
   void reportOutOfMemory() override { ++outOfMemory; }
-
-  /// What was to be repainted since the last time: "all", or for each of the first rows "l" or "r" for a pane
-  /// of it, "b" for both and "." for none.
-  std::string takeRepaints();
 
   ByteArray clipboard;
   int beeps = 0, outOfMemory = 0;
 
  private:
   bool orReport(bool done) { return outOfMemory += !done, done; }
-
-  std::array<uint8_t, 16> panes_{};  // a bit for each side
-  int refreshed_ = 0;
 };
 
-class FakeUndoOwner : public UndoOwner {
- public:
-  void onHistoryChanged(bool modifiedChanged) override { modifiedChanges += modifiedChanged; }
-  void onUndone() override { ++undone; }
-
-  int modifiedChanges = 0, undone = 0;
-};
+/// Changes as one line: for each of the first rows "l" or "r" for a pane of it to be repainted, "b" for both
+/// and "." for none; then the names of what else is set, "all" for everything.
+std::string changesText(const ViewChanges& changes);
 
 /// Two texts and the user at work on them, in two panes of 320 by 160 pixels besides gutter and splitter: ten
 /// rows of 40 columns.
@@ -56,7 +39,6 @@ class EditRun {
   ViewState& view() { return view_; }
   UndoHistory& history() { return history_; }
   FakeHost& host() { return host_; }
-  const FakeUndoOwner& owner() const { return owner_; }
   std::string text(int side) const;
 
   /// Compares two other texts instead.
@@ -87,8 +69,7 @@ class EditRun {
   std::string sideState(int side) const { return text(side) + (history_.isModified(side) ? "*" : ""); }
 
   FakeHost host_;
-  FakeUndoOwner owner_;
-  UndoHistory history_{owner_};
+  UndoHistory history_;
   ViewState view_{host_};
   MouseSelection mouse_{view_};
   std::string first_, swapped_;

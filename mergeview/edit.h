@@ -9,11 +9,8 @@
 
 namespace merivane {
 
-enum class EditKind : int32_t { insertion = 1, overwrite = 2, deletion = 3, merge = 4 };
-
 /// What an action does to one side's text.
 struct Edit {
-  EditKind kind = EditKind::insertion;
   int side = 0;
   uint32_t start = 0;
   uint32_t removed = 0;  // how many bytes go
@@ -22,8 +19,14 @@ struct Edit {
   RowRange from;            // as TextChange has it
 };
 
-/// Makes an edit, shows it and records it. False when memory runs out, and the user has been told: texts,
-/// rows, caret and history are then as they were.
+// Each of these changes texts, rows, caret and history, and only then tells the view's changes. False when
+// memory runs out: the user has been told, and all is as it was.
+
+/// Makes an edit and records it.
 bool performEdit(ViewState& view, UndoHistory& history, Edit&& edit);
+
+/// Takes the last action back, or does again what was taken back last. False also where there is none.
+bool undo(ViewState& view, UndoHistory& history);
+bool redo(ViewState& view, UndoHistory& history);
 
 }  // namespace merivane
