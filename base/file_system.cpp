@@ -8,6 +8,12 @@ bool IsFile(const std::string& path) { return !path.empty() && systemFiles().kin
 
 bool IsFolder(const std::string& path) { return systemFiles().kind(path) == FileKind::folder; }
 
+bool sameFile(FileSystem& files, const std::string& a, const std::string& b) {
+  const FileIdentity identity = files.identity(a);
+  if (identity.known) return identity == files.identity(b);
+  return !files.identity(b).known && files.absolute(a) == files.absolute(b);
+}
+
 SystemError replaceFile(FileSystem& files, const std::string& path, std::string_view contents) {
   std::unique_ptr<OutputFile> file;
   SystemError error = files.create(path, file);

@@ -7,6 +7,7 @@
 
 #include "base/byte_array.h"
 #include "base/result.h"
+#include "base/system_error.h"
 
 namespace merivane {
 
@@ -22,12 +23,22 @@ struct FileStamp {
   bool operator==(const FileStamp&) const = default;
 };
 
+/// What a file or folder is, whatever name leads to it: the same for two names when, and only when, the file
+/// system says that they are one file. Unknown where nothing is there.
+struct FileIdentity {
+  uint64_t volume = 0;
+  uint64_t index = 0;
+  bool known = false;
+
+  bool operator==(const FileIdentity&) const = default;
+};
+
 /// A file open for reading, from its start on. Closes itself.
 class InputFile {
  public:
   virtual ~InputFile() = default;
 
-  /// Reads up to `wanted` bytes on from the last read; fewer only at the end of the file. Answers 0 or
+  /// Reads up to `wanted` bytes on from the last read; fewer only at the end of the file. Returns 0 or
   /// the error.
   virtual SystemError read(char* bytes, uint32_t wanted, uint32_t& got) = 0;
 
@@ -49,8 +60,9 @@ class OutputFile {
   virtual SystemError commit() = 0;
 };
 
-/// All access to files, small enough to have a real, an in-memory and a failing version. Paths are bytes
-/// in the platform's own form. Safe to use from any thread, one call at a time.
+/// All access to files, small enough to have a real, an in-memory and a failing version. Paths have the
+/// platform's own form, in UTF-8 on Windows (base/win/wide.h), in bytes elsewhere. Safe to use from any
+/// thread.
 class FileSystem {
  public:
   virtual ~FileSystem() = default;
@@ -61,7 +73,13 @@ class FileSystem {
   /// Whether an existing file may be opened for writing.
   virtual bool isWritable(const std::string& path) = 0;
 
+  /// Of what a symbolic link leads to.
   virtual FileStamp stamp(const std::string& path) = 0;
+  virtual FileIdentity identity(const std::string& path) = 0;
+
+  /// The path completed by the current folder, and on Windows by the drive and in the system's own form. What
+  /// it names need not exist. As it is when it is empty or that fails.
+  virtual std::string absolute(const std::string& path) = 0;
 
   /// Opens a file for reading; a folder is an error. Answers 0 or the error.
   virtual SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) = 0;
@@ -80,11 +98,8 @@ bool IsFile(const std::string& path);
 /// True only for a path that names an existing folder.
 bool IsFolder(const std::string& path);
 
-/// The error that stands for a failed allocation.
-SystemError notEnoughStorage();
-
-/// The system's text for an error, without a line end.
-std::string systemErrorText(SystemError error);
+/// Whether two names lead to one file or folder, or would if it were there.
+bool sameFile(FileSystem& files, const std::string& a, const std::string& b);
 
 /// Makes `contents` the whole contents of the file at `path`, all or nothing. Answers 0 or the error.
 SystemError replaceFile(FileSystem& files, const std::string& path, std::string_view contents);

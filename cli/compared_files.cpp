@@ -47,6 +47,14 @@ FileStamp ComparedFiles::stamp(const std::string& path) {
   return isStandardInput(path) ? FileStamp() : files_.stamp(path);
 }
 
+FileIdentity ComparedFiles::identity(const std::string& path) {
+  return isStandardInput(path) ? FileIdentity() : files_.identity(path);
+}
+
+std::string ComparedFiles::absolute(const std::string& path) {
+  return isStandardInput(path) ? path : files_.absolute(path);
+}
+
 SystemError ComparedFiles::open(const std::string& path, std::unique_ptr<InputFile>& file) {
   std::unique_ptr<InputFile> own;
   if (!isStandardInput(path)) {

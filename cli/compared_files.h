@@ -19,6 +19,8 @@ class ComparedFiles final : public FileSystem {
   FileKind kind(const std::string& path) override;
   bool isWritable(const std::string& path) override;
   FileStamp stamp(const std::string& path) override;
+  FileIdentity identity(const std::string& path) override;
+  std::string absolute(const std::string& path) override;
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override;
   SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override;
 

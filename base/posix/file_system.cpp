@@ -154,6 +154,25 @@ class PosixFileSystem final : public FileSystem {
     return {static_cast<uint64_t>(status.st_size), seconds * 1'000'000'000 + status.st_mtim.tv_nsec, true};
   }
 
+  FileIdentity identity(const std::string& path) override {
+    struct stat status;
+    if (::stat(path.c_str(), &status) != 0) return {};
+    return {static_cast<uint64_t>(status.st_dev), static_cast<uint64_t>(status.st_ino), true};
+  }
+
+  std::string absolute(const std::string& path) override {
+    if (path.empty() || path[0] == '/') return path;
+    const std::unique_ptr<char, void (*)(void*)> folder(::getcwd(nullptr, 0), ::free);
+    if (!folder) return path;
+    // ".." stays: behind a symbolic link it is not the folder that the text before it names.
+    size_t begin = 0;
+    while (path.compare(begin, 2, "./") == 0)
+      begin = std::min(path.find_first_not_of('/', begin + 1), path.size());
+    std::string whole = folder.get();
+    if (whole.back() != '/') whole += '/';
+    return whole + path.substr(begin);
+  }
+
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
     auto opened = std::make_unique<PosixInputFile>();
     const SystemError error = opened->open(path);
@@ -205,6 +224,6 @@ FileSystem& systemFiles() {
 
 SystemError notEnoughStorage() { return ENOMEM; }
 
-std::string systemErrorText(SystemError error) { return std::strerror(static_cast<int>(error)); }
+std::string platformErrorText(SystemError error) { return std::strerror(static_cast<int>(error)); }
 
 }  // namespace merivane

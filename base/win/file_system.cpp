@@ -3,8 +3,10 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <string>
 #include <utility>
+
+#include "base/win/wide.h"
 
 namespace merivane {
 namespace {
@@ -42,7 +44,7 @@ class WindowsInputFile final : public InputFile {
   SystemError open(const std::string& path) {
     const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     LARGE_INTEGER size = {};
-    if (!handle_.take(CreateFileA(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING,
+    if (!handle_.take(CreateFileW(systemPath(path).c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING,
                                   FILE_FLAG_SEQUENTIAL_SCAN, nullptr))) {
       return GetLastError();
     }
@@ -90,21 +92,19 @@ SystemError writeAll(HANDLE handle, std::string_view contents) {
 
 class ReplacingOutput final : public OutputFile {
  public:
-  ReplacingOutput(std::string target, bool replaces) : target_(std::move(target)), replaces_(replaces) {}
+  ReplacingOutput(std::wstring target, bool replaces) : target_(std::move(target)), replaces_(replaces) {}
 
   ~ReplacingOutput() override {
     file_.close();
-    if (!beside_.empty()) DeleteFileA(beside_.c_str());
+    if (!beside_.empty()) DeleteFileW(beside_.c_str());
   }
 
   SystemError open() {
     DWORD number = GetTickCount() ^ GetCurrentProcessId() << 8;
     SystemError error = ERROR_FILE_EXISTS;
     for (int tries = 0; tries < 1000 && error == ERROR_FILE_EXISTS; ++tries, ++number) {
-      char suffix[16];
-      std::snprintf(suffix, sizeof suffix, ".%06lx.tmp", static_cast<unsigned long>(number & 0xFFFFFF));
-      std::string beside = target_ + suffix;
-      if (file_.take(CreateFileA(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
+      std::wstring beside = target_ + L'.' + std::to_wstring(number & 0xFFFFFF) + L".tmp";
+      if (file_.take(CreateFileW(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
                                  nullptr))) {
         beside_ = std::move(beside);
         return 0;
@@ -120,9 +120,9 @@ class ReplacingOutput final : public OutputFile {
     if (!FlushFileBuffers(file_.get())) return GetLastError();
     if (!file_.close()) return GetLastError();
     // ReplaceFile keeps attributes, time of creation and access rights of the file that goes.
-    const BOOL done = replaces_ ? ReplaceFileA(target_.c_str(), beside_.c_str(), nullptr,
+    const BOOL done = replaces_ ? ReplaceFileW(target_.c_str(), beside_.c_str(), nullptr,
                                                REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)
-                                : MoveFileExA(beside_.c_str(), target_.c_str(), 0);
+                                : MoveFileExW(beside_.c_str(), target_.c_str(), 0);
     if (!done) return GetLastError();
     beside_.clear();
     return 0;
@@ -130,37 +130,82 @@ class ReplacingOutput final : public OutputFile {
 
  private:
   Handle file_;
-  std::string beside_;
-  std::string target_;
+  std::wstring beside_;
+  std::wstring target_;
   bool replaces_;
 };
+
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+constexpr uint64_t joined(DWORD high, DWORD low) { return uint64_t{high} << 32 | low; }
+
+/// Opens what a path leads to, links followed, to be asked about.
+HANDLE openToAsk(const std::wstring& path) {
+  return CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
+                     FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+}
+
+/// The facts of what a path leads to; false where nothing is there. Only a link has to be opened for them.
+bool askFacts(const std::wstring& path, WIN32_FILE_ATTRIBUTE_DATA& facts) {
+  if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &facts)) return false;
+  if ((facts.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return true;
+  const Handle target(openToAsk(path));
+  BY_HANDLE_FILE_INFORMATION found;
+  if (!target.valid() || !GetFileInformationByHandle(target.get(), &found)) return false;
+  facts = {found.dwFileAttributes, found.ftCreationTime, found.ftLastAccessTime,
+           found.ftLastWriteTime,  found.nFileSizeHigh,  found.nFileSizeLow};
+  return true;
+}
+
+/// A number for a file whose file system has none for it: of its name as the system writes it.
+uint64_t numberOfName(HANDLE file) {
+  std::wstring name(32768, L'\0');
+  const DWORD length =
+      GetFinalPathNameByHandleW(file, name.data(), static_cast<DWORD>(name.size()), FILE_NAME_NORMALIZED);
+  if (length == 0 || length >= name.size()) return 0;
+  uint64_t number = 0xCBF29CE484222325;  // FNV-1a
+  for (DWORD i = 0; i < length; ++i) number = (number ^ name[i]) * 0x100000001B3;
+  return number;
+}
 
 class WindowsFileSystem final : public FileSystem {
  public:
   FileKind kind(const std::string& path) override {
-    const DWORD attributes = GetFileAttributesA(path.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) return FileKind::none;
-    if (attributes & FILE_ATTRIBUTE_DIRECTORY) return FileKind::folder;
-    return attributes & FILE_ATTRIBUTE_DEVICE ? FileKind::other : FileKind::file;
+    const std::wstring name = systemPath(path);
+    WIN32_FILE_ATTRIBUTE_DATA facts;
+    if (isDevicePath(fullPath(name))) return FileKind::other;
+    if (!askFacts(name, facts)) return FileKind::none;
+    return facts.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY ? FileKind::folder : FileKind::file;
   }
 
   bool isWritable(const std::string& path) override {
-    const DWORD attributes = GetFileAttributesA(path.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_READONLY)) return false;
-    const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    Handle file(CreateFileA(path.c_str(), GENERIC_WRITE, share, nullptr, OPEN_EXISTING, 0, nullptr));
+    const std::wstring name = systemPath(path);
+    WIN32_FILE_ATTRIBUTE_DATA facts;
+    if (!askFacts(name, facts) || (facts.dwFileAttributes & FILE_ATTRIBUTE_READONLY)) return false;
+    const Handle file(
+        CreateFileW(name.c_str(), GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
     // In use by somebody else just now is no lack of rights.
     return file.valid() || GetLastError() == ERROR_SHARING_VIOLATION;
   }
 
   FileStamp stamp(const std::string& path) override {
-    WIN32_FILE_ATTRIBUTE_DATA found;
-    if (!GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &found)) return {};
-    if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return {};
-    const auto joined = [](DWORD high, DWORD low) { return uint64_t{high} << 32 | low; };
-    const FILETIME& written = found.ftLastWriteTime;
-    return {joined(found.nFileSizeHigh, found.nFileSizeLow),
+    WIN32_FILE_ATTRIBUTE_DATA facts;
+    if (!askFacts(systemPath(path), facts) || (facts.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) return {};
+    const FILETIME& written = facts.ftLastWriteTime;
+    return {joined(facts.nFileSizeHigh, facts.nFileSizeLow),
             static_cast<int64_t>(joined(written.dwHighDateTime, written.dwLowDateTime)), true};
+  }
+
+  FileIdentity identity(const std::string& path) override {
+    const Handle file(openToAsk(systemPath(path)));
+    BY_HANDLE_FILE_INFORMATION found;
+    if (!file.valid() || !GetFileInformationByHandle(file.get(), &found)) return {};
+    const uint64_t index = joined(found.nFileIndexHigh, found.nFileIndexLow);
+    return {found.dwVolumeSerialNumber, index != 0 ? index : numberOfName(file.get()), true};
+  }
+
+  std::string absolute(const std::string& path) override {
+    return path.empty() ? path : utf8(fullPath(wide(path)));
   }
 
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
@@ -174,7 +219,7 @@ class WindowsFileSystem final : public FileSystem {
     const FileKind before = kind(path);
     if (before == FileKind::folder) return ERROR_ACCESS_DENIED;
     if (before == FileKind::file && !isWritable(path)) return ERROR_ACCESS_DENIED;
-    auto opened = std::make_unique<ReplacingOutput>(path, before == FileKind::file);
+    auto opened = std::make_unique<ReplacingOutput>(systemPath(absolute(path)), before == FileKind::file);
     const SystemError error = opened->open();
     if (error == 0) file = std::move(opened);
     return error;
@@ -190,14 +235,13 @@ FileSystem& systemFiles() {
 
 SystemError notEnoughStorage() { return ERROR_OUTOFMEMORY; }
 
-std::string systemErrorText(SystemError error) {
-  char buffer[1024];
-  DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,
-                                buffer, sizeof buffer, nullptr);
-  while (length > 0 && (buffer[length - 1] == '\n' || buffer[length - 1] == '\r')) --length;
-  if (length > 0) return std::string(buffer, length);
-  std::snprintf(buffer, sizeof buffer, "Error %lu", static_cast<unsigned long>(error));
-  return buffer;
+std::string platformErrorText(SystemError error) {
+  wchar_t buffer[1024];
+  DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,
+                                buffer, sizeof buffer / sizeof *buffer, nullptr);
+  while (length > 0 && (buffer[length - 1] == L'\n' || buffer[length - 1] == L'\r')) --length;
+  if (length > 0) return utf8({buffer, length});
+  return "Error " + std::to_string(error);
 }
 
 }  // namespace merivane

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "base/buffered_sink.h"
+#include "base/unfinished_files.h"
 #include "tests/support/failing_allocator.h"
 
 namespace merivane {
@@ -75,6 +76,57 @@ TEST_F(SystemFilesTest, TellsWhatAPathNamesAndWhenItWasWritten) {
   EXPECT_NE(files_.stamp(path("file")), stamp);
   EXPECT_EQ(files_.stamp(path("missing")), FileStamp());
   EXPECT_EQ(files_.stamp(path("sub")), FileStamp());
+}
+
+TEST_F(SystemFilesTest, KnowsAFileByEachOfItsNames) {
+  put("file", "text");
+  put("twin", "text");
+  fs::create_directory(folder_ / "sub");
+  const std::string file = path("file");
+  std::vector<std::string> others = {path("./file"), path("sub/../file")};
+#ifdef _WIN32
+  others.push_back(path("FILE"));
+#else
+  fs::create_symlink("file", folder_ / "link");
+  fs::create_hard_link(folder_ / "file", folder_ / "second");
+  others.insert(others.end(), {path("link"), path("second")});
+#endif
+  for (const std::string& other : others) EXPECT_TRUE(sameFile(files_, file, other)) << other;
+  EXPECT_TRUE(sameFile(files_, path("sub"), path("sub/.")));
+  EXPECT_TRUE(sameFile(files_, path("missing"), path("missing")));
+  for (const char* const other : {"twin", "missing", "sub"})
+    EXPECT_FALSE(sameFile(files_, file, path(other)));
+  EXPECT_FALSE(sameFile(files_, path("missing"), path("nothing")));
+
+  const fs::path before = fs::current_path();
+  fs::current_path(folder_);
+  EXPECT_TRUE(sameFile(files_, file, "file") && sameFile(files_, file, ".//file"));
+  EXPECT_EQ(files_.absolute("new"), files_.absolute("./new"));
+  EXPECT_EQ(files_.absolute(files_.absolute("new")), files_.absolute("new"));
+  EXPECT_TRUE(fs::path(files_.absolute("new")).is_absolute());
+  EXPECT_EQ(files_.absolute(""), "");
+  fs::current_path(before);
+}
+
+TEST_F(SystemFilesTest, RemovesUnfinishedFilesForASignal) {
+  for (const char* const name : {"one", "two", "kept", "removed"}) put(name, "");
+  UnfinishedFile one, two, kept, removed, never;
+  one.take(path("one"));
+  two.take(path("two"));
+  kept.take(path("kept"));
+  removed.take(path("removed"));
+  kept.keep();
+  EXPECT_TRUE(removed.remove() && never.remove());
+  EXPECT_EQ(filesThere(), 3);
+  removeUnfinishedFiles();
+  EXPECT_TRUE(filesThere() == 1 && fs::exists(folder_ / "kept"));
+}
+
+TEST_F(SystemFilesTest, ErrorsOfOurOwnHaveTheirWords) {
+  const SystemError first = errorInWords("first"), second = errorInWords("second");
+  EXPECT_EQ(systemErrorText(first), "first");
+  EXPECT_EQ(systemErrorText(second), "second");
+  EXPECT_NE(systemErrorText(kFileTooLarge).find("4 GB"), std::string::npos);
 }
 
 TEST_F(SystemFilesTest, ReadsWholeFilesInPieces) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iterator>
 #include <map>
 #include <memory>
 #include <string>
@@ -24,6 +25,8 @@ class MemoryFiles final : public FileSystem {
   };
 
   std::map<std::string, File> files;
+  std::map<std::string, std::string>
+      otherNames;  // of files, to the name in `files`; known to identity() alone
 
   FileKind kind(const std::string& path) override {
     return files.contains(path) ? files[path].kind : FileKind::none;
@@ -33,6 +36,14 @@ class MemoryFiles final : public FileSystem {
     if (!files.contains(path)) return {};
     return {files[path].contents.size(), files[path].modified, true};
   }
+  /// Each name is a file of its own, save those in `otherNames`, which are further names of one.
+  FileIdentity identity(const std::string& path) override {
+    const auto other = otherNames.find(path);
+    const std::string& name = other == otherNames.end() ? path : other->second;
+    if (!files.contains(name)) return {};
+    return {1, static_cast<uint64_t>(std::distance(files.begin(), files.find(name))), true};
+  }
+  std::string absolute(const std::string& path) override { return path; }
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
     if (const SystemError error = next()) return error;
     if (!files.contains(path)) return notFound;

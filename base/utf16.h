@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace merivane {
+
+/// Names between their form inside, UTF-8, and the 16-bit units of a system that counts in those. File
+/// systems let half of a surrogate pair pass: it is written as the three bytes of its number, so that every
+/// name comes back as it was (the WTF-8 encoding, S. Sapin, 2018). `Unit` is char16_t, or wchar_t where that
+/// has 16 bits.
+template <typename Unit>
+std::string utf8FromUtf16(std::basic_string_view<Unit> units);
+
+/// The way back. Each byte that belongs to no character becomes U+FFFD.
+template <typename Unit>
+std::basic_string<Unit> utf16FromUtf8(std::string_view bytes);
+
+}  // namespace merivane
