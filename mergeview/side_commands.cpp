@@ -18,7 +18,22 @@ bool compare(ViewState& view, int left, int right, DiffModel& model) {
          Result::success;
 }
 
-/// The copy as an action that can be undone.
+}  // namespace
+
+bool copyOtherSide(ViewState& view, int side, SideCopy& copy) {
+  const int source = 1 - side;
+  copy.file.lineEndKind = view.file(source).lineEndKind;
+  return copy.file.text.copyFrom(view.text(source)) && compare(view, source, source, copy.model);
+}
+
+void takeCopy(ViewState& view, UndoHistory& history, int side, SideCopy&& copy) {
+  view.file(side) = std::move(copy.file);
+  view.pair().model = std::move(copy.model);
+  history.clear();
+  history.markSaved(side);
+  view.restart(side);
+}
+
 void copyAsEdit(ViewState& view, UndoHistory& history, int side) {
   const TextBuffer& source = view.text(1 - side);
   const int active = view.activeSide();
@@ -28,37 +43,9 @@ void copyAsEdit(ViewState& view, UndoHistory& history, int side) {
   if (performEdit(view, history, std::move(edit))) view.changes().everything = true;
 }
 
-}  // namespace
-
-bool canReplaceSide(const ViewState& view, int side) { return !view.file(side).readOnly; }
-
-void replaceSide(ViewState& view, UndoHistory& history, int side, ReplaceOwner& owner) {
-  if (!canReplaceSide(view, side) || !owner.mayReplace()) return;
-  const int source = 1 - side;
-  EditedFile& target = view.file(side);
-  const EditedFile& other = view.file(source);
-  TextBuffer copy;
-  DiffModel model;
-  if (!copy.copyFrom(other.text) || !compare(view, source, source, model)) {
-    return view.host().reportOutOfMemory();
-  }
-  if (!owner.saveText(side, copy, other.lineEndKind)) return copyAsEdit(view, history, side);
-
-  target.text = std::move(copy);
-  target.lineEndKind = other.lineEndKind;
-  view.pair().model = std::move(model);
-  history.clear();
-  history.markSaved(side);
-  view.restart(side);
-  owner.onSideSaved(side);
-}
-
 bool switchSides(ViewState& view, UndoHistory& history) {
   DiffModel model;
-  if (!compare(view, 1, 0, model)) {
-    view.host().reportOutOfMemory();
-    return false;
-  }
+  if (!compare(view, 1, 0, model)) return false;
   view.swapSides(std::move(model));
   history.swapSides();
   return true;

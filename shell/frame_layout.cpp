@@ -48,4 +48,9 @@ SplitLayout layOutSplit(const FrameMetrics& metrics, int32_t leftPaneEnd, int32_
   return layout;
 }
 
+std::array<int32_t, 4> statusPartEdges(int32_t width, int32_t resolution) {
+  const auto fromRight = [&](int32_t pixels) { return width - pixels * resolution / 96; };
+  return {fromRight(375), fromRight(215), fromRight(140), width};
+}
+
 }  // namespace merivane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 namespace merivane {
@@ -50,5 +51,10 @@ struct SplitLayout {
 
 /// The left pane ends at `leftPaneEnd`, the right one begins at `rightPaneStart`, in the view.
 SplitLayout layOutSplit(const FrameMetrics& metrics, int32_t leftPaneEnd, int32_t rightPaneStart);
+
+/// The right edges of the status bar's four parts in a window of this width in pixels, without the size
+/// grip's while the window is not maximized, on a screen of so many pixels an inch. The second part holds the
+/// caret's place.
+std::array<int32_t, 4> statusPartEdges(int32_t width, int32_t resolution);
 
 }  // namespace merivane

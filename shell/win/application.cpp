@@ -5,7 +5,6 @@
 #include "base/win/messages.h"
 #include "base/win/window.h"
 #include "shell/command_line.h"
-#include "shell/name_box.h"
 #include "shell/win/shell_utilities.h"
 #include "shell/win/system_facts.h"
 
@@ -65,12 +64,8 @@ void Application::route(MSG& message) {
   DispatchMessageA(&message);
 }
 
-std::string Application::boxText(int side) const {
-  return store_.GetString(boxTextKey(kFileBoxNames[side])).value_or("");
-}
-
-void Application::keepBoxTexts(const std::string (&names)[2]) {
-  for (const int side : {0, 1}) store_.SetString(boxTextKey(kFileBoxNames[side]), names[side]);
+SessionWorld Application::sessionWorld() {
+  return {systemFiles(), settings, store_, ResolveShortcut, dateAndTime};
 }
 
 void Application::end() {

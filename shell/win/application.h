@@ -5,6 +5,7 @@
 #include <string>
 
 #include "shell/settings.h"
+#include "shell/text_session.h"
 #include "shell/win/find_dialog.h"
 #include "shell/win/open_windows.h"
 #include "shell/win/printer_setup.h"
@@ -30,9 +31,8 @@ class Application {
   /// Writes the settings.
   void keepSettings() { SaveSettings(store_, settings); }
 
-  /// What the name boxes of a text window held when two files were last compared.
-  std::string boxText(int side) const;
-  void keepBoxTexts(const std::string (&names)[2]);
+  /// What the windows' sessions share.
+  SessionWorld sessionWorld();
 
   Settings settings;
   PrinterSetup printer;

@@ -1,17 +1,17 @@
 #include "shell/win/compare_window.h"
 
+#include <utility>
 #include <vector>
 
 #include "base/win/gdi.h"
 #include "base/win/messages.h"
-#include "engine/text_document.h"
 #include "shell/command_table.h"
-#include "shell/status_text.h"
 #include "shell/win/application.h"
 #include "shell/win/drops.h"
+#include "shell/win/export_dialog.h"
+#include "shell/win/file_dialogs.h"
 #include "shell/win/registered_messages.h"
 #include "shell/win/system_facts.h"
-#include "shell/window_title.h"
 
 namespace merivane {
 namespace {
@@ -35,7 +35,10 @@ void showState(HMENU menu, UINT item, const CommandState& state) {
 }  // namespace
 
 CompareWindow::CompareWindow(Application& application)
-    : application_(application), frame_(application.settings, *this, history_), view_(frame_.view.state()) {}
+    : application_(application),
+      frame_(application.settings, *this, history_),
+      view_(frame_.view.state()),
+      session_(*this, application.sessionWorld(), view_, history_) {}
 
 CompareWindow::~CompareWindow() { destroy(); }
 
@@ -90,7 +93,7 @@ LRESULT CompareWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
 
 bool CompareWindow::onCreate() {
   if (!frame_.create(handle())) return false;
-  for (const int side : {0, 1}) setName(side, application_.boxText(side));
+  session_.restoreNames();
   applySettings();
   AddClipboardFormatListener(handle());
   return true;
@@ -217,17 +220,8 @@ void CompareWindow::refresh() {
   SetWindowTextA(handle(), title().c_str());
   application_.windows.BuildWindowMenu(*this, windowMenu());
   updateToolBar();
-  std::string lineEnds;
-  std::string differences;
-  if (!fresh_) {
-    const auto kindName = [this](int side) {
-      return std::string(lineEndKindName(view_.file(side).lineEndKind));
-    };
-    lineEnds = kindName(0) + ", " + kindName(1);
-    differences = summaryText(view_.model());
-  }
-  frame_.statusBar.setText(StatusBar::lineEnds, lineEnds);
-  frame_.statusBar.setText(StatusBar::differences, differences);
+  frame_.statusBar.setText(StatusBar::lineEnds, session_.lineEndText());
+  frame_.statusBar.setText(StatusBar::differences, session_.differencesText());
 }
 
 void CompareWindow::updateToolBar() {
@@ -235,16 +229,11 @@ void CompareWindow::updateToolBar() {
   frame_.toolBar.update([&](Command command) { return stateOf(command, now); });
 }
 
-std::string CompareWindow::title() const { return windowTitle({titleSide(0), titleSide(1)}); }
-
 // What the panes tell.
 
 void CompareWindow::onViewChanges(const ViewChanges& changes) {
   const bool all = changes.everything;
-  if (changes.history) {
-    fresh_ = false;
-    frame_.summary.setBlank(false);
-  }
+  if (all || changes.history) frame_.summary.setBlank(!session_.showsComparison());
   if (all) frame_.summary.refresh();
   if (all || changes.edges || changes.scrolled || changes.scrollRanges) frame_.followPanes();
   if (all || changes.caret) showCaretPlace();
@@ -257,9 +246,7 @@ void CompareWindow::onViewChanges(const ViewChanges& changes) {
 
 void CompareWindow::showCaretPlace() {
   frame_.summary.moveCaretMarker();
-  const uint32_t row = view_.caretRow();
-  const uint32_t line = view_.model().lineNumber(view_.activeSide(), row);
-  frame_.statusBar.setText(StatusBar::caret, caretText(row, line, view_.caretColumn()));
+  frame_.statusBar.setText(StatusBar::caret, session_.caretText());
 }
 
 void CompareWindow::onPaneMenu(int side, POINT screen) {
@@ -287,6 +274,66 @@ void CompareWindow::onDropFiles(HDROP drop) {
     case TextWindowDrop::compareFolders:  // beeps until there are folder windows
     case TextWindowDrop::nothing: MessageBeep(MB_OK); break;
   }
+}
+
+// Comparing and closing.
+
+void CompareWindow::compare(const std::string& left, const std::string& right) {
+  setName(0, left);
+  setName(1, right);
+  lastFocus_ = frame_.view.handle();
+  SetForegroundWindow(handle());
+  SetFocus(handle());
+  UpdateWindow(handle());
+  SendMessageA(handle(), WM_COMMAND, static_cast<WPARAM>(Command::refresh), 0);
+}
+
+void CompareWindow::onClose() {
+  if (!session_.mayClose()) return;
+  waitDialog_.abandon();
+  DestroyWindow(handle());
+}
+
+// Logging off is not closing this window: what was not saved is asked about whatever the settings.
+bool CompareWindow::onQueryEndSession() { return session_.offerToSave(); }
+
+// The program is ended without further notice when the user logs off.
+void CompareWindow::onEndSession(bool ending) {
+  if (ending) application_.keepSettings();
+}
+
+// What the session asks for.
+
+std::string CompareWindow::name(int side) const { return frame_.nameBoxes[side].text(); }
+
+Answer CompareWindow::ask(const Question& question) {
+  frame_.view.applyChanges();
+  UINT style = question.cancel ? MB_YESNOCANCEL : MB_YESNO;
+  style |= question.warning ? MB_ICONWARNING | MB_DEFBUTTON2 : MB_ICONQUESTION;
+  switch (showMessage(handle(), question.text, style)) {
+    case IDYES: return Answer::yes;
+    case IDNO: return Answer::no;
+    default: return Answer::cancel;
+  }
+}
+
+void CompareWindow::report(const std::string& message, ReportKind kind) {
+  frame_.view.applyChanges();
+  showMessage(handle(), message, MB_OK | (kind == ReportKind::error ? MB_ICONERROR : MB_ICONINFORMATION));
+}
+
+void CompareWindow::reportOutOfMemory() { merivane::reportOutOfMemory(); }
+
+void CompareWindow::startJob(Work work, WhenWorkEnds whenEnded) {
+  waitDialog_.start(handle(), std::move(work), std::move(whenEnded));
+}
+
+std::optional<std::string> CompareWindow::chooseSaveFile(const std::string& title, const std::string& name) {
+  return merivane::chooseSaveFile(handle(), title, name);
+}
+
+std::optional<ExportChoice> CompareWindow::chooseExport(const ExportChoice& choice) {
+  return ExportDialog(choice).run(handle());
 }
 
 }  // namespace merivane

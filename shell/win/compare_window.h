@@ -6,16 +6,16 @@
 #include <shellapi.h>
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
 #include "base/texts.h"
 #include "base/win/window.h"
 #include "mergeview/merge_commands.h"
-#include "mergeview/side_commands.h"
 #include "mergeview/undo_history.h"
-#include "shell/close_rules.h"
 #include "shell/menu_state.h"
+#include "shell/text_session.h"
 #include "shell/win/compare_frame.h"
 #include "shell/win/wait_dialog.h"
 #include "shell/window_placement.h"
@@ -26,12 +26,9 @@ class Application;
 
 /// A text window: two files, their comparison and the frame around it.
 ///
-/// compare_window.cpp holds the window itself, compare_window_commands.cpp what its commands do, and
-/// compare_window_files.cpp comparing, saving, exporting and closing.
-class CompareWindow final : public Window,
-                            private TextViewOwner,
-                            private ReplaceOwner,
-                            private ClosingWindow {
+/// compare_window.cpp holds the window itself, compare_window_commands.cpp what its commands do. What is
+/// decided about the files is the session's; the window only shows its questions and texts.
+class CompareWindow final : public Window, private TextViewOwner, private TextSessionHost {
  public:
   explicit CompareWindow(Application& application);
   ~CompareWindow() override;
@@ -45,12 +42,12 @@ class CompareWindow final : public Window,
   void compare(const std::string& left, const std::string& right);
 
   /// Puts a name into a side's box.
-  void setName(int side, const std::string& name);
+  void setName(int side, const std::string& name) override;
 
   /// No comparison has been shown yet, and nothing has been typed.
-  bool isFresh() const { return fresh_; }
+  bool isFresh() const { return session_.isFresh(); }
 
-  std::string title() const;
+  std::string title() const { return session_.title(); }
 
   /// Title, Window menu, tool bar and status bar follow what has happened.
   void refresh();
@@ -100,47 +97,31 @@ class CompareWindow final : public Window,
   void numberLines(LineNumbers kind);
   void browse(int side);
   void goUpOneFolder(int side);
-  std::string activePath() const;
+  std::string activePath() const { return session_.sideName(view_.activeSide()); }
   void copy(BlockKind kind, int to) { copyBlock(view_, history_, kind, to); }
   void search(bool forwards);
   void onFind(const FINDREPLACEA& request);
-  void switchSides();
 
-  // Files.
-  void startComparison();
-  struct Run;
-  void onCompared(const Outcome& outcome, Run& run);
-  void showComparison(const Outcome& outcome, Run& run);
-  bool mayClose();
+  // What the session asks for.
+  std::string name(int side) const override;
+  Answer ask(const Question& question) override;
+  void report(const std::string& message, ReportKind kind) override;
+  void reportOutOfMemory() override;
+  void startJob(Work work, WhenWorkEnds whenEnded) override;
+  std::optional<std::string> chooseSaveFile(const std::string& title, const std::string& name) override;
+  std::optional<ExportChoice> chooseExport(const ExportChoice& choice) override;
+
   void onClose();
   bool onQueryEndSession();
   void onEndSession(bool ending);
-  TitleSide titleSide(int side) const;
-  std::string nameOf(int side) const;
-  bool saveSide(int side);
-  void saveAll();
-  bool mayOverwrite(int side, const std::string& path);
-  bool warn(TextId question, const std::string& path) const;
-  bool write(int side, const std::string& path);
-  void showSaved();
-  bool reportSaved(SystemError error) const;
-  void exportResults();
-  bool mayReplace() override;
-  bool saveText(int side, const TextBuffer& text, LineEndKind kind) override;
-  void onSideSaved(int side) override;
-  TitleSide side(int side) override { return titleSide(side); }
-  CloseAnswer ask(const std::string& question) override;
-  bool save(int side, const std::string& path) override;
-  bool saveAs(int side, const char* title) override;
-  bool saveAs(int side);
 
   Application& application_;
   UndoHistory history_;
   CompareFrame frame_;
   ViewState& view_;
+  TextSession session_;
   HWND lastFocus_ = nullptr;  // the child that has the focus whenever the window is active
 
-  bool fresh_ = true;
   WaitDialog waitDialog_;
 };
 

@@ -20,7 +20,7 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
   using W = CompareWindow;
   static constexpr Handler rows[] = {
       {Command::newTextWindow, [](W& w) { w.application_.windows.NewTextWindow(); }},
-      {Command::exportResults, [](W& w) { w.exportResults(); }},
+      {Command::exportResults, [](W& w) { w.session_.exportResults(); }},
       {Command::close, [](W& w) { PostMessageA(w.handle(), WM_CLOSE, 0, 0); }},
       {Command::exit, [](W& w) { w.application_.windows.closeAll(); }},
 
@@ -34,8 +34,8 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
       {Command::find, [](W& w) { w.application_.findDialog.open(w.handle()); }},
       {Command::findNext, [](W& w) { w.search(true); }},
       {Command::findPrev, [](W& w) { w.search(false); }},
-      {Command::replaceLeft, [](W& w) { replaceSide(w.view_, w.history_, 0, w); }},
-      {Command::replaceRight, [](W& w) { replaceSide(w.view_, w.history_, 1, w); }},
+      {Command::replaceLeft, [](W& w) { w.session_.replace(0); }},
+      {Command::replaceRight, [](W& w) { w.session_.replace(1); }},
 
       {Command::viewToolBar, [](W& w) { w.toggle(&Settings::viewToolBar); }},
       {Command::viewStatusBar, [](W& w) { w.toggle(&Settings::viewStatusBar); }},
@@ -48,8 +48,8 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
       {Command::switchPane, [](W& w) { switchPane(w.view_); }},
       {Command::prevDiff, [](W& w) { goToPreviousDifference(w.view_); }},
       {Command::nextDiff, [](W& w) { goToNextDifference(w.view_); }},
-      {Command::refresh, [](W& w) { w.startComparison(); }},
-      {Command::switchSides, [](W& w) { w.switchSides(); }},
+      {Command::refresh, [](W& w) { w.session_.compare(); }},
+      {Command::switchSides, [](W& w) { w.session_.switchSides(); }},
 
       {Command::cascade, [](W& w) { w.application_.windows.cascade(); }},
       {Command::tileHorizontally, [](W& w) { w.application_.windows.tile(true); }},
@@ -60,9 +60,9 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
       {Command::upOneFolderLeft, [](W& w) { w.goUpOneFolder(0); }},
       {Command::upOneFolderRight, [](W& w) { w.goUpOneFolder(1); }},
 
-      {Command::save, [](W& w) { w.saveSide(w.view_.activeSide()); }},
-      {Command::saveAs, [](W& w) { w.saveAs(w.view_.activeSide()); }},
-      {Command::saveAll, [](W& w) { w.saveAll(); }},
+      {Command::save, [](W& w) { w.session_.save(w.view_.activeSide()); }},
+      {Command::saveAs, [](W& w) { w.session_.saveAs(w.view_.activeSide()); }},
+      {Command::saveAll, [](W& w) { w.session_.saveAll(); }},
       {Command::copyLineLeft, [](W& w) { w.copy(BlockKind::line, 0); }},
       {Command::copyLineRight, [](W& w) { w.copy(BlockKind::line, 1); }},
       {Command::deleteLine, [](W& w) { deleteBlock(w.view_, w.history_, BlockKind::line); }},
@@ -142,7 +142,7 @@ void CompareWindow::onNameBox(int side, int code) {
     case kNameBoxDropped:
       // In a window that shows a comparison the new file takes the old one's place; in a fresh one the
       // other file may still be to come.
-      if (!fresh_) run(Command::refresh);
+      if (!isFresh()) run(Command::refresh);
       break;
   }
 }
@@ -196,15 +196,5 @@ void CompareWindow::search(bool forwards) {
 void CompareWindow::onFind(const FINDREPLACEA& request) {
   if (application_.findDialog.takeRequest(request)) search(application_.settings.findDownwards);
 }
-
-// What is on a side goes along with it: the text and the names of its file.
-void CompareWindow::switchSides() {
-  const std::string names[2] = {frame_.nameBoxes[0].text(), frame_.nameBoxes[1].text()};
-  if (!merivane::switchSides(view_, history_)) return;
-  for (const int side : {0, 1}) frame_.nameBoxes[side].setText(names[1 - side]);
-  refresh();
-}
-
-std::string CompareWindow::activePath() const { return nameOf(view_.activeSide()); }
 
 }  // namespace merivane

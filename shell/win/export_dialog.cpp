@@ -14,7 +14,10 @@ constexpr int browseButton = 104;
 
 }  // namespace
 
-bool ExportDialog::run(HWND owner) { return Dialog::run(dialogNumber, owner) == IDOK; }
+std::optional<ExportChoice> ExportDialog::run(HWND owner) {
+  if (Dialog::run(dialogNumber, owner) != IDOK) return std::nullopt;
+  return choice_;
+}
 
 LRESULT ExportDialog::onMessage(UINT message, WPARAM wParam, LPARAM) {
   switch (message) {
@@ -25,8 +28,8 @@ LRESULT ExportDialog::onMessage(UINT message, WPARAM wParam, LPARAM) {
 }
 
 BOOL ExportDialog::onInitDialog() {
-  CheckRadioButton(handle(), firstScope, lastScope, firstScope + settings_.exportHow);
-  SetDlgItemTextA(handle(), fileEdit, settings_.exportResults.c_str());
+  CheckRadioButton(handle(), firstScope, lastScope, firstScope + static_cast<int>(choice_.scope));
+  SetDlgItemTextA(handle(), fileEdit, choice_.path.c_str());
   onEdit();
   centre();
   return TRUE;
@@ -56,9 +59,11 @@ BOOL ExportDialog::onBrowse() {
 BOOL ExportDialog::onOk() {
   // The Enter key asks for a button that is greyed, too.
   if (fileName().empty()) return TRUE;
-  settings_.exportResults = fileName();
+  choice_.path = fileName();
   for (int scope = firstScope; scope <= lastScope; ++scope) {
-    if (IsDlgButtonChecked(handle(), scope) == BST_CHECKED) settings_.exportHow = scope - firstScope;
+    if (IsDlgButtonChecked(handle(), scope) == BST_CHECKED) {
+      choice_.scope = static_cast<ExportScope>(scope - firstScope);
+    }
   }
   return EndDialog(handle(), IDOK);
 }

@@ -1,18 +1,21 @@
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "base/win/dialog.h"
-#include "shell/settings.h"
+#include "shell/text_session.h"
 
 namespace merivane {
 
-/// Asks what of a comparison to export, and into which file. Both are kept in the settings.
+/// Asks what of a comparison to export, and into which file.
 class ExportDialog final : public Dialog {
  public:
-  explicit ExportDialog(Settings& settings) : settings_(settings) {}
+  explicit ExportDialog(const ExportChoice& choice) : choice_(choice) {}
   ~ExportDialog() override { destroy(); }
 
-  /// True when the user wants the export that the settings now describe.
-  bool run(HWND owner);
+  /// None when cancelled.
+  std::optional<ExportChoice> run(HWND owner);
 
  private:
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -23,7 +26,7 @@ class ExportDialog final : public Dialog {
   BOOL onOk();
   std::string fileName() const;
 
-  Settings& settings_;
+  ExportChoice choice_;
 };
 
 }  // namespace merivane

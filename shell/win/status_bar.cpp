@@ -7,7 +7,7 @@
 #include "base/win/gdi.h"
 #include "base/win/messages.h"
 #include "base/win/window.h"
-#include "shell/status_text.h"
+#include "shell/frame_layout.h"
 
 namespace merivane {
 

@@ -184,49 +184,30 @@ TEST_F(DocumentFileTest, AFailedSaveLeavesTheFileWholeAndASideKnowsItsFileAgain)
   EXPECT_FALSE(changed()) << "nobody's work is in the way";
 }
 
-class SideCommandsTest : public testing::Test, protected ReplaceOwner {
+class SideCommandsTest : public testing::Test {
  protected:
   SideCommandsTest() {
     files[1].lineEndKind = LineEndKind::lf;
     run.press("down right right x");
   }
-  void replace() { replaceSide(run.view(), run.history(), 0, *this); }
-  bool mayReplace() override { return ++asked, agrees; }
-  bool saveText(int side, const TextBuffer& text, LineEndKind kind) override {
-    EXPECT_TRUE(side == 0 && kind == LineEndKind::lf);
-    written = text.size();
-    return writes;
-  }
-  void onSideSaved(int) override { ++saved; }
 
   EditRun run{"a\nb\nc\n", "a\nd\n"};
   EditedFile (&files)[2] = run.view().pair().files;
-  bool agrees = true, writes = true;
-  int asked = 0, saved = 0;
-  uint32_t written = 0;
 };
 
-TEST_F(SideCommandsTest, ReplacesASideAndItsFile) {
-  const std::string before = run.state();
-  agrees = false;
-  replace();
-  agrees = files[0].readOnly = true;
-  replace();
-  EXPECT_EQ(run.state(), before);
-  EXPECT_EQ(asked, 1) << "a side that may not be written is not asked for";
-  files[0].readOnly = false;
-
+TEST_F(SideCommandsTest, ACopyTakesASidesPlaceOrIsAnEdit) {
   run.press("switch-pane");
-  replace();
-  EXPECT_TRUE(written == 4 && saved == 1 && files[0].lineEndKind == LineEndKind::lf);
+  SideCopy copy;
+  ASSERT_TRUE(copyOtherSide(run.view(), 0, copy));
+  takeCopy(run.view(), run.history(), 0, std::move(copy));
+  EXPECT_EQ(files[0].lineEndKind, LineEndKind::lf);
   EXPECT_EQ(run.state() + run.fault(), EditRun("a\nd\n", "a\nd\n").state());
-}
 
-TEST_F(SideCommandsTest, ACopyThatCannotBeWrittenIsAnEdit) {
-  writes = false;
-  replace();
-  EXPECT_TRUE(run.text(0) == "a\nd\n" && run.history().isModified(0));
-  EXPECT_TRUE(files[0].lineEndKind == LineEndKind::crLf && saved == 0);
+  run.load("a\nb\nc\n", "a\nd\n");
+  copyAsEdit(run.view(), run.history(), 0);
+  EXPECT_EQ(run.text(0), "a\nd\n");
+  EXPECT_TRUE(run.history().isModified(0));
+  EXPECT_EQ(files[0].lineEndKind, LineEndKind::crLf);
   EXPECT_EQ(run.undoAndRedoAll(), "");
 }
 
@@ -240,17 +221,6 @@ TEST_F(SideCommandsTest, SwitchedSidesAreThoseOfAComparisonThatWayRound) {
   EXPECT_EQ(files[0].path + ' ' + files[1].path, "right left");
   EXPECT_TRUE(files[0].lineEndKind == LineEndKind::lf && files[0].stamp.exists);
   EXPECT_EQ(run.undoAndRedoAll(), "");
-}
-
-TEST_F(SideCommandsTest, WithoutMemoryNothingIsWrittenOrChanged) {
-  const std::string before = run.state();
-  for (int failing = 0; saved == 0; ++failing) {
-    EXPECT_EQ(run.host().outOfMemory, failing);
-    EXPECT_EQ(written, 0u);
-    EXPECT_EQ(run.state(), before);
-    const AllocationFailure failure(static_cast<uint32_t>(failing), AllocationFailure::once);
-    replace();
-  }
 }
 
 TEST(TextBuffer, BehavesAsAStringOnRandomOperations) {

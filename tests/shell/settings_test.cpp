@@ -8,6 +8,7 @@
 
 #include "shell/name_box.h"
 #include "shell/settings_table.h"
+#include "tests/support/memory_values.h"
 #include "tests/support/random.h"
 
 namespace merivane {
@@ -15,23 +16,6 @@ namespace {
 
 using namespace std::string_literals;
 using testing::ElementsAre;
-
-/// A key in memory.
-class MemoryValues final : public ValueStore {
- public:
-  std::optional<std::string> read(const std::string& name) const override {
-    const auto found = values.find(name);
-    return found == values.end() ? std::nullopt : std::optional(found->second.second);
-  }
-  bool write(const std::string& name, ValueType type, std::string_view bytes) override {
-    if (!readOnly) values[name] = {type, std::string(bytes)};
-    return !readOnly;
-  }
-  bool writable() const override { return !readOnly; }
-
-  std::map<std::string, std::pair<ValueType, std::string>> values;
-  bool readOnly = false;
-};
 
 class SettingsTest : public testing::Test {
  protected:

@@ -1,15 +1,10 @@
-// The rules of windows: where they open, what is laid out in them, which of them a comparison goes to, what
-// their titles say and what is asked before they close.
+// The rules of windows: where they open, what is laid out in them and which of them a comparison goes to.
 
 #include <gtest/gtest.h>
 
-#include "engine/diff_model.h"
-#include "shell/close_rules.h"
 #include "shell/frame_layout.h"
-#include "shell/status_text.h"
 #include "shell/window_list.h"
 #include "shell/window_placement.h"
-#include "shell/window_title.h"
 
 namespace merivane {
 namespace {
@@ -128,61 +123,6 @@ TEST(WindowList, OnlyPairsOfAKindAreCompared) {
   for (const Kinds& items : {Kinds(), {file, folder}, {none, none}, {file, file, file}}) {
     EXPECT_EQ(textWindowDrop(items), TextWindowDrop::nothing) << items.size();
   }
-}
-
-TEST(WindowTexts, TellTheNamesOfBothSidesAndThePlaceOfTheCaret) {
-  const TitleSide none, typedFolder{"", "C:\\dir\\", false}, typed{"", "100%1.txt", false},
-      badName{"", "a?b", true}, saved{"C:\\x\\a.c", "C:\\typed.c", true};
-  EXPECT_EQ(windowTitle({none, saved}), "Merivane - [<no file>, a.c*]");
-  EXPECT_EQ(windowTitle({typed, badName}), "Merivane - [100%1.txt, <no file>*]");
-  EXPECT_EQ(windowTitle({typedFolder, typed}), "Merivane - [<no file>, 100%1.txt]");
-  EXPECT_EQ(caretText(0, 0, 0), "Virt 1, Ln 1, Col 1");
-  EXPECT_EQ(caretText(41, kNoLine, 6), "Virt 42, Ln 0, Col 7") << "a filler";
-}
-
-/// Answers as told and writes down what it was asked to do.
-struct ScriptedWindow final : ClosingWindow {
-  TitleSide side(int side) override { return sides[side]; }
-  CloseAnswer ask(const std::string& question) override {
-    log += question + "\n";
-    return answers[asked++];
-  }
-  bool save(int side, const std::string& path) override {
-    log += "save " + std::to_string(side) + " " + path + "\n";
-    return saves;
-  }
-  bool saveAs(int side, const char* title) override { return save(side, title); }
-
-  TitleSide sides[2] = {{"C:\\l.txt", "", true}, {"", "typed?", true}};
-  std::vector<CloseAnswer> answers;
-  bool saves = true;
-  size_t asked = 0;
-  std::string log;
-};
-
-TEST(Closing, AsksForEachSideInTurn) {
-  using enum CloseAnswer;
-  const std::string left = "Save changes to C:\\l.txt?\n", right = "Save changes to typed??\n",
-                    saveLeft = "save 0 C:\\l.txt\n", saveRight = "save 1 Save Right File\n";
-  // What is answered, whether saving succeeds, and whether the window closes.
-  const std::tuple<std::vector<CloseAnswer>, bool, bool, std::string> cases[] = {
-      {{no, no}, true, true, left + right},   {{no, cancel}, true, false, left + right},
-      {{cancel}, true, false, left},          {{yes, yes}, true, true, left + saveLeft + right + saveRight},
-      {{yes}, false, false, left + saveLeft}, {{no, yes}, false, false, left + right + saveRight}};
-  for (const auto& [answers, saves, closes, log] : cases) {
-    ScriptedWindow window;
-    window.answers = answers;
-    window.saves = saves;
-    EXPECT_EQ(mayClose(window, true), closes);
-    EXPECT_EQ(window.log, log);
-  }
-  ScriptedWindow window;
-  EXPECT_TRUE(mayClose(window, false));
-  window.sides[0] = {"", "", true};
-  window.sides[1].modified = false;
-  window.answers = {yes};
-  EXPECT_TRUE(mayClose(window, true));
-  EXPECT_EQ(window.log, "Save changes to <no file>?\nsave 0 Save Left File\n");
 }
 
 }  // namespace

@@ -47,7 +47,7 @@ constexpr EditCommand kCommands[] = {
     {"clip-line", [](V& v, H&) { blockToClipboard(v, kLine); }},
     {"clip-block", [](V& v, H&) { blockToClipboard(v, kBlock); }},
     {"select-all", [](V& v, H&) { selectAll(v); }},
-    {"switch-sides", [](V& v, H& h) { switchSides(v, h); }},
+    {"switch-sides", [](V& v, H& h) { switchSides(v, h) ? void() : v.host().reportOutOfMemory(); }},
     {"switch-pane", [](V& v, H&) { switchPane(v); }},
     {"next-difference", [](V& v, H&) { goToNextDifference(v); }},
     {"previous-difference", [](V& v, H&) { goToPreviousDifference(v); }},

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+
+#include "base/work.h"
+
+namespace merivane {
+
+/// Something the user is asked with Yes and No.
+struct Question {
+  std::string text;
+  bool cancel = false;   // Cancel is offered, too
+  bool warning = false;  // with the sign of a warning, and No is what Enter chooses
+};
+
+enum class Answer { yes, no, cancel };
+
+enum class ReportKind { information, error };
+
+/// What a comparison needs of the window that shows it, whatever it compares. Nothing here calls back into
+/// the session, save the end of a job, and everything may throw std::bad_alloc.
+class SessionHost {
+ public:
+  virtual ~SessionHost() = default;
+
+  /// What stands in a side's name box.
+  virtual std::string name(int side) const = 0;
+  virtual void setName(int side, const std::string& name) = 0;
+
+  virtual Answer ask(const Question& question) = 0;
+  virtual void report(const std::string& message, ReportKind kind) = 0;
+  virtual void reportOutOfMemory() = 0;
+
+  /// Has work done on a thread of its own while the user waits and may cancel. `whenEnded` is called after
+  /// this call has returned, unless the window closes before.
+  virtual void startJob(Work work, WhenWorkEnds whenEnded) = 0;
+};
+
+}  // namespace merivane

@@ -1,0 +1,138 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "base/file_system.h"
+#include "base/texts.h"
+#include "display/sections.h"
+#include "engine/comparison.h"
+#include "mergeview/undo_history.h"
+#include "mergeview/view_state.h"
+#include "shell/session_host.h"
+#include "shell/settings.h"
+#include "shell/settings_store.h"
+
+namespace merivane {
+
+/// What to export, and into which file.
+struct ExportChoice {
+  ExportScope scope = ExportScope::everything;
+  std::string path;
+};
+
+/// What a comparison of two files needs of its window besides.
+class TextSessionHost : public SessionHost {
+ public:
+  /// Asks where to save, starting from `name`, and before an existing file is written over. None when
+  /// cancelled.
+  virtual std::optional<std::string> chooseSaveFile(const std::string& title, const std::string& name) = 0;
+
+  /// Asks what to export, starting from `choice`. None when cancelled.
+  virtual std::optional<ExportChoice> chooseExport(const ExportChoice& choice) = 0;
+};
+
+/// What sessions share with the rest of the program.
+struct SessionWorld {
+  FileSystem& files;
+  Settings& settings;
+  SettingsStore& store;                                     // keeps the names in the boxes for the next run
+  std::string (*resolveShortcut)(const std::string& path);  // called on a job's thread
+  std::string (*dateAndTime)();
+};
+
+/// The comparison of two files: it compares, saves, replaces and exchanges sides, exports, and decides what
+/// is asked before something would be lost. The view shows its texts; the history has what was done to them.
+///
+/// What fails is reported to the user and leaves everything as it was, unless it says otherwise. Where memory
+/// runs out that is either reported or thrown as std::bad_alloc.
+class TextSession {
+ public:
+  TextSession(TextSessionHost& host, const SessionWorld& world, ViewState& view, UndoHistory& history);
+
+  // What the window shows.
+
+  /// "Merivane - [a.txt, b.txt*]": the file names without their folders, a star after one with unsaved
+  /// changes,
+  /// "<no file>" for a name that is no path of a file.
+  std::string title() const;
+
+  /// The path that a side was loaded from or saved to, else what stands in its name box; may be empty.
+  std::string sideName(int side) const;
+
+  /// No comparison has been shown yet, and nothing has been typed.
+  bool isFresh() const { return fresh_ && !isEdited(); }
+
+  /// The panes hold texts that were compared, and not just what a failed comparison leaves.
+  bool showsComparison() const { return shown_ || isEdited(); }
+
+  /// "DOS, UNIX", and "Diffs: 4, Lines: 11"; empty while the session is fresh.
+  std::string lineEndText() const;
+  std::string differencesText() const;
+
+  /// Where the caret stands: "Virt 1, Ln 1, Col 1", the line number 0 in a filler.
+  std::string caretText() const;
+
+  // Comparing.
+
+  /// Puts the names of the last comparison into the boxes.
+  void restoreNames();
+
+  /// Compares the files that the boxes name. As they are read anew, unsaved changes are offered to be saved
+  /// first whatever the settings. Nothing happens while a comparison is running. In the end the result is
+  /// shown, or two empty texts and what went wrong. Files that are compared again keep their place.
+  void compare();
+
+  // Saving. Each returns whether the file was written; when not, the user knows why.
+
+  /// Writes a side to its path; asks for one if the side has none, as a name that was only typed may be that
+  /// of a file which the text did not come from.
+  bool save(int side);
+  bool saveAs(int side);
+
+  /// Saves the sides with unsaved changes, the left one first, up to one that was not written.
+  void saveAll();
+
+  // Whole sides.
+
+  /// Makes a side a copy of the other and writes its file at once, after a question as that cannot be undone.
+  /// A copy that cannot be written becomes an edit like any other.
+  void replace(int side);
+
+  /// Exchanges the sides with all that belongs to them.
+  void switchSides();
+
+  void exportResults();
+
+  // Closing.
+
+  /// Whether the window may close: unsaved changes are offered to be saved if the settings want that, and are
+  /// lost otherwise.
+  bool mayClose();
+
+  /// Offers to save each side with unsaved changes, the left one first. False when the user cancels, or wants
+  /// a side saved and it cannot be.
+  bool offerToSave();
+
+ private:
+  struct Comparison;
+
+  bool isEdited() const { return history_.canUndo() || history_.canRedo(); }
+  void onCompared(const Outcome& outcome, Comparison& comparison);
+  void show(const Outcome& outcome, Comparison& comparison);
+  bool saveTo(int side, const std::string& path);
+  bool write(int side, const std::string& path);
+  bool mayOverwrite(int side, const std::string& path);
+  bool wasSaved(SystemError error);
+  bool warn(TextId question, const std::string& path);
+
+  TextSessionHost& host_;
+  const SessionWorld world_;
+  ViewState& view_;
+  UndoHistory& history_;
+  bool fresh_ = true;
+  bool shown_ = false;
+  bool comparing_ = false;
+};
+
+}  // namespace merivane

@@ -1,0 +1,492 @@
+// The comparison of two files without its window: every question and message, what is written where, and what
+// is left where a step or the memory fails.
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <new>
+
+#include "base/texts.h"
+#include "shell/text_session.h"
+#include "tests/support/edit_run.h"
+#include "tests/support/failing_allocator.h"
+#include "tests/support/memory_files.h"
+#include "tests/support/memory_values.h"
+
+namespace merivane {
+namespace {
+
+/// Answers as told and writes down what it was asked to do.
+class FakeWindow final : public TextSessionHost {
+ public:
+  std::string name(int side) const override { return names[side]; }
+  void setName(int side, const std::string& name) override { names[side] = name; }
+  Answer ask(const Question& question) override {
+    log += (question.warning  ? "warn: "
+            : question.cancel ? "ask or cancel: "
+                              : "ask: ") +
+           question.text + "\n";
+    if (answers.empty()) return Answer::cancel;
+    const Answer answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
+  void report(const std::string& message, ReportKind kind) override {
+    log += (kind == ReportKind::error ? "error: " : "tell: ") + message + "\n";
+  }
+  void reportOutOfMemory() override { ++outOfMemory; }
+  void startJob(Work work, WhenWorkEnds whenEnded) override {
+    job = std::move(work);
+    whenJobEnds = std::move(whenEnded);
+  }
+  std::optional<std::string> chooseSaveFile(const std::string& title, const std::string& name) override {
+    log += title + " from " + name + "\n";
+    return chosen;
+  }
+  std::optional<ExportChoice> chooseExport(const ExportChoice& choice) override {
+    log += "export from " + choice.path + "\n";
+    if (!chosen) return std::nullopt;
+    return ExportChoice{ExportScope::differences, *chosen};
+  }
+
+  std::string names[2];
+  std::deque<Answer> answers;  // Cancel when there are no more
+  std::optional<std::string> chosen;
+  Work job;
+  WhenWorkEnds whenJobEnds;
+  std::string log;
+  int outOfMemory = 0;
+};
+
+/// Two files with a different second line, their names in the boxes of a window.
+struct SessionRun {
+  SessionRun() {
+    files.files["C:\\l.txt"].contents = "a\nb\nc\n";
+    files.files["C:\\r.txt"].contents = "a\r\nx\r\nc\r\n";
+    window.names[0] = "C:\\l.txt";
+    window.names[1] = "C:\\r.txt";
+    for (const int side : {0, 1}) edits.view().file(side).path.clear();
+  }
+
+  /// What the session said since the last time.
+  std::string said() { return std::exchange(window.log, {}); }
+
+  bool isComparing() const { return window.job != nullptr; }
+  void finish(WorkEnd end) {
+    const Work job = std::exchange(window.job, nullptr);
+    if (end != WorkEnd::outOfMemory) job({});
+    std::exchange(window.whenJobEnds, nullptr)(end);
+  }
+  /// Compares, and returns what is said of it.
+  std::string compare(WorkEnd end = WorkEnd::done) {
+    session.compare();
+    finish(end);
+    return said();
+  }
+  /// Types a character at the start of a side.
+  void type(int side, const char* text = "!") {
+    edits.view().placeCaret(side, 0, 0);
+    edits.press(text);
+  }
+  const std::string& contents(const std::string& path) { return files.files[path].contents; }
+  const std::string& left() { return contents("C:\\l.txt"); }
+  const std::string& right() { return contents("C:\\r.txt"); }
+  const EditedFile& side(int side) { return edits.view().file(side); }
+  bool isModified(int side) { return edits.history().isModified(side); }
+
+  static std::string target(const std::string& path) { return path.ends_with(".lnk") ? "C:\\r.txt" : path; }
+  static std::string time() { return "now"; }
+
+  MemoryFiles files;
+  Settings settings;
+  MemoryValues values;
+  SettingsStore store{values};
+  FakeWindow window;
+  EditRun edits{"", ""};
+  TextSession session{window, {files, settings, store, target, time}, edits.view(), edits.history()};
+};
+
+using enum Answer;
+using Answers = std::deque<Answer>;
+
+TEST(TextSession, ComparesTheNamedFilesAndSaysWhatItShows) {
+  SessionRun run;
+  EXPECT_EQ(run.session.title(), "Merivane - [l.txt, r.txt]");
+  EXPECT_TRUE(run.session.isFresh());
+  EXPECT_FALSE(run.session.showsComparison());
+  EXPECT_EQ(run.session.lineEndText() + run.session.differencesText(), "");
+  EXPECT_EQ(run.session.caretText(), "Virt 1, Ln 1, Col 1");
+
+  run.window.names[1] = "C:\\r.lnk";
+  run.session.compare();
+  EXPECT_EQ(run.settings.leftFileHistory.Count(), 0) << "before it has succeeded";
+  const Work job = std::exchange(run.window.job, nullptr);
+  run.session.compare();
+  EXPECT_FALSE(run.isComparing()) << "one at a time";
+  run.window.job = job;
+  run.finish(WorkEnd::done);
+  EXPECT_EQ(run.said(), "");
+  EXPECT_FALSE(run.session.isFresh());
+  EXPECT_TRUE(run.session.showsComparison());
+  EXPECT_EQ(run.session.title(), "Merivane - [l.txt, r.txt]");
+  EXPECT_EQ(run.session.lineEndText(), "UNIX, DOS");
+  EXPECT_EQ(run.session.differencesText(), "Diffs: 1, Lines: 1");
+  EXPECT_EQ(run.settings.leftFileHistory.First(), "C:\\l.txt");
+  EXPECT_EQ(run.settings.rightFileHistory.First(), "C:\\r.lnk");
+
+  run.type(1);
+  EXPECT_EQ(run.session.title(), "Merivane - [l.txt, r.txt*]");
+  run.edits.press("right down");
+  EXPECT_EQ(run.session.caretText(), "Virt 2, Ln 2, Col 2");
+
+  // The names come back in the next run's window, and name the sides until something was loaded.
+  SessionRun next;
+  next.values.values = run.values.values;
+  next.session.restoreNames();
+  EXPECT_EQ(next.window.names[0] + next.window.names[1], "C:\\l.txtC:\\r.lnk");
+  next.window.names[0] = "C:\\dir\\";
+  next.window.names[1] = "100%1.txt";
+  next.type(0);
+  EXPECT_EQ(next.session.title(), "Merivane - [<no file>*, 100%1.txt]");
+  EXPECT_FALSE(next.session.isFresh());
+  EXPECT_EQ(next.session.lineEndText(), "DOS, DOS");
+}
+
+TEST(TextSession, SaysWhyItCannotCompareAndShowsNothing) {
+  const std::string cannotLoad = "Cannot load left file.\n\nReason: ";
+  const std::pair<std::function<void(SessionRun&)>, std::string> cases[] = {
+      {[](SessionRun& run) { run.window.names[0] = "a?b"; }, text(TextId::leftFileNameInvalid)},
+      {[](SessionRun& run) { run.window.names[1] = ""; }, text(TextId::rightFileNameInvalid)},
+      {[](SessionRun& run) { run.files.files["C:\\r.txt"].contents.assign(9, '\1'); },
+       text(TextId::rightFileBinary)},
+      {[](SessionRun& run) { run.window.names[0] = "C:\\none"; }, cannotLoad + systemErrorText(2)},
+      {[](SessionRun& run) { run.files.failStep(1, 13); }, cannotLoad + systemErrorText(13)},
+  };
+  for (const auto& [spoil, message] : cases) {
+    for (const bool used : {false, true}) {
+      SessionRun run;
+      if (used) run.compare();
+      spoil(run);
+      EXPECT_EQ(run.compare(), "error: " + message + "\n");
+      EXPECT_EQ(run.edits.text(0) + run.edits.text(1) + run.side(0).path + run.side(1).path, "");
+      EXPECT_EQ(run.session.isFresh(), !used);
+      EXPECT_FALSE(run.session.showsComparison());
+      EXPECT_EQ(run.settings.leftFileHistory.Count(), used ? 1 : 0);
+    }
+  }
+  SessionRun run;
+  run.compare();
+  EXPECT_EQ(run.compare(WorkEnd::cancelled), "error: Operation aborted.\n");
+  EXPECT_EQ(run.edits.text(0), "");
+  EXPECT_EQ(run.compare(), "");
+
+  run.files.files["C:\\r.txt"].contents = "a\nb\nc\n";
+  run.compare();
+  run.settings.identicalMessage = true;
+  EXPECT_EQ(run.compare(), "tell: The files are identical.\n");
+}
+
+TEST(TextSession, FilesThatAreComparedAgainKeepTheirPlace) {
+  SessionRun run;
+  run.compare();
+  run.edits.press("down down right");
+  run.compare();
+  EXPECT_EQ(run.edits.place(), "2,1");
+  run.settings.scrollToFirst = true;
+  run.compare();
+  EXPECT_EQ(run.edits.place(), "1,0") << "the first difference";
+  run.settings.scrollToFirst = false;
+  run.files.files["C:\\other.txt"].contents = "a\nb\nc\n";
+  run.window.names[0] = "C:\\other.txt";
+  run.compare();
+  EXPECT_EQ(run.edits.place(), "0,0");
+  run.edits.press("down");
+  run.compare(WorkEnd::cancelled);
+  run.compare();
+  EXPECT_EQ(run.edits.place(), "0,0") << "nothing was shown in between";
+}
+
+TEST(TextSession, AsksForEachSideBeforeChangesAreLost) {
+  const std::string askLeft = "ask or cancel: Save changes to C:\\l.txt?\n",
+                    askRight = "ask or cancel: Save changes to C:\\r.txt?\n";
+  // What is answered, whether the window closes, what was asked, and which sides stay modified.
+  const std::tuple<Answers, bool, std::string, std::string> cases[] = {
+      {{no, no}, true, askLeft + askRight, "lr"}, {{no, cancel}, false, askLeft + askRight, "lr"},
+      {{cancel}, false, askLeft, "lr"},           {{yes, yes}, true, askLeft + askRight, ""},
+      {{yes, no}, true, askLeft + askRight, "r"},
+  };
+  for (const auto& [answers, closes, log, modified] : cases) {
+    SessionRun run;
+    run.compare();
+    run.type(0);
+    run.type(1);
+    EXPECT_TRUE(run.session.mayClose()) << "not asked unless the settings want it";
+    run.settings.askConfirmation = true;
+    run.window.answers = answers;
+    EXPECT_EQ(run.session.mayClose(), closes);
+    EXPECT_EQ(run.said(), log);
+    EXPECT_EQ(std::string(run.isModified(0) ? "l" : "") + (run.isModified(1) ? "r" : ""), modified);
+    EXPECT_EQ(run.left(), run.isModified(0) ? "a\nb\nc\n" : "!a\nb\nc\n");
+    EXPECT_EQ(run.right(), run.isModified(1) ? "a\r\nx\r\nc\r\n" : "!a\r\nx\r\nc\r\n");
+
+    // Comparing again loses as much, and asks whatever the settings.
+    run.settings.askConfirmation = false;
+    run.window.answers = answers;
+    run.session.compare();
+    EXPECT_EQ(run.isComparing(), closes);
+  }
+
+  // A side that has no path is saved under its name if that can be one, but not over another file.
+  SessionRun run;
+  run.settings.askConfirmation = true;
+  run.window.names[0] = "C:\\new.txt";
+  run.window.names[1] = "";
+  run.type(0);
+  run.type(1);
+  run.window.answers = {yes, yes};
+  EXPECT_FALSE(run.session.mayClose());
+  EXPECT_EQ(run.said(),
+            "ask or cancel: Save changes to C:\\new.txt?\n"
+            "ask or cancel: Save changes to <no file>?\nSave Right File from \n");
+  EXPECT_EQ(run.contents("C:\\new.txt"), "!");
+  run.window.names[1] = "C:\\r.txt";
+  run.window.answers = {yes, no};
+  EXPECT_FALSE(run.session.mayClose());
+  EXPECT_EQ(run.said(),
+            "ask or cancel: Save changes to C:\\r.txt?\nwarn: C:\\r.txt\n\nThis file exists already. "
+            "Do you want to replace it?\n");
+}
+
+TEST(TextSession, SavesASideUnderItsNameOrAnother) {
+  SessionRun run;
+  run.type(0);
+  EXPECT_FALSE(run.session.save(0)) << "the name in the box is not the text's own";
+  EXPECT_EQ(run.said(), "Save Left File from C:\\l.txt\n");
+  run.window.answers = {no};
+  run.compare();
+
+  run.type(0);
+  run.type(1);
+  run.edits.view().file(1).readOnly = true;
+  run.session.saveAll();
+  EXPECT_EQ(run.said(), "");
+  EXPECT_EQ(run.left() + run.right(), "!a\nb\nc\n!a\r\nx\r\nc\r\n");
+  EXPECT_FALSE(run.side(1).readOnly);
+  EXPECT_TRUE(run.edits.view().takeChanges().everything);
+
+  // What another program wrote is not lost unasked, nor twice.
+  run.type(0);
+  run.files.files["C:\\l.txt"].contents = "theirs";
+  const std::string changed =
+      "warn: C:\\l.txt\n\nAnother program has changed this file since it was loaded.\nDo you want to save "
+      "yours "
+      "over it?\n";
+  run.window.answers = {no, yes};
+  EXPECT_FALSE(run.session.save(0));
+  EXPECT_TRUE(run.isModified(0));
+  EXPECT_TRUE(run.session.save(0));
+  EXPECT_TRUE(run.session.save(0));
+  EXPECT_EQ(run.said(), changed + changed);
+  EXPECT_EQ(run.left(), "!!a\nb\nc\n");
+  run.files.files.erase("C:\\l.txt");
+  EXPECT_TRUE(run.session.save(0)) << "nobody's work is in the way";
+
+  run.window.chosen = "D:\\copy.txt";
+  EXPECT_TRUE(run.session.saveAs(1));
+  EXPECT_EQ(run.said(), "Save Right File from C:\\r.txt\n");
+  EXPECT_EQ(run.contents("D:\\copy.txt"), run.right());
+  EXPECT_EQ(run.window.names[1] + run.side(1).path, "D:\\copy.txtD:\\copy.txt");
+  EXPECT_EQ(run.session.title(), "Merivane - [l.txt, copy.txt]");
+}
+
+TEST(TextSession, ReplacesASideAndItsFile) {
+  const std::string question = "ask: " + std::string(text(TextId::reallyReplace)) + "\n";
+  SessionRun run;
+  run.compare();
+  run.type(1);
+  run.session.replace(0);
+  EXPECT_EQ(run.said(), question);
+  EXPECT_EQ(run.edits.text(0), "a\nb\nc\n");
+  run.edits.view().file(0).readOnly = true;
+  run.session.replace(0);
+  EXPECT_EQ(run.said(), "");
+  run.edits.view().file(0).readOnly = false;
+
+  run.window.answers = {yes};
+  run.session.replace(0);
+  EXPECT_EQ(run.said(), question);
+  EXPECT_EQ(run.left(), "!a\r\nx\r\nc\r\n");
+  EXPECT_EQ(run.edits.text(0), run.edits.text(1));
+  EXPECT_FALSE(run.edits.history().canUndo());
+  EXPECT_FALSE(run.isModified(0));
+  EXPECT_TRUE(run.isModified(1)) << "its file is as it was";
+  EXPECT_EQ(run.session.lineEndText(), "DOS, DOS");
+  EXPECT_EQ(run.session.differencesText(), "No differences");
+  run.type(0);
+  EXPECT_TRUE(run.session.save(0));
+  EXPECT_EQ(run.said(), "") << "the file is as this window wrote it";
+}
+
+TEST(TextSession, ACopyThatCannotBeWrittenIsAnEdit) {
+  SessionRun run;
+  run.compare();
+  run.window.answers = {yes};
+  run.files.files["C:\\l.txt"].writable = false;
+  run.session.replace(0);
+  EXPECT_EQ(run.said(), "ask: " + std::string(text(TextId::reallyReplace)) +
+                            "\nerror: Could not save the file.\n\nReason: " + systemErrorText(13) + "\n");
+  EXPECT_EQ(run.left(), "a\nb\nc\n");
+  EXPECT_EQ(run.edits.text(0), "a\nx\nc\n");
+  EXPECT_TRUE(run.isModified(0));
+  run.edits.press("undo");
+  EXPECT_EQ(run.edits.text(0), "a\nb\nc\n");
+}
+
+TEST(TextSession, SwitchesSidesWithTheirNames) {
+  SessionRun run;
+  run.compare();
+  run.type(0);
+  run.window.names[0] = "typed";
+  run.session.switchSides();
+  EXPECT_EQ(run.session.title(), "Merivane - [r.txt, l.txt*]");
+  EXPECT_EQ(run.window.names[0] + ' ' + run.window.names[1], "C:\\r.txt typed");
+  EXPECT_EQ(run.session.lineEndText(), "DOS, UNIX");
+  EXPECT_TRUE(run.session.save(1));
+  EXPECT_EQ(run.left(), "!a\nb\nc\n");
+}
+
+TEST(TextSession, ExportsButNotOverTheFilesItCompares) {
+  SessionRun run;
+  run.compare();
+  run.settings.exportResults = "C:\\last.html";
+  run.session.exportResults();
+  EXPECT_EQ(run.said(), "export from C:\\last.html\n");
+  EXPECT_EQ(run.settings.exportResults, "C:\\last.html") << "cancelled";
+
+  run.window.chosen = "C:\\page.html";
+  run.session.exportResults();
+  EXPECT_EQ(run.said(), "export from C:\\last.html\n");
+  EXPECT_EQ(run.settings.exportHow, 2);
+  EXPECT_EQ(run.contents("C:\\page.html").substr(0, 42), "<HTML>\r\n<HEAD>\r\n<TITLE>C:\\l.txt, C:\\r.txt<");
+
+  run.window.chosen = "c:\\L.TXT";
+  run.session.exportResults();
+  EXPECT_EQ(
+      run.said(),
+      "export from C:\\page.html\nwarn: c:\\L.TXT\n\nThis file exists already. Do you want to replace it?\n");
+  EXPECT_FALSE(run.files.files.contains("c:\\L.TXT"));
+
+  run.window.chosen = "C:\\no.html";
+  run.files.files["C:\\no.html"].writable = false;
+  run.session.exportResults();
+  EXPECT_EQ(run.said(), "export from c:\\L.TXT\nerror: Could not export comparison results.\n\nReason: " +
+                            systemErrorText(13) + "\n");
+}
+
+/// All that the user would miss: the files, and which sides differ from them.
+std::string state(SessionRun& run) {
+  std::string state = run.left() + '#' + run.right() + '#' + run.edits.text(0) + '#' + run.edits.text(1);
+  for (const int side : {0, 1}) state += '#' + run.side(side).path + (run.isModified(side) ? "*" : "");
+  return state + run.contents("C:\\chosen");
+}
+
+/// What a user does to two edited sides, with one answer to every question.
+using Action = void (*)(SessionRun& run);
+constexpr Action kActions[] = {
+    [](SessionRun& run) { run.session.save(0); },         [](SessionRun& run) { run.session.saveAs(0); },
+    [](SessionRun& run) { run.session.replace(0); },      [](SessionRun& run) { run.session.switchSides(); },
+    [](SessionRun& run) { run.session.exportResults(); }, [](SessionRun& run) { run.session.offerToSave(); },
+};
+
+/// The sides' texts were changed, and both files as well.
+std::unique_ptr<SessionRun> editedRun() {
+  auto run = std::make_unique<SessionRun>();
+  run->compare();
+  run->type(0);
+  run->type(1);
+  run->window.chosen = "C:\\chosen";
+  run->window.answers = Answers(9, yes);
+  return run;
+}
+
+/// Whether what a side is said to hold is what its file holds: unsaved changes are known as such.
+void expectHonest(SessionRun& run) {
+  for (const int side : {0, 1}) {
+    const std::string& path = run.side(side).path;
+    std::string file = run.contents(path);
+    std::erase(file, '\r');
+    EXPECT_TRUE(run.isModified(side) || file == run.edits.text(side)) << path;
+  }
+  EXPECT_EQ(run.edits.fault(), "");
+}
+
+TEST(TextSession, AFailingStepLosesNothing) {
+  for (const Action& action : kActions) {
+    SCOPED_TRACE(&action - kActions);
+    for (uint32_t failing = 0;; ++failing) {
+      const auto run = editedRun();
+      const std::string before = state(*run);
+      run->files.failStep(failing, 77);
+      action(*run);
+      if (!run->files.endFailing()) break;
+      EXPECT_NE(run->said().find("Reason: " + systemErrorText(77)), std::string::npos) << failing;
+      expectHonest(*run);
+      if (&action < kActions + 2) {
+        EXPECT_EQ(state(*run), before);
+      }
+    }
+  }
+}
+
+TEST(TextSession, WithoutMemoryNothingIsLost) {
+  for (const Action& action : kActions) {
+    SCOPED_TRACE(&action - kActions);
+    auto run = editedRun();
+    action(*run);
+    const std::string whole = state(*run);
+    failEachAllocation([&] { run = editedRun(); },
+                       [&] {
+                         try {
+                           action(*run);
+                         } catch (const std::bad_alloc&) {
+                           ++run->window.outOfMemory;
+                         }
+                         return 0;
+                       },
+                       [&](int) {
+                         const int reports = run->window.outOfMemory + run->edits.host().outOfMemory;
+                         const bool told = reports > 0 || run->said().find("error") != std::string::npos;
+                         EXPECT_TRUE(told || state(*run) == whole);
+                         expectHonest(*run);
+                       });
+  }
+  // A comparison ends in what it shows, or in what was shown before.
+  for (const WorkEnd end : {WorkEnd::done, WorkEnd::cancelled, WorkEnd::outOfMemory}) {
+    std::unique_ptr<SessionRun> run;
+    failEachAllocation(
+        [&] {
+          run = editedRun();
+          run->window.answers = {no, no};
+        },
+        [&] {
+          try {
+            run->session.compare();
+            run->finish(end);
+          } catch (const std::bad_alloc&) {
+          }
+          return 0;
+        },
+        [&](int) {
+          const bool before = run->isModified(0) && run->isModified(1);
+          const bool compared = run->edits.text(0) == "a\nb\nc\n" && run->session.showsComparison();
+          EXPECT_TRUE(before || compared || (run->edits.text(0).empty() && !run->session.showsComparison()));
+          EXPECT_EQ(run->edits.fault(), "");
+          run->window.answers = {no, no};
+          run->session.compare();
+          EXPECT_TRUE(run->isComparing());
+        });
+  }
+}
+
+}  // namespace
+}  // namespace merivane
