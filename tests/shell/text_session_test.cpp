@@ -85,7 +85,7 @@ struct SessionRun {
   }
   /// Types a character at the start of a side.
   void type(int side, const char* text = "!") {
-    edits.view().placeCaret(side, 0, 0);
+    edits.view().placeCaret(side, {});
     edits.press(text);
   }
   const std::string& contents(const std::string& path) { return files.files[path].contents; }
