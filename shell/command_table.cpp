@@ -9,9 +9,9 @@ namespace {
 
 // The words of the rows.
 
-constexpr uint8_t text = static_cast<uint8_t>(WindowKind::text);
-constexpr uint8_t folder = static_cast<uint8_t>(WindowKind::folder);
-constexpr uint8_t both = text | folder;
+constexpr unsigned text = 1U << static_cast<unsigned>(WindowKind::text);
+constexpr unsigned folder = 1U << static_cast<unsigned>(WindowKind::folder);
+constexpr unsigned both = text | folder;
 
 constexpr std::nullopt_t noButton = std::nullopt;
 constexpr CommandButton besideBox(IconId icon) { return {icon}; }

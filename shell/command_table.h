@@ -11,8 +11,8 @@
 
 namespace merivane {
 
-/// The kinds of window; a set of them is their bits together.
-enum class WindowKind : uint8_t { text = 1, folder = 2 };
+/// The kinds of window.
+enum class WindowKind { text, folder };
 
 /// The button of a command. The tens of its place on the tool bar tell its group; without a place it stands
 /// beside a name box.
@@ -24,12 +24,12 @@ struct CommandButton {
 /// What is known of a command: a row of resources/commands.inc.
 struct CommandRow {
   Command id;
-  uint8_t windows;  // WindowKind bits
+  unsigned windows;  // a bit for each WindowKind
   std::optional<CommandButton> button;
   CommandState (*state)(const WindowFacts& window, const Settings& settings);
   const char* help;
 
-  bool livesIn(WindowKind kind) const { return (windows & static_cast<uint8_t>(kind)) != 0; }
+  bool livesIn(WindowKind kind) const { return (windows >> static_cast<unsigned>(kind) & 1) != 0; }
 };
 
 /// By number.

@@ -67,11 +67,22 @@ bool TextView::onKeyDown(WPARAM key) {
     case VK_PRIOR: return move(Key::pageUp);
     case VK_NEXT: return move(Key::pageDown);
     case VK_INSERT:
-      if (!ctrl) state_.toggleOverwrite();
-      return !ctrl;
+      if (ctrl) {
+        edit().copy();
+      } else if (shift) {
+        edit().paste();
+      } else {
+        state_.toggleOverwrite();
+      }
+      return true;
     case VK_DELETE:
-      if (!ctrl) edit().deleteForward();
-      return !ctrl;
+      if (ctrl) return false;
+      if (shift) {
+        edit().cut();
+      } else {
+        edit().deleteForward();
+      }
+      return true;
     default: return ctrl && onCtrlLetter(key, shift);
   }
 }

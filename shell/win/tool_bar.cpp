@@ -8,10 +8,12 @@
 
 namespace merivane {
 void ToolBar::create(HWND parent, WindowKind kind, const ButtonIcons& icons) {
-  const DWORD style = WS_CHILD | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS | CCS_TOP | CCS_NODIVIDER;
+  const DWORD style = WS_CHILD | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_WRAPABLE |
+                      TBSTYLE_TOOLTIPS | CCS_TOP | CCS_NODIVIDER;
   handle_ = CreateWindowExA(0, TOOLBARCLASSNAMEA, "", style, 0, 0, 0, 0, parent, nullptr, programInstance(),
                             nullptr);
   SendMessageA(handle_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+  SendMessageA(handle_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
   SendMessageA(handle_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(icons.list()));
   SendMessageA(handle_, TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(icons.greyedList()));
 
@@ -28,6 +30,7 @@ void ToolBar::create(HWND parent, WindowKind kind, const ButtonIcons& icons) {
     item.idCommand = static_cast<int>(row->id);
     item.fsState = TBSTATE_ENABLED;
     item.fsStyle = BTNS_BUTTON;
+    item.iString = reinterpret_cast<INT_PTR>(row->help);  // its name for screen readers, nowhere shown
     items.push_back(item);
   }
   SendMessageA(handle_, TB_ADDBUTTONSA, items.size(), reinterpret_cast<LPARAM>(items.data()));

@@ -40,6 +40,12 @@ TEST_F(EditingTest, TypeUndoAndSave) {
   EXPECT_SOON(window.title(), kUnchanged);
 
   // Cut on one side and pasted on the other; each side keeps its own line ends.
+  // The older keys for it do the same.
+  press(VK_HOME, {VK_CONTROL});
+  press(VK_DOWN, {VK_SHIFT});
+  EXPECT_EQ(copiedBy([] { press(VK_INSERT, {VK_CONTROL}); }), "at \the\r\n");
+  EXPECT_EQ(copiedBy([] { press(VK_DELETE, {VK_SHIFT}); }), "at \the\r\n");
+  press(VK_INSERT, {VK_SHIFT});
   press(VK_HOME, {VK_CONTROL});
   press(VK_DOWN, {VK_SHIFT});
   EXPECT_EQ(copiedBy([] { press('X', {VK_CONTROL}); }), "at \the\r\n");
@@ -47,7 +53,7 @@ TEST_F(EditingTest, TypeUndoAndSave) {
   press(VK_END, {VK_CONTROL});  // before the last line's end
   press('V', {VK_CONTROL});
   EXPECT_SOON(window.title(), kBothChanged);
-  window.run(Command::saveAll);
+  press('S', {VK_CONTROL, VK_SHIFT});
   EXPECT_SOON(window.title(), kUnchanged);
   EXPECT_EQ(readFile(left_), "left\r\nmore\r\ntwo\r\n");
   EXPECT_EQ(readFile(right_), "one\nlift\nmore!\ntwoat \the\n\n");

@@ -102,6 +102,13 @@ TEST_F(WindowsTest, MenusShowWhatCanBeDoneAndWhatIsShown) {
   window.run(Command::viewSummary);
   window.run(Command::lineNumbersVirtual);
   EXPECT_SOON(marked("*o"), "*Su&mmary*&White Spaceo&Virtual");
+
+  window.run(Command::viewToolBar);
+  const HWND bar = childOf(window.handle(), TOOLBARCLASSNAMEA);
+  const auto height = [&] { return areaOf(bar).bottom - areaOf(bar).top; };
+  const LONG oneRow = height();
+  MoveWindow(window.handle(), 0, 0, 400, 400, TRUE);
+  EXPECT_SOON(height() > oneRow, true) << "what has no room in a row goes on in the next";
 }
 
 TEST_F(WindowsTest, TabGoesRoundTheControls) {
