@@ -1,57 +1,34 @@
 #include "engine/line_keys.h"
 
-#include <immintrin.h>
-
-#include <algorithm>
 #include <array>
 #include <bit>
+
+#include "engine/sixteen_bytes.h"
 
 namespace merivane {
 namespace {
 
-constexpr uint32_t kBase = 127;
-constexpr ptrdiff_t kBytes = sizeof(__m128i);
+constexpr uint32_t kBase = SixteenBytes::kBase;
 
-/// kBase to the power of 0 to kBytes.
+/// kBase to the power of 0 to 16.
 constexpr auto kPowers = [] {
-  std::array<uint32_t, kBytes + 1> powers = {1};
+  std::array<uint32_t, SixteenBytes::kSize + 1> powers = {1};
   for (size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * kBase;
   return powers;
 }();
 
-/// From place n on a mask of the last n of kBytes bytes.
-constexpr auto kLast = [] {
-  std::array<int8_t, 2 * kBytes> mask = {};
-  std::fill(mask.begin() + kBytes, mask.end(), int8_t{-1});
-  return mask;
-}();
-
 uint32_t value(char c) { return static_cast<uint32_t>(static_cast<int32_t>(static_cast<signed char>(c))); }
 
-__m128i bytesAt(const void* from) { return _mm_loadu_si128(static_cast<const __m128i*>(from)); }
-
-/// The polynomial of sixteen bytes: of pairs of them, then of pairs of these, side by side; no sum leaves its
-/// lane.
-uint32_t keyOfSixteen(__m128i bytes) {
-  const __m128i zero = _mm_setzero_si128();
-  const __m128i ofPairs = _mm_set1_epi32(1 << 16 | kBase), ofFours = _mm_set1_epi32(1 << 16 | kBase * kBase);
-  const __m128i low = _mm_srai_epi16(_mm_unpacklo_epi8(zero, bytes), 8);
-  const __m128i high = _mm_srai_epi16(_mm_unpackhi_epi8(zero, bytes), 8);
-  const __m128i pairs = _mm_packs_epi32(_mm_madd_epi16(low, ofPairs), _mm_madd_epi16(high, ofPairs));
-  alignas(__m128i) std::array<uint32_t, 4> fours;
-  _mm_store_si128(reinterpret_cast<__m128i*>(fours.data()), _mm_madd_epi16(pairs, ofFours));
-  return fours[0] * kPowers[12] + fours[1] * kPowers[8] + fours[2] * kPowers[4] + fours[3];
-}
-
-/// The polynomial of plain bytes behind those of `key`. What lies between `readable` and `from` does not
-/// count, but may be read.
+/// Continues `key` with the bytes from `from` to `end` as they are. The bytes from `readable` to `from` are
+/// not part of the key, but may be read.
 uint32_t plainKey(uint32_t key, const char* readable, const char* from, const char* end) {
-  for (; end - from >= kBytes; from += kBytes) key = key * kPowers[kBytes] + keyOfSixteen(bytesAt(from));
-  if (from < end && end - readable >= kBytes) {
-    // With the bytes before them made zeros, which add nothing.
+  for (; end - from >= SixteenBytes::kSize; from += SixteenBytes::kSize)
+    key = key * kPowers[SixteenBytes::kSize] + SixteenBytes(from).polynomial();
+  if (from < end && end - readable >= SixteenBytes::kSize) {
+    // The bytes before them become zeros, which add nothing.
     const ptrdiff_t left = end - from;
-    const __m128i bytes = _mm_and_si128(bytesAt(end - kBytes), bytesAt(kLast.data() + left));
-    return key * kPowers[static_cast<size_t>(left)] + keyOfSixteen(bytes);
+    const SixteenBytes bytes = SixteenBytes(end - SixteenBytes::kSize).last(left);
+    return key * kPowers[static_cast<size_t>(left)] + bytes.polynomial();
   }
   for (; from < end; ++from) key = key * kBase + value(*from);
   return key;
@@ -59,14 +36,11 @@ uint32_t plainKey(uint32_t key, const char* readable, const char* from, const ch
 
 constexpr size_t kAtOnce = 64;
 
-/// A bit for each of so many bytes that is an LF.
+/// A bit for each of the kAtOnce bytes from `from` on that is an LF.
 uint64_t lineFeedsAt(const char* from) {
   uint64_t bits = 0;
-  const __m128i lineFeed = _mm_set1_epi8('\n');
-  for (size_t i = 0; i < kAtOnce; i += kBytes) {
-    const int found = _mm_movemask_epi8(_mm_cmpeq_epi8(bytesAt(from + i), lineFeed));
-    bits |= uint64_t{static_cast<uint32_t>(found)} << i;
-  }
+  for (size_t i = 0; i < kAtOnce; i += SixteenBytes::kSize)
+    bits |= uint64_t{SixteenBytes(from + i).equalTo('\n')} << i;
   return bits;
 }
 

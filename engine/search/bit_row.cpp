@@ -1,10 +1,14 @@
 #include "engine/search/bit_row.h"
 
-#include <immintrin.h>
-
 #include <bit>
 
+#if (defined(__x86_64__) || defined(__i386__)) && !defined(MERIVANE_PORTABLE)
+#define MERIVANE_AVX2
+#include <immintrin.h>
+#endif
+
 namespace merivane {
+#ifdef MERIVANE_AVX2
 namespace {
 
 /// What to add to the four words of a block for each set of those that get a carry.
@@ -46,6 +50,16 @@ constexpr Increments kIncrements;
 
 }  // namespace
 
+bool advanceBlocks(BitBlock* row, const BitBlock* matches, size_t count) {
+  static const auto advance = __builtin_cpu_supports("avx2") ? advanceWide : advanceBlocksPortably;
+  return advance(row, matches, count);
+}
+#else
+bool advanceBlocks(BitBlock* row, const BitBlock* matches, size_t count) {
+  return advanceBlocksPortably(row, matches, count);
+}
+#endif
+
 bool advanceBlocksPortably(BitBlock* row, const BitBlock* matches, size_t count) {
   uint64_t carried = 0;
   for (size_t block = 0; block < count; ++block) {
@@ -59,11 +73,6 @@ bool advanceBlocksPortably(BitBlock* row, const BitBlock* matches, size_t count)
     }
   }
   return carried != 0;
-}
-
-bool advanceBlocks(BitBlock* row, const BitBlock* matches, size_t count) {
-  static const auto advance = __builtin_cpu_supports("avx2") ? advanceWide : advanceBlocksPortably;
-  return advance(row, matches, count);
 }
 
 bool advanceByMatches(BitBlock* row, std::span<const int32_t> columns, size_t count) {

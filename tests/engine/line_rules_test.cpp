@@ -5,6 +5,7 @@
 #include "engine/changed_lines.h"
 #include "engine/common_characters.h"
 #include "engine/line_keys.h"
+#include "engine/sixteen_bytes.h"
 #include "tests/support/random.h"
 #include "tests/support/reference_diff.h"
 
@@ -69,6 +70,39 @@ TEST(LineTables, HoldEveryLinesStartAndKeyUnderAllOptions) {
       }
       ASSERT_EQ(table.starts.size(), table.lineCount() + size_t{1});
       ASSERT_EQ(table.starts.back(), text.size());
+    }
+  }
+}
+
+template <typename Bytes>
+class SixteenBytesOf : public testing::Test {};
+
+#ifdef MERIVANE_SSE2
+using SixteenBytesVersions = testing::Types<PortableSixteenBytes, Sse2SixteenBytes>;
+#else
+using SixteenBytesVersions = testing::Types<PortableSixteenBytes>;
+#endif
+TYPED_TEST_SUITE(SixteenBytesOf, SixteenBytesVersions);
+
+TYPED_TEST(SixteenBytesOf, EveryVersionGivesWhatByteByByteComesOut) {
+  Random random(2);
+  for (int round = 0; round < 20000; ++round) {
+    std::string bytes(16, '\0');
+    // Neighbours of the LF and of zero, too, which a borrow or carry would make one of.
+    for (char& c : bytes)
+      c = round % 2 == 0 ? "\n\t\v\x8a\x80\x01\xff\x7f"[random.below(8)] : char(random.below(256));
+    const auto kept = static_cast<ptrdiff_t>(1 + random.below(15));
+    const std::string last =
+        std::string(16 - static_cast<size_t>(kept), '\0') + bytes.substr(16 - static_cast<size_t>(kept));
+    const TypeParam ours(bytes.data());
+    for (const auto& [expected, actual] : {std::pair(bytes, ours), std::pair(last, ours.last(kept))}) {
+      uint32_t lineFeeds = 0, key = 0;
+      for (size_t i = 0; i < 16; ++i) {
+        lineFeeds |= uint32_t{expected[i] == '\n'} << i;
+        key = key * 127 + static_cast<uint32_t>(static_cast<int8_t>(expected[i]));
+      }
+      ASSERT_EQ(actual.equalTo('\n'), lineFeeds) << testing::PrintToString(expected);
+      ASSERT_EQ(actual.polynomial(), key) << testing::PrintToString(expected);
     }
   }
 }
