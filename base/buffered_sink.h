@@ -9,14 +9,14 @@
 
 namespace merivane {
 
-/// Collects small writes into large ones for a file, which has to outlive it.
+/// Collects small writes into large ones for a file, which must outlive it.
 class BufferedSink final : public ByteSink {
  public:
   explicit BufferedSink(OutputFile& file) : file_(file) {}
 
   void write(std::string_view bytes) override;
 
-  /// Writes what is still waiting. Answers 0, or the first error of all writes.
+  /// Writes what is still waiting. Returns 0, or the first error of all writes.
   SystemError finish();
 
  private:

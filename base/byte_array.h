@@ -8,13 +8,14 @@
 
 namespace merivane {
 
-/// Owns a run of bytes that starts out uninitialised. Sizes and positions in texts are 32-bit; what is
-/// larger cannot be held. Running out of memory is an answer of false, never an exception.
+/// Owns a run of bytes, which are not initialised. Sizes and positions in texts are 32-bit; what is larger
+/// cannot be held. Running out of memory is returned as false, never thrown.
 class ByteArray {
  public:
   static constexpr uint64_t maxSize = 0xFFFFFFFE;  // one below the "no line" mark of the diff model
 
-  /// Gives up the old bytes for `size` new ones. False, and nothing changed, when they cannot be had.
+  /// Replaces the bytes by `size` new ones. Returns false, and changes nothing, when there is no memory for
+  /// them.
   bool allocate(uint64_t size) {
     if (size > maxSize) return false;
     char* fresh = static_cast<char*>(std::malloc(size == 0 ? 1 : static_cast<size_t>(size)));
@@ -24,7 +25,8 @@ class ByteArray {
     return true;
   }
 
-  /// Changes the size keeping the bytes that are in both. False, and nothing changed, when it fails.
+  /// Changes the size and keeps the bytes up to the smaller one. Returns false, and changes nothing, when it
+  /// fails.
   bool resize(uint64_t size) {
     if (size > maxSize) return false;
     void* moved = std::realloc(bytes_.get(), size == 0 ? 1 : static_cast<size_t>(size));

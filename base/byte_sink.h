@@ -4,8 +4,8 @@
 
 namespace merivane {
 
-/// Where an output's bytes go, in order. A failure sticks: it makes later writes do nothing and is asked of
-/// the concrete sink at the end.
+/// Takes the bytes of an output in order. After a failure later writes do nothing; the concrete sink reports
+/// it at the end.
 class ByteSink {
  public:
   virtual ~ByteSink() = default;

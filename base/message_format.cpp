@@ -7,7 +7,7 @@ namespace {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// One printf conversion, taken apart: "-08ld" has flags and width "-08" and the letter 'd'.
+/// The parts of a printf conversion: "-08ld" has the flags and width "-08" and the letter 'd'.
 struct Conversion {
   std::string flagsAndWidth;
   char letter = 's';
@@ -16,7 +16,7 @@ struct Conversion {
 Conversion parseConversion(std::string_view text) {
   Conversion result;
   size_t at = 0;
-  // The widths that format to absurd lengths are no use to a message.
+  // Longer widths are of no use to a message.
   while (at < text.size() &&
          (std::string_view("-+ #0.").find(text[at]) != std::string_view::npos || isDigit(text[at])) &&
          at < 8) {

@@ -4,10 +4,10 @@
 
 namespace merivane {
 
-/// How names are folded: A to Z alone change, whatever the language of the system.
+/// Folds names: only A to Z change, whatever the language of the system.
 constexpr char lowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
-/// Whether two names are the same, byte for byte or without regard to case.
+/// Returns whether two names are the same, byte for byte or without regard to case.
 bool equalNames(std::string_view a, std::string_view b, bool caseSensitive);
 
 }  // namespace merivane

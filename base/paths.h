@@ -5,14 +5,15 @@
 
 namespace merivane {
 
-/// Whether a name can be a path at all. Lenient on purpose: drive, colon, share and wild-card rules only;
-/// relative names are valid. A bare drive ("C:") is valid only with `allowDriveOnly`.
+/// Returns whether a name can be a path at all. It is lenient on purpose and knows only the rules for drives,
+/// colons, shares and wild cards; relative names are valid. A bare drive ("C:") is valid only with
+/// `allowDriveOnly`.
 bool IsValidPath(std::string_view name, bool allowDriveOnly);
 
-/// A valid path that is no bare drive and does not end in a backslash.
+/// Returns whether a name is a valid path that is no bare drive and does not end in a backslash.
 bool IsValidFilePath(std::string_view name);
 
-/// The part after the last backslash, or the whole path if it has none.
+/// Returns the part after the last backslash, or the whole path if it has none.
 std::string FileNamePart(std::string_view path);
 
 }  // namespace merivane

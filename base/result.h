@@ -4,7 +4,7 @@
 
 namespace merivane {
 
-/// How a comparison ended. The numbers are the job's result codes and stay as they are.
+/// How a comparison ended. The numbers are result codes that others rely on.
 enum class Result : int32_t {
   success = 0,
   outOfMemory = 1,

@@ -10,31 +10,31 @@ namespace {
 
 /// How many threads may still be started.
 std::atomic<int>& spareThreads() {
-  constexpr int most = 3;
+  constexpr int max = 3;
   static std::atomic<int> spare{
-      std::clamp(static_cast<int>(std::thread::hardware_concurrency()) - 1, 0, most)};
+      std::clamp(static_cast<int>(std::thread::hardware_concurrency()) - 1, 0, max)};
   return spare;
 }
 
-/// A place among the threads, given back at the end.
-class Place {
+/// Takes one of the spare threads, if there is one, and gives it back at the end.
+class SpareThread {
  public:
-  Place() : had_(spareThreads().fetch_sub(1) > 0) {
-    if (!had_) spareThreads().fetch_add(1);
+  SpareThread() : taken_(spareThreads().fetch_sub(1) > 0) {
+    if (!taken_) spareThreads().fetch_add(1);
   }
-  ~Place() {
-    if (had_) spareThreads().fetch_add(1);
+  ~SpareThread() {
+    if (taken_) spareThreads().fetch_add(1);
   }
-  Place(const Place&) = delete;
-  Place& operator=(const Place&) = delete;
+  SpareThread(const SpareThread&) = delete;
+  SpareThread& operator=(const SpareThread&) = delete;
 
-  bool had() const { return had_; }
+  bool taken() const { return taken_; }
 
  private:
-  const bool had_;
+  const bool taken_;
 };
 
-/// What `work` throws, or null.
+/// Does the work and returns what it throws, or null.
 std::exception_ptr failureOf(const std::function<void()>& work) {
   try {
     work();
@@ -46,32 +46,25 @@ std::exception_ptr failureOf(const std::function<void()>& work) {
 
 }  // namespace
 
-void runSideBySide(const std::function<void()>& first, const std::function<void()>& second) {
-  const Place place;
+bool trySideBySide(const std::function<void()>& first, const std::function<void()>& second) {
+  const SpareThread spare;
+  if (!spare.taken()) return false;
   std::exception_ptr failures[2];
   std::thread other;
-  if (place.had()) {
-    // Without a thread, for whatever reason, it goes without.
-    failureOf([&] { other = std::thread([&] { failures[1] = failureOf(second); }); });
-  }
+  // A thread may not start for many reasons, none of which is a failure of the work.
+  if (failureOf([&] { other = std::thread([&] { failures[1] = failureOf(second); }); })) return false;
   failures[0] = failureOf(first);
-  if (other.joinable()) {
-    other.join();
-  } else {
-    failures[1] = failureOf(second);
-  }
+  other.join();
   for (const std::exception_ptr& failure : failures) {
     if (failure) std::rethrow_exception(failure);
   }
+  return true;
 }
 
 void forBothSides(uint64_t bytes, const std::function<void(int)>& work) {
   constexpr uint64_t many = uint64_t{1} << 18;
-  if (bytes < many) {
-    for (const int side : {0, 1}) work(side);
-  } else {
-    runSideBySide([&] { work(0); }, [&] { work(1); });
-  }
+  if (bytes >= many && trySideBySide([&] { work(0); }, [&] { work(1); })) return;
+  for (const int side : {0, 1}) work(side);
 }
 
 }  // namespace merivane

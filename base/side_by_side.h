@@ -5,14 +5,15 @@
 
 namespace merivane {
 
-/// Runs two pieces of work that touch nothing in common, and returns when both are done: at the same time
-/// where a processor can be had for the second, else one after the other. All calls together take no more
-/// than four processors. What one of them throws is thrown again, the first's before the second's.
+/// Runs two pieces of work that touch nothing in common, at the same time, and returns when both are done: if
+/// a processor can be had for the second. Else runs neither and returns false. All calls together take no
+/// more than four processors. What a piece throws is thrown again, the first's before the second's.
 ///
 /// Starting the second costs some ten microseconds: for work that takes many times that.
-void runSideBySide(const std::function<void()>& first, const std::function<void()>& second);
+bool trySideBySide(const std::function<void()>& first, const std::function<void()>& second);
 
-/// Calls `work` for side 0 and side 1 of texts of so many bytes together: side by side if these are many.
+/// Calls `work` for side 0 and side 1 of two texts of `bytes` bytes together: side by side if these are many,
+/// else one after the other.
 void forBothSides(uint64_t bytes, const std::function<void(int)>& work);
 
 }  // namespace merivane

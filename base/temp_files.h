@@ -9,8 +9,8 @@
 
 namespace merivane {
 
-/// A name in `folder` that nothing has yet: the prefix, five digits and ".tmp". `random` gives numbers spread
-/// evenly over its range; it is asked until a name is free.
+/// Returns a name in `folder` that nothing has yet: the prefix, five digits and ".tmp". `random` returns
+/// numbers that are spread evenly over its range; it is called until a name is free.
 std::string MakeTempFileName(FileSystem& files, std::string_view folder, std::string_view prefix,
                              const std::function<uint32_t()>& random);
 

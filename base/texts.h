@@ -4,7 +4,7 @@
 
 namespace merivane {
 
-/// The texts of resources/texts.inc, by name; the value is the string number in the resources.
+/// Names the texts of resources/texts.inc; the value is the string number in the resources.
 enum class TextId : uint16_t {
 #pragma push_macro("TEXT")  // windows.h has one of its own
 #undef TEXT
@@ -14,7 +14,7 @@ enum class TextId : uint16_t {
 #pragma pop_macro("TEXT")
 };
 
-/// The text with its placeholders; an empty string for a number that has none. Never null.
+/// Returns the text with its placeholders; an empty string for a number that has none. Never null.
 const char* text(TextId id);
 
 }  // namespace merivane

@@ -9,7 +9,7 @@ namespace {
 constexpr uint32_t kMinimumRun = 2;
 constexpr uint64_t kSimilarityPercent = 50;
 
-/// Where the run of unflagged elements from `at` on ends.
+/// Returns the end of the run of unflagged elements that begins at `at`.
 size_t endOfRun(const std::vector<uint8_t>& changed, size_t at, size_t size) {
   const void* const flag = std::memchr(changed.data() + at, 1, size - at);
   return flag ? static_cast<size_t>(static_cast<const uint8_t*>(flag) - changed.data()) : size;
@@ -81,7 +81,7 @@ bool ChangedLineTest::compare(std::string_view left, std::string_view right, Row
   const auto alike = [total](uint64_t matched) {
     return total <= 2 * kMinimumRun || matched * 200 / total >= kSimilarityPercent;
   };
-  // No script matches more than this, in runs or not: most lines that are unlike need no script.
+  // No script matches more than this, in runs or not: most pairs of unlike lines need no script.
   const std::optional<uint32_t> common = common_.count(a, b);
   if (!alike(common ? *common : sharedCharacters(a, b, abort_))) return false;
   const int32_t edits = common ? static_cast<int32_t>(a.size() + b.size() - 2 * *common) : kUnknown;
@@ -102,7 +102,7 @@ uint64_t ChangedLineTest::matchedInRuns() const {
     for (const int side : {0, 1}) {
       if (at[side] < ends[side]) continue;
       while (script_.changed[side][at[side]]) ++at[side];
-      // There are as many unflagged on either side.
+      // Both sides have the same number of unflagged elements.
       if (at[side] == sizes[side]) return sum;
       ends[side] = endOfRun(script_.changed[side], at[side], sizes[side]);
     }

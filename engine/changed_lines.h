@@ -14,35 +14,36 @@
 
 namespace merivane {
 
-/// A line as an in-line comparison sees it under the options, and where each of its characters came from.
+/// A line as a comparison of its characters sees it under the options, and where each of these is in the
+/// line.
 class NormalisedLine {
  public:
-  /// `line` must outlive the use of this. When the flag is raised meanwhile it means nothing.
+  /// `line` must outlive the use of this. If the flag is raised meanwhile, the contents are undefined.
   void assign(std::string_view line, const CompareOptions& options, const AbortFlag* abort);
 
   std::string_view characters() const { return characters_; }
 
-  /// Marks those bytes of the line, unmarked so far, whose characters are flagged.
+  /// Marks the bytes of the line whose characters are flagged; `marks` have no mark yet.
   void setMarks(const std::vector<uint8_t>& changed, std::span<uint8_t> marks, const AbortFlag* abort) const;
 
  private:
-  bool plain_ = true;  // the line as it is
+  bool plain_ = true;  // whether all characters count as they are
   std::string_view characters_;
   std::string kept_;
-  std::vector<uint32_t> sources_;  // the index in the line of each character that was kept
+  std::vector<uint32_t> sources_;  // the index in the line of each character of kept_
 };
 
-/// Decides whether a left and a right line are one changed line, and which of their characters differ. The
-/// decision weighs the runs of at least two matched characters against the length of both lines.
+/// Decides whether a left and a right line are one changed line, and which of their characters differ. They
+/// are if the runs of at least two matched characters make up half of both lines.
 ///
-/// Keeps its work arrays from pair to pair; used by one thread at a time.
+/// Keeps its work arrays from pair to pair; may be used by one thread at a time.
 class ChangedLineTest {
  public:
   ChangedLineTest(const CompareOptions& options, const AbortFlag* abort) : options_(options), abort_(abort) {}
 
-  /// Whether the lines, each with its LF if it has one, are a changed pair; `marks` are then filled in, or
-  /// left none when there is no memory for them. Throws std::bad_alloc where the work itself runs out of
-  /// memory. When the abort flag is raised meanwhile the answer means nothing.
+  /// Returns whether the lines, each with its LF if it has one, are a changed pair. If so, `marks` are filled
+  /// in, or none if there is no memory for them; where memory for the work itself runs out, std::bad_alloc is
+  /// thrown. If the abort flag is raised meanwhile, the result is undefined.
   bool compare(std::string_view left, std::string_view right, RowMarks& marks);
 
  private:

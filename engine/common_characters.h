@@ -8,19 +8,20 @@
 
 namespace merivane {
 
-/// How many characters two strings share in any order: no common subsequence is longer. Time: the characters
-/// of both strings. When the flag is raised meanwhile the answer means nothing.
+/// Returns how many characters two strings share in any order: no common subsequence is longer. Time:
+/// O(characters of both strings). If the flag is raised meanwhile, the result is undefined.
 uint64_t sharedCharacters(std::string_view left, std::string_view right, const AbortFlag* abort);
 
-/// The length of the longest common subsequence of two strings, where it is found cheaply: when, without what
-/// they have in common at both ends, one has at most 64 characters. The bits are those of BitBlock, a row in
-/// one word. Time: the characters of both strings.
+/// Finds the length of the longest common subsequence of two strings where that is cheap: where one of them,
+/// without what both have in common at their ends, has at most 64 characters, so that a row as in BitBlock is
+/// one word.
 class CommonCharacters {
  public:
+  /// Returns the length, or nothing where it is not cheap. Time: O(characters of both strings).
   std::optional<uint32_t> count(std::string_view left, std::string_view right);
 
  private:
-  uint64_t columns_[256] = {};  // of each character where it stands; zero between calls
+  uint64_t columns_[256] = {};  // for each character where it occurs; zero between calls
 };
 
 }  // namespace merivane

@@ -12,6 +12,7 @@
 #include "engine/row_builder.h"
 
 namespace merivane {
+
 Result compareTexts(std::string_view left, std::string_view right, const CompareOptions& options,
                     const AbortFlag* abort, DiffModel& model) {
   try {
@@ -19,7 +20,7 @@ Result compareTexts(std::string_view left, std::string_view right, const Compare
     std::vector<uint32_t> starts[2];
     EditScript script;
     {
-      // The keys and the search's work space are gone before the rows come, which need their room.
+      // The keys and the search's work space are given back before the rows need their room.
       LineTable tables[2];
       forBothSides(uint64_t{left.size()} + right.size(),
                    [&](int side) { tables[side] = tableLines(texts[side], options, abort); });
@@ -41,7 +42,7 @@ Result compareTexts(std::string_view left, std::string_view right, const Compare
 
 Outcome compareFiles(FileSystem& files, const std::string (&paths)[2], const CompareOptions& options,
                      const AbortFlag* abort, FileComparison& comparison) {
-  // Had beforehand, as there may be no memory for it when it is needed.
+  // This is made beforehand, because there may be no memory for it when it is needed.
   FileComparison nothing;
   try {
     nothing.model.addRow(RowStatus::same, 0, 0);

@@ -25,7 +25,7 @@ RowRange DiffModel::blockAround(uint32_t row) const {
   return block;
 }
 
-/// The first row for which the predicate holds, given that it does for all rows from some row on.
+/// Returns the first row for which the predicate holds; it holds for all rows from some row on.
 uint32_t DiffModel::firstRowWhere(auto predicate) const {
   uint32_t begin = 0, end = rowCount();
   while (begin < end) {
@@ -41,8 +41,8 @@ uint32_t DiffModel::firstRowWhere(auto predicate) const {
 
 int64_t DiffModel::rowAtPosition(int side, uint32_t position) const {
   if (rowCount() == 0) return -1;
-  const uint32_t beyond = firstRowWhere([&](uint32_t row) { return this->position(side, row) > position; });
-  return std::max<int64_t>(int64_t{beyond} - 1, 0);
+  const uint32_t after = firstRowWhere([&](uint32_t row) { return this->position(side, row) > position; });
+  return std::max<int64_t>(int64_t{after} - 1, 0);
 }
 
 int64_t DiffModel::rowAtPositionFromTop(int side, uint32_t position) const {
@@ -56,7 +56,7 @@ bool DiffModel::numberLines(const AbortFlag* abort) {
   return forEachRange(abort, [&](RowRange range) { numberLines(range, lines); });
 }
 
-/// Numbers a range of rows that has this many lines before it, and counts on to its end.
+/// Numbers a range of rows that has `lines` before it, and moves `lines` on to its end.
 void DiffModel::numberLines(RowRange range, uint32_t (&lines)[2]) {
   for (uint32_t row = range.begin; row < range.end; ++row) {
     for (const int side : {0, 1}) {
@@ -74,7 +74,7 @@ bool DiffModel::countDifferences(const AbortFlag* abort) {
   });
 }
 
-/// Visits all rows in ranges small enough for a look at the flag between them.
+/// Visits all rows in ranges, with a look at the flag before each. Returns false when aborted.
 bool DiffModel::forEachRange(const AbortFlag* abort, auto visit) const {
   constexpr uint32_t atOnce = 1 << 16;
   for (uint32_t row = 0; row < rowCount(); row += atOnce) {
@@ -91,8 +91,8 @@ void DiffModel::shiftPositions(int side, uint32_t row, int64_t delta) {
 void DiffModel::replaceRows(RowRange range, DiffModel&& replacement) {
   const RowRange fresh{range.begin, range.begin + replacement.rowCount()};
   uint32_t lines[2] = {linesBefore(0, range.begin), linesBefore(1, range.begin)};
-  const uint32_t behind[2] = {linesBefore(0, range.end), linesBefore(1, range.end)};
-  // The row behind the range may cease or come to start a block.
+  const uint32_t oldLines[2] = {linesBefore(0, range.end), linesBefore(1, range.end)};
+  // The row after the range may start a block where it did not, or no longer.
   const uint32_t oldBlocks = blockStarts({range.begin, std::min(range.end + 1, rowCount())});
   const uint32_t oldRows = differing(range);
 
@@ -100,12 +100,12 @@ void DiffModel::replaceRows(RowRange range, DiffModel&& replacement) {
   replacement.clear();
 
   numberLines(fresh, lines);
-  for (const int side : {0, 1}) rows_.shiftLines(side, fresh.end, lines[side] - behind[side]);
+  for (const int side : {0, 1}) rows_.shiftLines(side, fresh.end, lines[side] - oldLines[side]);
   differenceBlocks_ += blockStarts({fresh.begin, std::min(fresh.end + 1, rowCount())}) - oldBlocks;
   differingRows_ += differing(fresh) - oldRows;
 }
 
-/// How many lines of a side come before a row, or before the end.
+/// Returns how many lines of a side come before a row; `row` may be the row count.
 uint32_t DiffModel::linesBefore(int side, uint32_t row) const {
   if (row < rowCount()) return rows_.linesBefore(side, row);
   if (row == 0) return 0;

@@ -13,8 +13,8 @@ constexpr uint32_t kNoLine = 0xFFFFFFFF;
 /// The result of a comparison: its aligned rows in order, and how many of them differ. Positions never
 /// decrease from row to row. Growing throws std::bad_alloc and then changes nothing.
 ///
-/// Reading a row takes no time that depends on their number. An edit costs the rows it touches and those
-/// between it and the edit before; counts and line numbers follow it without a look at the others.
+/// Reading a row takes the same time however many there are. An edit costs the rows it touches and those
+/// between it and the previous edit; counts and line numbers follow it without a look at the others.
 class DiffModel {
  public:
   DiffModel() = default;
@@ -30,42 +30,42 @@ class DiffModel {
   RowStatus status(uint32_t row) const { return rows_.status(row); }
   uint32_t position(int side, uint32_t row) const { return rows_.position(side, row); }
 
-  /// Zero-based; kNoLine on a filler.
+  /// Returns the zero-based line number; kNoLine on a filler.
   uint32_t lineNumber(int side, uint32_t row) const {
     return fillerSide(status(row)) == side ? kNoLine : rows_.linesBefore(side, row);
   }
   const RowMarks& marks(uint32_t row) const { return rows_.marks(row); }
 
-  /// Where the line of `row` ends on a side, its line end included: the next row's position, or `textSize`
-  /// behind the last row.
+  /// Returns where the line of `row` ends on a side, after its line end: the next row's position, or
+  /// `textSize` on the last row.
   uint32_t endPosition(int side, uint32_t row, uint32_t textSize) const {
     return row + 1 < rowCount() ? position(side, row + 1) : textSize;
   }
 
-  /// Maximal runs of rows with one and the same status other than same.
+  /// The number of maximal runs of rows that share one status other than same.
   uint32_t differenceBlocks() const { return differenceBlocks_; }
   uint32_t differingRows() const { return differingRows_; }
 
-  /// The maximal run of rows around `row` that share its status; an equal run is one too.
+  /// Returns the maximal run of rows around `row` that share its status, also if that is same.
   RowRange blockAround(uint32_t row) const;
 
-  /// The row whose line a position of a side lies in: the last row that does not start beyond it, -1
-  /// without rows.
+  /// Returns the row whose line a position of a side lies in: the last row that does not start after it; -1
+  /// if there are no rows.
   int64_t rowAtPosition(int side, uint32_t position) const;
 
-  /// The first row that starts at the position if there is one, else as rowAtPosition().
+  /// Returns the first row that starts at the position; if none does, as rowAtPosition().
   int64_t rowAtPositionFromTop(int side, uint32_t position) const;
 
-  /// Fills in the line numbers of all rows. False, and not all are filled in, when aborted.
+  /// Fills in the line numbers of all rows. Returns false, with some not filled in, when aborted.
   bool numberLines(const AbortFlag* abort = nullptr);
 
-  /// Fills in the two counts. As numberLines().
+  /// Fills in the two counts. Returns as numberLines().
   bool countDifferences(const AbortFlag* abort = nullptr);
 
   /// Adds `delta` to a side's positions from `row` to the end.
   void shiftPositions(int side, uint32_t row, int64_t delta);
 
-  /// Puts the rows of `replacement` in the place of `range`. Line numbers and counts, once filled in, stay
+  /// Puts the rows of `replacement` in the place of `range`. Line numbers and counts that were filled in stay
   /// right.
   void replaceRows(RowRange range, DiffModel&& replacement);
 
@@ -82,7 +82,7 @@ class DiffModel {
   uint32_t differingRows_ = 0;
 };
 
-/// "Diffs: 3, Lines: 7", or "No differences".
+/// Returns "Diffs: 3, Lines: 7", or "No differences".
 std::string summaryText(const DiffModel& model);
 
 }  // namespace merivane

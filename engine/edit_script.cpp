@@ -14,6 +14,34 @@
 #include "engine/search/diagonal_table.h"
 #include "engine/search/sparse_matches.h"
 
+// A box of the edit graph is split at a point on one of its shortest paths, and both parts are searched in
+// the same way. Which point that is, is a fact about the two sequences, so every way of finding it leads to
+// the same script. There are four ways; findSplit() takes the one that it expects to cost least:
+//
+//   diagonal_search.h   the plain search from both ends: D * D / 4 steps; for few edits
+//   diagonal_table.h    a table by diagonals, of what occurs on both sides: E * E / 4 steps, where E of the
+//                       D edits are of such elements; for many edits, few of which are
+//   sparse_matches.h    from the m pairs of equal elements alone: m * log n steps; for moved lines
+//   banded_split.h      a table of bits, 256 columns a step: n * (1 + E / 256) steps; for dense matches
+//
+// The lemma that they rest on. Let before(p) and after(p) be the fewest edits from the start of the box to
+// the point p and from p to its end, D those of the whole box and h = (D + 1) / 2. The split is a point on a
+// shortest path with before(p) = h, on the highest diagonal x - y where there is one: the furthest such point
+// on it if D is odd, the nearest if D is even.
+//
+// Proof. (1) Along a diagonal before() never falls and after() never grows: a step along it takes an element
+// of each side from those after p, and so at most one pair from their longest common subsequence; likewise
+// for before(). (2) Let D be odd. In round h the forward search knows on every diagonal the furthest
+// point F with before(F) <= h, the backward search the nearest point B with after(B) <= h - 1. They meet
+// where F is not nearer than B. Then after(F) <= h - 1 by (1), and as before(F) + after(F) >= D, F is on a
+// shortest path with before(F) = h. Conversely, on the diagonal of any such point p, F is not nearer than p
+// and B not further, so they meet there. They do not meet earlier, since that would make a path of fewer than
+// D edits, and the highest diagonal is looked at first. (3) If D is even, the same holds for the backward
+// half of round h, in which B is the nearest point with after(B) <= h and F is the furthest with before(F) <=
+// h.
+//
+// The other ways read a box with an even D from its end with its sides exchanged. That keeps the order of its
+// diagonals and makes the nearest point the furthest. D is even if and only if the sum of the box's sizes is.
 namespace merivane {
 namespace {
 
@@ -33,7 +61,7 @@ class DivideAndConquer {
         space_(script.space),
         plain_(left.data(), right.data(), space_, abort) {}
 
-  /// For a part of what `other` searches, at the same time as it.
+  /// Searches a part of what `other` does, at the same time on another thread.
   DivideAndConquer(const DivideAndConquer& other, WorkSpace& space)
       : left_(other.left_),
         right_(other.right_),
@@ -55,8 +83,8 @@ class DivideAndConquer {
  private:
   enum class Step { split, done };
 
-  /// Recurses on the part before the split and goes on with the part behind it. A split halves the edits, so
-  /// the recursion is no deeper than their logarithm. `edits`: those of the box, where they are known.
+  /// Recurses on the part before the split and goes on with the part after it. A split halves the edits, so
+  /// the recursion is no deeper than their logarithm. `edits`: those of the box, or kUnknown.
   void divide(Box box, int32_t edits) {
     for (;;) {
       if (isRaised(abort_)) aborted_ = true;
@@ -69,17 +97,24 @@ class DivideAndConquer {
       BoxSplit split;
       if (findSplit(box, edits, split) == Step::done) return;
       const Box before{box.xlo, box.ylo, split.at.x, split.at.y};
-      const Box behind{split.at.x, split.at.y, box.xhi, box.yhi};
-      if (classes_ != nullptr && box.size() >= kLeastForThreads && split.edits >= kLeastEditsForThreads) {
-        WorkSpace space;
-        DivideAndConquer other(*this, space);
-        runSideBySide([&] { divide(before, (split.edits + 1) / 2); },
-                      [&] { other.divide(behind, split.edits / 2); });
-        aborted_ = aborted_ || other.aborted_;
-        return;
+      const Box after{split.at.x, split.at.y, box.xhi, box.yhi};
+      if (classes_ != nullptr && box.size() >= kMinForThreads && split.edits >= kMinEditsForThreads) {
+        bool otherAborted = false;
+        // The second searcher is large: it is made only where there is a processor for it.
+        const bool both = trySideBySide([&] { divide(before, (split.edits + 1) / 2); },
+                                        [&] {
+                                          WorkSpace space;
+                                          DivideAndConquer other(*this, space);
+                                          other.divide(after, split.edits / 2);
+                                          otherAborted = other.aborted_;
+                                        });
+        if (both) {
+          aborted_ = aborted_ || otherAborted;
+          return;
+        }
       }
       divide(before, (split.edits + 1) / 2);
-      box = behind;
+      box = after;
       edits = split.edits / 2;
     }
   }
@@ -89,9 +124,9 @@ class DivideAndConquer {
     std::fill(changedRight_ + box.ylo, changedRight_ + box.yhi, uint8_t{1});
   }
 
-  /// The choice of the way. `done`: the box needs no split, or the search was aborted.
+  /// Chooses the way and takes it. Returns `done` if the box needs no split, and when aborted.
   Step findSplit(const Box& box, int32_t edits, BoxSplit& split) {
-    const double plainSteps = std::max(costs_.leastPlainSteps, costs_.plainStepsPerElement * box.size()) *
+    const double plainSteps = std::max(costs_.minPlainSteps, costs_.plainStepsPerElement * box.size()) *
                               (classes_ == nullptr ? costs_.unclassifiedFactor : 1);
     if (edits == kUnknown || squared(edits) / 4 <= plainSteps) {
       const SearchEnd end = plain_.find(box, edits, static_cast<int64_t>(plainSteps), split);
@@ -110,7 +145,7 @@ class DivideAndConquer {
       return Step::done;
     }
     int32_t matchedEdits = edits == kUnknown ? kUnknown : edits - matched.unmatched();
-    // Without the unmatched elements few edits may be left.
+    // Without the unmatched elements there may be few edits.
     if (edits == kUnknown && matched.unmatched() > 0 && !tryMatched(matched, matchedEdits))
       return check(false);
     if (matchedEdits == 0) {
@@ -119,18 +154,18 @@ class DivideAndConquer {
     }
     const double sparseSteps = sparseStepsFor(matched), bandedSteps = bandedStepsFor(matched, matchedEdits),
                  diagonalSteps = diagonalStepsFor(matched, matchedEdits);
-    const double least = std::min({sparseSteps, bandedSteps, diagonalSteps});
+    const double lowest = std::min({sparseSteps, bandedSteps, diagonalSteps});
     Point at;
-    const bool found = least == sparseSteps   ? splitBySparseMatches(matched, abort_, matchedEdits, at)
-                       : least == bandedSteps ? splitByBandedTable(matched, matchedEdits, abort_, at)
-                                              : splitByDiagonals(matched, matchedEdits, abort_, at);
+    const bool found = lowest == sparseSteps   ? splitBySparseMatches(matched, abort_, matchedEdits, at)
+                       : lowest == bandedSteps ? splitByBandedTable(matched, matchedEdits, abort_, at)
+                                               : splitByDiagonals(matched, matchedEdits, abort_, at);
     if (!found) return check(false);
     at = matched.turnedBack(at);
     split = {{box.xlo + at.x, box.ylo + at.y}, matchedEdits + matched.unmatched()};
     return Step::split;
   }
 
-  /// The edits of matched elements, if the plain search finds them soon. False when aborted.
+  /// Sets the edits of matched elements if the plain search finds them soon. Returns false when aborted.
   bool tryMatched(const MatchedBox& matched, int32_t& matchedEdits) {
     const uint32_t* const classes[2] = {matched.classes[0].data(), matched.classes[1].data()};
     Box rest{0, 0, matched.matched(0), matched.matched(1)};
@@ -149,7 +184,7 @@ class DivideAndConquer {
 
   double sparseStepsFor(const MatchedBox& matched) const {
     const auto matches = static_cast<double>(matched.matches);
-    if (matches > kMostMatchesPerElement * (matched.sizes[0] + matched.sizes[1])) return kTooMany;
+    if (matches > kMaxMatchesPerElement * (matched.sizes[0] + matched.sizes[1])) return kTooMany;
     return matches * (costs_.perMatch + std::bit_width(matched.classes[1].size()));
   }
 
@@ -161,13 +196,13 @@ class DivideAndConquer {
   double diagonalStepsFor(const MatchedBox& matched, int32_t edits) const {
     if (edits == kUnknown) return kTooMany;
     const double cells = squared(edits) / 4;
-    return cells > kMostCellsPerElement * (matched.sizes[0] + matched.sizes[1]) ? kTooMany
-                                                                                : costs_.perCell * cells;
+    return cells > kMaxCellsPerElement * (matched.sizes[0] + matched.sizes[1]) ? kTooMany
+                                                                               : costs_.perCell * cells;
   }
 
   static double squared(int32_t edits) { return static_cast<double>(edits) * edits; }
 
-  /// What is matched in the box is the same on both sides.
+  /// Marks a box whose matched elements are the same on both sides.
   void markUnmatched(const Box& box, const MatchedBox& matched) const {
     mark(box);
     for (int32_t i = 0; i < matched.matched(0); ++i) {
@@ -183,12 +218,12 @@ class DivideAndConquer {
     return notAborted ? Step::split : Step::done;
   }
 
-  // From where on a second processor gains more than it costs to have.
-  static constexpr int64_t kLeastForThreads = 1 << 13;
-  static constexpr int32_t kLeastEditsForThreads = 256;
-  // These bound the memory of the searches.
-  static constexpr double kMostMatchesPerElement = 2;
-  static constexpr double kMostCellsPerElement = 8;
+  // From these sizes on a second processor gains more than it costs.
+  static constexpr int64_t kMinForThreads = 1 << 13;
+  static constexpr int32_t kMinEditsForThreads = 256;
+  // These bound the memory of the ways.
+  static constexpr double kMaxMatchesPerElement = 2;
+  static constexpr double kMaxCellsPerElement = 8;
 
   const std::span<const Element> left_, right_;
   uint8_t* const changedLeft_;

@@ -10,35 +10,34 @@
 
 namespace merivane {
 
-/// A shortest edit script of two sequences: one flag an element, 1 where it is deleted (left) or inserted
+/// A shortest edit script of two sequences: a flag for each element, 1 if it is deleted (left) or inserted
 /// (right). The unflagged elements of both sides, in order, are the equal pairs.
 struct EditScript {
   std::vector<uint8_t> changed[2];  // one longer than the sequence; the last flag is always 0
-  WorkSpace space;                  // of the search, kept for the next one
+  WorkSpace space;                  // kept for the next search
 };
 
-/// When findEditScript() takes which way through a box; none of it changes the script. The defaults are
-/// fitted to measured times, in steps of the plain search.
+/// What findEditScript() expects the ways through a box to cost, in steps of the plain search; bench/fit fits
+/// them to measured times. They decide which way is taken and never change the script.
 struct SearchCosts {
-  // What the plain search may take before anything else is thought of is the larger of these two.
-  double leastPlainSteps = 1000;
+  // The plain search is tried first if it takes no more steps than the larger of these two.
+  double minPlainSteps = 1000;
   double plainStepsPerElement = 1;
-  double unclassifiedFactor = 8;  // more as long as the other ways have not been made ready
-  double perCell = 2;             // of a search diagonal by diagonal
-  double perMatch = 20;           // of a sparse search, besides the logarithm
-  double perRow = 20;             // of a search through the banded table,
+  double unclassifiedFactor = 8;  // times as many before the elements are classified for the other ways
+  double perCell = 2;             // of the table by diagonals
+  double perMatch = 20;           // of the sparse search, besides the logarithm
+  double perRow = 20;             // of the banded table,
   double perBlock = 2;            // and for each block of the row
 };
 
 /// Finds the shortest edit script by divide and conquer, in linear space. Of several shortest scripts it
-/// gives always the same one: the one that the middle snakes of Myers' search lead to, see DiagonalSearch.
-/// There is no cost limit and no heuristic; where that search would take long, the same splits are found in
-/// another way, whichever costs least for the box at hand.
+/// always returns the same one: that of the splits which DiagonalSearch finds. There is no cost limit and no
+/// heuristic; where that search would take long, the same splits are found in whichever other way costs less
+/// for the box at hand.
 ///
-/// Large parts are searched side by side. Memory: at most 150 bytes an element and 4 MB. Throws
-/// std::bad_alloc; 2^31 elements or more on both sides together are refused in the same way. `edits` may say
-/// how many there are, where that is known. A null flag never aborts. False when the flag was raised; the
-/// script then means nothing.
+/// Large parts are searched side by side. Memory: at most 150 bytes per element and 4 MB. Throws
+/// std::bad_alloc, also for 2^31 elements or more on both sides together. `edits`: how many there are, or
+/// kUnknown. A null flag never aborts. Returns false when the flag was raised; the script is then undefined.
 template <typename Element>
 bool findEditScript(std::span<const Element> left, std::span<const Element> right, const AbortFlag* abort,
                     EditScript& script, const SearchCosts& costs = {}, int32_t edits = kUnknown);

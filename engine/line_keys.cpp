@@ -44,7 +44,7 @@ uint64_t lineFeedsAt(const char* from) {
   return bits;
 }
 
-/// Calls `visit` with the place behind every LF. False when aborted.
+/// Calls `visit` with the place after every LF. Returns false when aborted.
 template <typename Visit>
 bool forEachLineEnd(std::string_view text, const AbortFlag* abort, Visit visit) {
   const char* from = text.data();
@@ -60,7 +60,7 @@ bool forEachLineEnd(std::string_view text, const AbortFlag* abort, Visit visit) 
   return true;
 }
 
-/// The key of a line without its LF as the options have it, made from piece after piece of it.
+/// Computes the key of a line without its LF under the options, from one piece of it after another.
 class NormalisedKey {
  public:
   explicit NormalisedKey(const CompareOptions& options) : options_(options) {}
@@ -99,7 +99,7 @@ class NormalisedKey {
   bool atLineStart_ = true;
 };
 
-/// Long lines are gone through in pieces of so many bytes, with a look at the flag after each.
+/// Long lines are read in pieces of so many bytes, with a look at the flag after each.
 constexpr ptrdiff_t kPiece = 1 << 20;
 
 uint32_t keyOf(const char* readable, const char* line, const char* end, const CompareOptions& options,
@@ -119,11 +119,6 @@ uint32_t keyOf(const char* readable, const char* line, const char* end, const Co
 }
 
 }  // namespace
-
-uint32_t lineKey(std::string_view line, const CompareOptions& options) {
-  const char* const end = line.data() + line.size();
-  return keyOf(line.data(), line.data(), end, options, nullptr);
-}
 
 LineTable tableLines(std::string_view text, const CompareOptions& options, const AbortFlag* abort) {
   LineTable table;

@@ -35,7 +35,7 @@ class RowBuilder {
  private:
   uint32_t lineCount(int side) const { return static_cast<uint32_t>(starts_[side].size() - 1); }
 
-  /// Room for every equal pair and every flagged line, at most what pairing up leaves.
+  /// Makes room for every equal pair and every flagged line; pairs of changed lines need less.
   void reserve(const uint8_t* changedLeft, const uint32_t (&count)[2]) {
     const auto deleted = std::count(changedLeft, changedLeft + count[0], uint8_t{1});
     model_.reserve(size_t{model_.rowCount()} + count[1] + static_cast<size_t>(deleted));
@@ -60,7 +60,7 @@ class RowBuilder {
 
   bool addHunk(uint32_t x0, uint32_t x1, uint32_t y0, uint32_t y1) {
     if (x1 - x0 == y1 - y0) {
-      // Paired from the top for as long as the pairs are alike.
+      // The lines pair up from the top for as long as they are alike.
       RowMarks marks;
       while (x0 < x1 && test_.compare(line(0, x0), line(1, y0), marks)) {
         if (isRaised(abort_)) return false;

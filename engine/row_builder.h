@@ -15,9 +15,9 @@ namespace merivane {
 /// Turns an edit script of two texts' lines into aligned rows: equal pairs side by side, and in every hunk
 /// the lines that pair up as changed, the deleted and the inserted ones.
 ///
-/// `starts` are the line starts as in LineTable. An empty model is left with one empty row, so that there is
-/// always a row to stand on. Appends to `model`, which gets line numbers and counts. Throws std::bad_alloc.
-/// False when the abort flag was raised; the rows so far then mean nothing.
+/// `starts` are the line starts as in LineTable. Appends to `model` and gives it line numbers and counts. A
+/// model without any row gets one empty row, so that there is always one to stand on. Throws std::bad_alloc.
+/// Returns false when the abort flag was raised; the rows so far are then undefined.
 bool buildRows(const std::string_view (&texts)[2], const std::vector<uint32_t> (&starts)[2],
                const EditScript& script, const CompareOptions& options, const AbortFlag* abort,
                DiffModel& model);

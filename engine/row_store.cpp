@@ -28,7 +28,7 @@ RowStore& RowStore::operator=(RowStore&& other) noexcept {
   rows_ = std::exchange(other.rows_, {});
   gapStart_ = std::exchange(other.gapStart_, 0);
   gapSize_ = std::exchange(other.gapSize_, 0);
-  behind_ = std::exchange(other.behind_, {});
+  afterGap_ = std::exchange(other.afterGap_, {});
   return *this;
 }
 
@@ -45,12 +45,12 @@ void RowStore::appendAtGap(DiffRow&& row) {
 
 void RowStore::shiftPositions(int side, uint32_t row, uint32_t delta) {
   moveGap(row);
-  behind_.position[side] += delta;
+  afterGap_.position[side] += delta;
 }
 
 void RowStore::shiftLines(int side, uint32_t row, uint32_t delta) {
   moveGap(row);
-  behind_.lines[side] += delta;
+  afterGap_.lines[side] += delta;
 }
 
 void RowStore::replace(RowRange range, RowStore&& replacement) {
@@ -69,7 +69,7 @@ void RowStore::replace(RowRange range, RowStore&& replacement) {
 }
 
 void RowStore::moveGap(uint32_t row) {
-  if (gapSize_ == 0 && behind_ == Shift()) {
+  if (gapSize_ == 0 && afterGap_ == Shift()) {
     gapStart_ = row;
     return;
   }
@@ -77,8 +77,8 @@ void RowStore::moveGap(uint32_t row) {
     DiffRow& moved = rows_[to];
     if (gapSize_ != 0) moved = std::move(rows_[from]);
     for (const int side : {0, 1}) {
-      moved.position[side] += sign * behind_.position[side];
-      moved.linesBefore[side] += sign * behind_.lines[side];
+      moved.position[side] += sign * afterGap_.position[side];
+      moved.linesBefore[side] += sign * afterGap_.lines[side];
     }
   };
   for (; gapStart_ < row; ++gapStart_) cross(gapStart_, gapStart_ + gapSize_, 1);

@@ -11,20 +11,20 @@ namespace merivane {
 
 enum class RowStatus : uint8_t { same = 0, leftOnly = 1, rightOnly = 2, changed = 3 };
 
-/// The side a row of this status has no line on; -1 when it has one on both.
+/// Returns the side that a row of this status has no line on; -1 if it has one on both.
 constexpr int fillerSide(RowStatus status) {
   return status == RowStatus::leftOnly ? 1 : status == RowStatus::rightOnly ? 0 : -1;
 }
 
 constexpr uint8_t kDiffersMark = 0x80;
 
-/// Which characters of a changed row's two lines differ: a byte a character of the line, its LF included,
-/// with kDiffersMark set where it does. One pointer wide, as most rows have none.
+/// Which characters of a changed row's two lines differ: a byte per character of the line, its LF included,
+/// with kDiffersMark set if it differs. One pointer wide, as most rows have none.
 class RowMarks {
  public:
   RowMarks() = default;
 
-  /// Unset marks for lines of these lengths; none() when memory runs out.
+  /// Returns marks, none of them set, for lines of these lengths; none() if memory runs out.
   static RowMarks allocate(uint32_t leftLength, uint32_t rightLength);
 
   bool none() const { return block_ == nullptr; }
@@ -35,14 +35,14 @@ class RowMarks {
   struct Free {
     void operator()(uint32_t* block) const { std::free(block); }
   };
-  std::unique_ptr<uint32_t, Free> block_;  // the two lengths, then the two sides' bytes
+  std::unique_ptr<uint32_t, Free> block_;  // the two lengths, then both sides' bytes
 };
 
 /// One aligned row. A one-sided row has an empty filler on the other side: its position there is where that
 /// side's next line begins.
 struct DiffRow {
   uint32_t position[2] = {0, 0};                       // start of the row's line in each side's text
-  uint32_t linesBefore[2] = {0xFFFFFFFF, 0xFFFFFFFF};  // all ones while they are not numbered
+  uint32_t linesBefore[2] = {0xFFFFFFFF, 0xFFFFFFFF};  // all ones until they are numbered
   RowMarks marks;                                      // changed rows only
   RowStatus status = RowStatus::same;
 };
@@ -57,11 +57,11 @@ struct RowRange {
   bool operator==(const RowRange&) const = default;
 };
 
-/// The rows of a comparison, kept so that edits near each other cost no more than the rows they touch: a gap
-/// in the array lies where the last edit was, and the rows behind it are stored without what was added to
-/// their positions and line numbers since. Reading a row stays a look into an array.
+/// The rows of a comparison, kept so that edits near each other cost no more than the rows they touch: the
+/// array has a gap where the last edit was, and the rows after the gap are stored without what edits before
+/// them have added to their positions and line numbers. Reading a row stays a look into an array.
 ///
-/// The array is rows and gap alone. Growing throws std::bad_alloc and then changes nothing.
+/// Growing throws std::bad_alloc and then changes nothing.
 class RowStore {
  public:
   RowStore() = default;
@@ -82,18 +82,18 @@ class RowStore {
   const RowMarks& marks(uint32_t row) const { return rows_[index(row)].marks; }
   uint32_t position(int side, uint32_t row) const {
     return row < gapStart_ ? rows_[row].position[side]
-                           : rows_[row + gapSize_].position[side] + behind_.position[side];
+                           : rows_[row + gapSize_].position[side] + afterGap_.position[side];
   }
   uint32_t linesBefore(int side, uint32_t row) const {
     return row < gapStart_ ? rows_[row].linesBefore[side]
-                           : rows_[row + gapSize_].linesBefore[side] + behind_.lines[side];
+                           : rows_[row + gapSize_].linesBefore[side] + afterGap_.lines[side];
   }
   void setLinesBefore(int side, uint32_t row, uint32_t lines) {
-    rows_[index(row)].linesBefore[side] = row < gapStart_ ? lines : lines - behind_.lines[side];
+    rows_[index(row)].linesBefore[side] = row < gapStart_ ? lines : lines - afterGap_.lines[side];
   }
 
-  /// Adds to a side's positions, or lines, from `row` to the end; sums wrap around, so that a subtraction is
-  /// an addition too.
+  /// Adds to a side's positions, or lines, from `row` to the end. Sums wrap around, so that adding can
+  /// subtract.
   void shiftPositions(int side, uint32_t row, uint32_t delta);
   void shiftLines(int side, uint32_t row, uint32_t delta);
 
@@ -101,15 +101,15 @@ class RowStore {
   void replace(RowRange range, RowStore&& replacement);
 
  private:
-  /// What the rows behind the gap are short of.
+  /// What is to be added to what the rows after the gap hold.
   struct Shift {
     uint32_t position[2] = {0, 0};
     uint32_t lines[2] = {0, 0};
     bool operator==(const Shift&) const = default;
   };
 
-  /// How large a gap is made among so many rows: a share of them, so that a run of insertions moves every row
-  /// a fixed number of times at most.
+  /// Returns how large a gap is made among so many rows: a share of them, so that a run of insertions moves
+  /// every row at most a fixed number of times.
   static size_t gapFor(size_t rows) { return rows / 16 + 64; }
 
   uint32_t index(uint32_t row) const { return row < gapStart_ ? row : row + gapSize_; }
@@ -120,7 +120,7 @@ class RowStore {
   std::vector<DiffRow> rows_;
   uint32_t gapStart_ = 0;
   uint32_t gapSize_ = 0;
-  Shift behind_;
+  Shift afterGap_;
 };
 
 }  // namespace merivane

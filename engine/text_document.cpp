@@ -128,8 +128,7 @@ std::string outcomeMessage(const Outcome& outcome) {
 
 namespace {
 
-/// A file that is read piece by piece, with a look at the flag before each; what it answers when that is
-/// raised is an error, whichever.
+/// Reads a file piece by piece and looks at the flag before each. Its reads fail once the flag is raised.
 class StoppableFile final : public InputFile {
  public:
   StoppableFile(InputFile& file, const AbortFlag* abort) : file_(file), abort_(abort) {}

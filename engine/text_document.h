@@ -13,11 +13,11 @@ namespace merivane {
 
 enum class LineEndKind : int32_t { lf = 0, crLf = 1, cr = 2 };
 
-/// "UNIX", "DOS", "MAC"; "???" for any other value.
+/// Returns "UNIX", "DOS" or "MAC", and "???" for any other value.
 const char* lineEndKindName(LineEndKind kind);
 
-/// One side's text. In memory LF is the only line end, whatever the file had; the last line need not have
-/// one. Bytes are single-byte characters and are never decoded.
+/// A file's text as it was read. In memory LF is the only line end, whatever the file had; the last line need
+/// not have one. Bytes are single-byte characters and are never decoded.
 struct TextDocument {
   ByteArray text;
   LineEndKind lineEndKind = LineEndKind::crLf;
@@ -31,31 +31,33 @@ constexpr uint32_t kLineEndSampleSize = 65536;
 /// Whether more than a tenth of a file's first kBinarySampleSize bytes are not text.
 bool isBinary(std::string_view sample);
 
-/// The kind that a file's first kLineEndSampleSize bytes speak for; crLf when they do not tell.
+/// Returns the kind of which there are most among the first line ends of a file's first kLineEndSampleSize
+/// bytes; crLf in doubt.
 LineEndKind detectLineEndKind(std::string_view sample);
 
-/// Turns a file's bytes into the in-memory form, in place. Never needs memory. When the flag is raised
-/// meanwhile the bytes mean nothing.
+/// Turns a file's bytes into the in-memory form, in place and without further memory. If the flag is raised
+/// meanwhile, the bytes are undefined.
 void convertFromFile(ByteArray& bytes, LineEndKind kind, const AbortFlag* abort = nullptr);
 
-/// Turns in-memory text into a file's bytes. False when memory runs out or the result would not fit.
+/// Turns in-memory text into a file's bytes. Returns false, with `bytes` unchanged, when memory runs out or
+/// the result does not fit.
 bool convertToFile(std::string_view text, LineEndKind kind, bool nulToSpace, ByteArray& bytes);
 
-/// What came of an operation that loads or compares; `error` goes with the unreadable results.
+/// The result of loading or comparing two files.
 struct Outcome {
   Result result = Result::success;
-  SystemError error = 0;
+  SystemError error = 0;  // why, if a file is unreadable
 
   bool succeeded() const { return result == Result::success; }
 };
 
-/// What the user is told of an outcome; empty for success.
+/// Returns what the user is told of an outcome; an empty text for success.
 std::string outcomeMessage(const Outcome& outcome);
 
-/// Loads both files. The checks run left path, right path, left binary, right binary, left load, right
-/// load, and the first that fails is the outcome; the documents are then as they were. Each file is opened
-/// and read once, so that what was tested is what is compared. A file that finds no room in memory or in
-/// 32-bit positions is unreadable, with notEnoughStorage(). A null flag never aborts.
+/// Loads both files. The checks run in this order: left path, right path, left binary, right binary, left
+/// load, right load. The first that fails is the outcome, and the documents stay as they were. Each file is
+/// opened and read once, so that what was tested is what is compared. A file that does not fit in memory or
+/// in 32-bit positions is unreadable, with notEnoughStorage(). A null flag never aborts.
 Outcome loadDocuments(FileSystem& files, const std::string (&paths)[2], TextDocument (&documents)[2],
                       const AbortFlag* abort = nullptr);
 

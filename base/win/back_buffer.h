@@ -6,8 +6,8 @@
 
 namespace merivane {
 
-/// Painting that never shows half-drawn: between construction and destruction a WM_PAINT draws into memory,
-/// and what was to be painted then goes to the screen at once. Without memory for that it draws directly.
+/// Paints without showing anything half-drawn: between construction and destruction a WM_PAINT draws into
+/// memory, which then goes to the screen at once. If there is no memory for that, it draws directly.
 class BufferedPaint {
  public:
   explicit BufferedPaint(HWND window);
@@ -17,7 +17,7 @@ class BufferedPaint {
 
   HDC dc() const { return memory_ != nullptr ? memory_ : paint_.hdc; }
 
-  /// What has to be painted, in client coordinates. Nothing else reaches the screen.
+  /// The area that has to be painted, in client coordinates. Nothing else reaches the screen.
   const RECT& area() const { return paint_.rcPaint; }
 
  private:

@@ -5,13 +5,14 @@
 namespace merivane {
 
 /// A dialog of the resources together with its object; the promises of Window hold for it too. onMessage()
-/// answers, as a dialog procedure does, whether it handled the message.
+/// returns, as a dialog procedure does, whether it handled the message.
 class Dialog : public Window {
  protected:
-  /// Opens it without a message loop of its own. False when it cannot be had.
+  /// Opens it without a message loop of its own. Returns false when it cannot be created.
   bool open(int resource, HWND owner);
 
-  /// Opens it and serves it until EndDialog(), whose number it answers, or 0 when it cannot be had.
+  /// Opens it and handles its messages until EndDialog(). Returns what that was given, or 0 when the dialog
+  /// cannot be created.
   INT_PTR run(int resource, HWND owner);
 
   /// Moves it over the middle of its owner.

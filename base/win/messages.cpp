@@ -6,13 +6,13 @@
 namespace merivane {
 namespace {
 
-constexpr int longestText = 1024;  // with its NUL
+constexpr int maxText = 1024;  // with its NUL
 
 }  // namespace
 
 std::string loadText(UINT number) {
-  char buffer[longestText];
-  const int length = LoadStringA(programInstance(), number, buffer, longestText);
+  char buffer[maxText];
+  const int length = LoadStringA(programInstance(), number, buffer, maxText);
   return std::string(buffer, static_cast<size_t>(length));
 }
 
@@ -33,10 +33,10 @@ void showSystemError(HWND owner, TextId id, SystemError error) {
 }
 
 void reportOutOfMemory() {
-  char text[longestText] = "";
-  char caption[longestText] = "";
-  LoadStringA(programInstance(), static_cast<UINT>(TextId::outOfMemory), text, longestText);
-  LoadStringA(programInstance(), static_cast<UINT>(TextId::productName), caption, longestText);
+  char text[maxText] = "";
+  char caption[maxText] = "";
+  LoadStringA(programInstance(), static_cast<UINT>(TextId::outOfMemory), text, maxText);
+  LoadStringA(programInstance(), static_cast<UINT>(TextId::productName), caption, maxText);
   MessageBoxA(nullptr, text, caption, MB_OK | MB_ICONSTOP);
 }
 

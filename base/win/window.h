@@ -8,16 +8,17 @@ namespace merivane {
 
 HINSTANCE programInstance();
 
-/// The title or text of a window of this program.
+/// Returns the title or text of a window of this program.
 std::string windowText(HWND window);
 
-/// Whether a key was down when the current message was sent.
+/// Returns whether a key was down when the current message was sent.
 bool isKeyDown(int key);
 
-/// Whether Ctrl was, and not the right Alt key, which is Ctrl and Alt and types signs on many keyboards.
+/// Returns whether Ctrl was down, and not the right Alt key, which counts as Ctrl and Alt and types
+/// characters on many keyboards.
 bool isCtrlDown();
 
-/// What a window class of the program is made of. The menu belongs to the window, not to the class.
+/// The properties of a window class of the program. The menu belongs to the window, not to the class.
 struct WindowClass {
   const char* name;
   UINT style = 0;
@@ -26,7 +27,7 @@ struct WindowClass {
   int icon = 0;         // a resource number
 };
 
-/// Where and how a window is made.
+/// Where and how a window is created.
 struct WindowPlace {
   DWORD style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS;
   DWORD extendedStyle = 0;
@@ -38,17 +39,18 @@ struct WindowPlace {
   HMENU menu = nullptr;  // a child's number
 };
 
-/// A window of one of the program's own classes, or a dialog, together with its object. Of one thread, the
-/// one that runs the user interface.
+/// A window of one of the program's own classes, or a dialog, together with its object. Belongs to the thread
+/// that runs the user interface.
 ///
-/// The window's user data points at the object from WM_NCCREATE to WM_NCDESTROY, and only objects that are
-/// in the list of live ones are ever believed. Nothing that a handler throws leaves the window procedure:
-/// running out of memory is reported and the message abandoned.
+/// The window's user data points at the object from WM_NCCREATE to WM_NCDESTROY, and is trusted only if the
+/// object is in the list of live ones. Nothing that a handler throws leaves the window procedure: running out
+/// of memory is reported and the message abandoned.
 class Window {
  public:
   virtual ~Window();
 
-  /// Sees every message of the window and its children before it is translated; true consumes it.
+  /// Receives every message of the window and its children before it is translated. Returns true to consume
+  /// it.
   virtual bool PreTranslateMessage(const MSG& message);
 
   Window(const Window&) = delete;
@@ -57,29 +59,30 @@ class Window {
   HWND handle() const { return handle_; }
   HACCEL accelerators() const { return accelerators_; }
 
-  /// The live object of a window; null for a window that has none.
+  /// Returns the live object of a window; null for a window that has none.
   static Window* of(HWND window);
 
  protected:
   Window();
 
-  /// Makes the window, with the class registered when it is the first of it. False when it cannot be had.
+  /// Creates the window, and registers its class if it is the first one. Returns false when it cannot be
+  /// created.
   bool create(const WindowClass& windowClass, const char* title, const WindowPlace& place);
   void setAccelerators(HACCEL accelerators) { accelerators_ = accelerators; }
 
-  /// Destroys the window, if it is there. For the destructor of a class that handles messages: by the time
-  /// ~Window() runs there is nothing left to handle them.
+  /// Destroys the window if there is one. The destructor of a class that handles messages calls it, because
+  /// nothing is left to handle them when ~Window() runs.
   void destroy();
 
-  /// Called with each of the window's messages. What is not wanted goes to defaultProcedure().
+  /// Handles each of the window's messages. Those that it has no use for go to defaultProcedure().
   virtual LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
   LRESULT defaultProcedure(UINT message, WPARAM wParam, LPARAM lParam);
 
   /// The window is gone. The object may delete itself here.
   virtual void onDestroyed() {}
 
-  /// The two halves of a window procedure: the new window gets its object; a message goes to the object of
-  /// its window, or without one to `otherwise`.
+  /// The two halves of a window procedure: the first gives a new window its object; the second passes a
+  /// message to the object of its window, or to `otherwise` if there is none.
   static void adopt(HWND handle, Window* object);
   static LRESULT receive(HWND handle, UINT message, WPARAM wParam, LPARAM lParam, WNDPROC otherwise);
 
@@ -91,8 +94,8 @@ class Window {
   HACCEL accelerators_ = nullptr;
 };
 
-/// Sets up a window's scroll bar, which stays where there is nothing to scroll. One that stands so already is
-/// left alone: it would be drawn again.
+/// Sets up a window's scroll bar, which stays visible if there is nothing to scroll. One that is set up so
+/// already is left alone, because it would be drawn again.
 void setScrollBar(HWND window, int bar, int last, UINT page, int position);
 
 }  // namespace merivane

@@ -11,7 +11,7 @@
 namespace merivane {
 namespace {
 
-/// Rows of a table, to be looked at or gone back to.
+/// Copies of rows of a table, to look at or to go back to.
 class KeptRows {
  public:
   /// Has room for `rows` rows of up to `band` blocks.
@@ -32,18 +32,18 @@ class KeptRows {
     table.goTo(rows_[at].band, blocksOf(rows_[at]), limit);
   }
 
-  /// The least column before which the length in a row is the same as before `column`.
-  int32_t leastWithLength(size_t at, int32_t column) const {
+  /// The first column of a row whose length is that of `column`.
+  int32_t firstOfSameLength(size_t at, int32_t column) const {
     const Row& row = rows_[at];
     const BitBlock* const blocks = blocksOf(row);
     const int32_t begin = BandedTable::column(row.band.first);
-    int32_t behind = std::min(column, BandedTable::column(row.band.last)) - begin;
-    for (; behind > 0; behind = (behind - 1) / BitBlock::kWordColumns * BitBlock::kWordColumns) {
-      const int32_t last = behind - 1;
+    int32_t end = std::min(column, BandedTable::column(row.band.last)) - begin;
+    for (; end > 0; end = (end - 1) / BitBlock::kWordColumns * BitBlock::kWordColumns) {
+      const int32_t last = end - 1;
       const uint64_t word =
           blocks[last / BitBlock::kColumns].words[last % BitBlock::kColumns / BitBlock::kWordColumns];
-      const int32_t unasked = BitBlock::kWordColumns - 1 - last % BitBlock::kWordColumns;
-      const uint64_t grows = ~word << unasked;
+      const int32_t beyond = BitBlock::kWordColumns - 1 - last % BitBlock::kWordColumns;
+      const uint64_t grows = ~word << beyond;
       if (grows != 0) return begin + last - std::countl_zero(grows) + 1;
     }
     return begin;
@@ -65,13 +65,13 @@ class BandedSplit {
  public:
   BandedSplit(const MatchedBox& box, const AbortFlag* abort) : box_(box), abort_(abort), table_(box, abort) {}
 
-  /// False when there is no script of so many edits of matched elements, or when aborted.
+  /// Returns false when no script has at most `limit` edits of matched elements, or when aborted.
   bool run(int32_t limit, int32_t& matchedEdits, Point& split) {
     limit_ = limit;
     table_.start(limit);
     const int32_t end = box_.matched(0);
     const int32_t step = stepFor(end);
-    KeptRows rows(end / step + 1, mostBlocks());
+    KeptRows rows(end / step + 1, maxBlocks());
     if (!keepRows(end, step, rows) || table_.matchedEdits() > limit_) return false;
     limit_ = matchedEdits = table_.matchedEdits();
     SplitTrace trace(box_, matchedEdits + box_.unmatched());
@@ -90,18 +90,19 @@ class BandedSplit {
   int32_t lastRow() const { return table_.band().row; }
 
  private:
-  static constexpr int32_t kMostBlocks = 1 << 15;  // kept of a part
+  static constexpr int32_t kMaxKeptBlocks = 1 << 15;  // of one part
   static constexpr int32_t kParts = 16;
 
-  /// That a band can have.
-  int32_t mostBlocks() const { return std::min(limit_, box_.matched(1)) / BitBlock::kColumns + 2; }
+  /// How many blocks a band can have.
+  int32_t maxBlocks() const { return std::min(limit_, box_.matched(1)) / BitBlock::kColumns + 2; }
 
-  /// Of how many rows one is kept to trace `rows` rows back.
+  /// To trace `rows` rows back, one row of so many is kept.
   int32_t stepFor(int32_t rows) const {
-    return rows < kMostBlocks / mostBlocks() ? 1 : (rows + kParts - 1) / kParts;
+    return rows < kMaxKeptBlocks / maxBlocks() ? 1 : (rows + kParts - 1) / kParts;
   }
 
-  /// Goes on to row `end` and keeps every row that is a number of steps from here, the first included.
+  /// Goes on to row `end` and keeps this row and every `step`-th after it. Returns false when no script
+  /// within the limit leads there, or when aborted.
   bool keepRows(int32_t end, int32_t step, KeptRows& rows) {
     rows.keep(table_);
     for (int32_t next = table_.band().row + step; table_.band().row < end;) {
@@ -114,13 +115,13 @@ class BandedSplit {
     return true;
   }
 
-  /// Traces the rows from `end` back to the one behind `begin`, which is the first of `rows`. True when the
-  /// split has been found; the table then stands on the trace's row. True when aborted, too.
+  /// Traces the rows from `end` back to the one after `begin`, which is the first of `rows`. Returns true
+  /// when the split has been found, with the table on the trace's row, and when aborted.
   bool traceBack(const KeptRows& rows, int32_t begin, int32_t end, int32_t step, SplitTrace& trace) {
     if (step == 1) {
       while (trace.row() > begin) {
         const auto at = static_cast<size_t>(trace.row() - begin);
-        if (trace.insertFrom(rows.leastWithLength(at, trace.column())) || trace.leaveRow()) {
+        if (trace.insertFrom(rows.firstOfSameLength(at, trace.column())) || trace.leaveRow()) {
           rows.goBack(table_, at, limit_);
           return true;
         }
@@ -133,7 +134,7 @@ class BandedSplit {
       if (partBegin == partEnd) continue;
       rows.goBack(table_, part, limit_);
       const int32_t stepInPart = stepFor(partEnd - partBegin);
-      KeptRows inPart((partEnd - partBegin) / stepInPart + 1, mostBlocks());
+      KeptRows inPart((partEnd - partBegin) / stepInPart + 1, maxBlocks());
       if (!keepRows(partEnd, stepInPart, inPart)) return true;
       if (traceBack(inPart, partBegin, partEnd, stepInPart, trace)) return true;
     }
@@ -157,7 +158,7 @@ bool splitByBandedTable(const MatchedBox& box, int32_t& matchedEdits, const Abor
     if ((limit & 1) != ((rows - columns) & 1)) ++limit;
     if (search.run(static_cast<int32_t>(limit), matchedEdits, split)) return true;
     if (isRaised(abort)) return false;
-    // The band ends where about as many edits are done, which tells how many there may be.
+    // The rows it came to before the limit was used up tell how many edits there may be.
     const int64_t guess = limit * rows / (search.lastRow() + 1);
     limit = std::clamp(guess + guess / 8, limit + limit / 4, 2 * limit);
   }

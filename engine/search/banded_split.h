@@ -8,17 +8,18 @@
 
 namespace merivane {
 
-/// The split of a box, from the BandedTable of its lengths: right where matches are dense. The table is gone
-/// through once and traced back from its end. What is to be traced is kept a part at a time, and found again
-/// from marks that are kept of the rows between; parts have marks of their own where even these would be
-/// many.
+/// Finds the split of a box from the BandedTable of its lengths: the way for dense matches. The table is
+/// computed once and traced back from its end. There is room for a part of its rows only, so the rows of a
+/// part are computed again when the trace comes to it, from check points kept the first time; a part that is
+/// still too large has check points of its own (J. A. Grice, R. Hughey and D. Speck, "Reduced Space Sequence
+/// Alignment", Computer Applications in the Biosciences 13, 1997).
 ///
-/// Time: of the order of matched elements * (1 + edits of matched elements / 256). Memory: 72 bytes a right
-/// element, 2 for each level of marks, of which there are at most 8, and 1 MB. False when aborted. Throws
+/// Time: O(matched elements * (1 + edits of matched elements / 256)). Memory: 72 bytes per right element, 2
+/// per level of check points, of which there are at most 8, and 1 MB. Returns false when aborted. Throws
 /// std::bad_alloc.
 ///
-/// `matchedEdits`: the edits of matched elements in the box's shortest script, or kUnknown if they are to be
-/// found.
+/// `matchedEdits`: the edits of matched elements in the box's shortest script; if it is kUnknown, it is found
+/// and set.
 bool splitByBandedTable(const MatchedBox& box, int32_t& matchedEdits, const AbortFlag* abort, Point& split);
 
 }  // namespace merivane

@@ -25,12 +25,12 @@ BandedTable::BandedTable(const MatchedBox& box, const AbortFlag* abort)
       begins_(box.classCount + 2, 0),
       matchRow_(box.classCount, kNoRow) {
   const uint32_t* const classes = box.classes[1].data();
-  // Counted two places further on, a place is where the next occurrence goes and then where the next class
-  // begins.
+  // Each class is counted two places further on, so that its place can first say where its next occurrence
+  // goes and in the end where the next class begins.
   bool done = forEach(0, columns_, abort, [&](int32_t j) { ++begins_[classes[j] + 2]; });
   done = done && forEach(0u, box.classCount, abort, [&](uint32_t c) { begins_[c + 2] += begins_[c + 1]; });
   done = done && forEach(0, columns_, abort, [&](int32_t j) { occurrences_[begins_[classes[j] + 1]++] = j; });
-  // A class has a row if it has half a match a block: there can be no more of these than twice the columns of
+  // A class gets a row if it has half a match per block: there are no more of these than twice the columns of
   // a block.
   uint32_t matchRows = 0;
   done = done && forEach(0u, box.classCount, abort, [&](uint32_t c) {
@@ -52,8 +52,8 @@ void BandedTable::start(int32_t matchedEdits) {
 
 void BandedTable::limitTo(int32_t matchedEdits) {
   const int32_t more = box_.matched(0) - columns_;
-  deletions_ = (matchedEdits + more) / 2;
-  insertions_ = (matchedEdits - more) / 2;
+  maxDeletions_ = (matchedEdits + more) / 2;
+  maxInsertions_ = (matchedEdits - more) / 2;
 }
 
 bool BandedTable::nextRow() {
@@ -65,7 +65,7 @@ bool BandedTable::nextRow() {
   }
   constexpr int32_t rowsBetween = 32;  // a block too many does no harm for a while
   if (band_.row % rowsBetween == 0) narrow();
-  return band_.row - band_.high <= deletions_;
+  return band_.row - band_.high <= maxDeletions_;
 }
 
 bool BandedTable::advance(uint32_t matchClass) {
@@ -81,24 +81,24 @@ bool BandedTable::advance(uint32_t matchClass) {
   return advanceByMatches(bits_.data(), {first, last}, band_.last);
 }
 
-/// Takes in the blocks that have come within the limit. Along a row the insertions grow.
+/// Takes in the blocks that have come within the limit. Insertions grow along a row.
 void BandedTable::widen() {
-  while (band_.last < blocks_ && column(band_.last) - band_.high <= insertions_) {
+  while (band_.last < blocks_ && column(band_.last) - band_.high <= maxInsertions_) {
     bits_[band_.last] = kNoGrowth;
     ++band_.last;
   }
 }
 
-/// Lets those go that are outside of it. Along a row the deletions fall, too.
+/// Lets those go that are outside of it. Deletions fall along a row, insertions grow.
 void BandedTable::narrow() {
   for (; band_.first < band_.last; ++band_.first) {
     const int32_t next = band_.low + growthsIn(bits_[band_.first]);
-    if (band_.row - next <= deletions_) break;
+    if (band_.row - next <= maxDeletions_) break;
     band_.low = next;
   }
   for (; band_.first < band_.last; --band_.last) {
     const int32_t before = band_.high - growthsIn(bits_[band_.last - 1]);
-    if (column(band_.last - 1) - before <= insertions_) break;
+    if (column(band_.last - 1) - before <= maxInsertions_) break;
     band_.high = before;
   }
 }

@@ -11,7 +11,7 @@ namespace merivane {
 #ifdef MERIVANE_AVX2
 namespace {
 
-/// What to add to the four words of a block for each set of those that get a carry.
+/// For every set of words of a block that get a carry, what to add to its four words.
 struct Increments {
   alignas(32) BitBlock of[16] = {};
 
@@ -23,8 +23,8 @@ struct Increments {
 };
 constexpr Increments kIncrements;
 
-/// All four words at once. Which of them get a carry is itself an addition, of a bit a word: those that make
-/// one and those that would pass one on, being full.
+/// Adds all four words at once. Which of them get a carry is an addition itself, of one bit per word: some
+/// words make a carry, and those that are full pass one on.
 [[gnu::target("avx2")]] bool advanceWide(BitBlock* row, const BitBlock* matches, size_t count) {
   const __m256i full = _mm256_set1_epi64x(-1);
   uint32_t carried = 0;
@@ -79,7 +79,7 @@ bool advanceByMatches(BitBlock* row, std::span<const int32_t> columns, size_t co
   uint64_t* const words = row->words;
   const size_t end = count * BitBlock::kWords;
   bool grown = false;
-  // From the last on, so that what moves to one is there for the one before it.
+  // The last comes first, so that the place that has moved to it can move on to the one before.
   for (size_t n = columns.size(); n-- > 0;) {
     const auto column = static_cast<uint32_t>(columns[n]);
     size_t at = column / BitBlock::kWordColumns;

@@ -18,11 +18,11 @@ struct Box {
 /// Takes the equal elements off both ends of a box.
 template <typename Element>
 void trimEqualEnds(const Element* left, const Element* right, Box& box) {
-  const auto most = [&box] { return static_cast<size_t>(std::min(box.xhi - box.xlo, box.yhi - box.ylo)); };
-  const auto atStart = static_cast<int32_t>(equalAtStart(left + box.xlo, right + box.ylo, most()));
+  const auto shorter = [&box] { return static_cast<size_t>(std::min(box.xhi - box.xlo, box.yhi - box.ylo)); };
+  const auto atStart = static_cast<int32_t>(equalAtStart(left + box.xlo, right + box.ylo, shorter()));
   box.xlo += atStart;
   box.ylo += atStart;
-  const auto atEnd = static_cast<int32_t>(equalAtEnd(left + box.xhi, right + box.yhi, most()));
+  const auto atEnd = static_cast<int32_t>(equalAtEnd(left + box.xhi, right + box.yhi, shorter()));
   box.xhi -= atEnd;
   box.yhi -= atEnd;
 }
@@ -31,7 +31,7 @@ struct Point {
   int32_t x, y;
 };
 
-/// Of a box whose edits nobody has counted yet.
+/// Stands for a number of edits that nobody has counted yet.
 constexpr int32_t kUnknown = -1;
 
 /// Where a search divides a box. `edits` are those of the box's shortest script; the part before the split

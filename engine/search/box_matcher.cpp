@@ -10,14 +10,16 @@
 namespace merivane {
 namespace {
 
-/// Open addressing with a multiplicative hash: line keys are well spread in their low bits only by chance.
+/// A hash table from line keys to classes, with open addressing. The hash multiplies, because the low bits of
+/// line keys are well spread only by chance.
 class KeyTable {
  public:
   explicit KeyTable(size_t keys) {
     const size_t cells = std::bit_ceil(keys + keys / 4 + 2);
     shift_ = 64 - std::countr_zero(cells);
     last_ = cells - 1;
-    // Large tables come as zeros from the system, a page when it is first touched: nothing to be waited for.
+    // The system gives large tables as zeros, each page when it is first touched: there is nothing to wait
+    // for.
     cells_.reset(static_cast<Cell*>(std::calloc(cells, sizeof(Cell))));
     if (!cells_) throw std::bad_alloc();
   }
@@ -28,7 +30,7 @@ class KeyTable {
     return cell.number - 1;
   }
 
-  /// count() for a key that has no class.
+  /// Returns count() for a key that has no class.
   uint32_t knownClassOf(uint32_t key) const {
     const uint32_t number = cells_[placeOf(key)].number;
     return number == kFree ? count_ : number - 1;
@@ -90,11 +92,11 @@ bool classify(std::span<const char> left, std::span<const char> right, const Abo
   return true;
 }
 
-BoxMatcher::BoxMatcher(const ElementClasses& classes) : classes_(classes), of_(classes.count) {}
+BoxMatcher::BoxMatcher(const ElementClasses& classes) : classes_(classes), known_(classes.count) {}
 
 bool BoxMatcher::match(const Box& box, const AbortFlag* abort, MatchedBox& matched) {
   matched.turned = box.size() % 2 == 0;
-  // Of each side as it is to be read the first element's class, and the way to the next.
+  // Where each side's reading starts, and the way to its next element.
   const uint32_t* firsts[2] = {classes_.of[0].data() + box.xlo, classes_.of[1].data() + box.ylo};
   int32_t sizes[2] = {box.xhi - box.xlo, box.yhi - box.ylo};
   ptrdiff_t stride = 1;
@@ -105,7 +107,7 @@ bool BoxMatcher::match(const Box& box, const AbortFlag* abort, MatchedBox& match
     stride = -1;
   }
   const auto forSide = [&](int side, auto visit) {
-    return forEach(0, sizes[side], abort, [&](int32_t at) { visit(at, of_[firsts[side][at * stride]]); });
+    return forEach(0, sizes[side], abort, [&](int32_t at) { visit(at, known_[firsts[side][at * stride]]); });
   };
   for (const int side : {0, 1}) {
     if (!forSide(side, [side](int32_t, Class& of) { ++of.counts[side]; })) return false;
@@ -119,8 +121,7 @@ bool BoxMatcher::match(const Box& box, const AbortFlag* abort, MatchedBox& match
     uint32_t* const classes = matched.classes[side].data();
     int32_t* const positions = matched.positions[side].data() + 1;
     size_t count = 0;
-    // Whether an element is matched is hard to foresee, so all are written and the unmatched ones
-    // overwritten.
+    // Whether an element is matched is hard to predict, so all are written, and unmatched ones overwritten.
     const bool done = forSide(side, [&](int32_t at, Class& of) {
       const uint32_t others = of.counts[1 - side];
       if (side == 0) {

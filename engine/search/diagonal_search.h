@@ -11,24 +11,24 @@
 
 namespace merivane {
 
-/// The middle snake of a box, diagonal by diagonal, from both ends at once (E. W. Myers, "An O(ND)
-/// Difference Algorithm and Its Variations", Algorithmica 1, 1986). It fixes which of several splits is
-/// meant: the first round in which the two searches meet, and in it the highest diagonal.
+/// The plain search: finds the split of a box diagonal by diagonal, from both ends at once (E. W. Myers, "An
+/// O(ND) Difference Algorithm and Its Variations", Algorithmica 1, 1986). It defines which of several splits
+/// is meant: that of the first round in which the two searches meet, and in it of the highest diagonal.
 ///
-/// Time: a quarter of D * D steps for a box with D edits, twice that where they are not known. Memory: 8
-/// bytes an element of the largest box so far.
+/// Time: D * D / 4 steps for a box with D edits, twice that where D is not known. Memory: 8 bytes per element
+/// of the largest box so far.
 template <typename Element>
 class DiagonalSearch {
  public:
   DiagonalSearch(const Element* left, const Element* right, WorkSpace& space, const AbortFlag* abort)
       : a_(left), b_(right), space_(space), abort_(abort) {}
 
-  /// `edits`: those of the box's shortest script where they are known, else kUnknown; then it gives up when
-  /// more than `budget` steps would be needed, or soon seem to be many times as many. The box is not empty
-  /// and does not begin or end with equal elements. Throws std::bad_alloc.
+  /// `edits`: those of the box's shortest script, or kUnknown. If they are unknown, the search gives up after
+  /// `budget` steps, or earlier if it is likely to need many times as many. The box is not empty and does not
+  /// begin or end with equal elements. Throws std::bad_alloc.
   SearchEnd find(const Box& box, int32_t edits, int64_t budget, BoxSplit& split) {
     const size_t diagonals = static_cast<size_t>(box.size()) + 3;
-    // A diagonal d = x - y runs from xlo - yhi to xhi - ylo, with one guard cell on each side.
+    // The diagonals d = x - y are those from xlo - yhi to xhi - ylo, with a guard cell on each side.
     int32_t* const fd = space_.cells(2 * diagonals) + (ptrdiff_t{box.yhi} - box.xlo + 1);
     int32_t* const bd = fd + static_cast<ptrdiff_t>(diagonals);
     const int32_t dmin = box.xlo - box.yhi, dmax = box.xhi - box.ylo;
@@ -52,19 +52,19 @@ class DiagonalSearch {
         budget -= int64_t{fmax} - fmin + 2;
         if (budget < 0) return SearchEnd::overBudget;
       }
-      // Diagonals from which the edits left would not lead to the other end are no part of a shortest script.
-      const int32_t ahead = edits - round;
-      if (fmin > std::max(dmin, bmid - ahead)) {
+      // No shortest script passes a diagonal from which the edits left do not lead to the other end.
+      const int32_t left = edits - round;
+      if (fmin > std::max(dmin, bmid - left)) {
         fd[--fmin - 1] = -1;
       } else {
         ++fmin;
       }
-      if (fmax < std::min(dmax, bmid + ahead)) {
+      if (fmax < std::min(dmax, bmid + left)) {
         fd[++fmax + 1] = -1;
       } else {
         --fmax;
       }
-      // Where the searches can meet: on diagonals that both have, in rounds of the right parity.
+      // The searches can meet only on diagonals that both have, and in rounds of the right parity.
       if (odd && (!known || 2 * round > edits)) {
         for (int32_t d = fmax; d >= fmin; d -= 2) {
           const int32_t x = goForward(box, fd, d);
@@ -76,12 +76,12 @@ class DiagonalSearch {
       } else {
         for (int32_t d = fmax; d >= fmin; d -= 2) goForward(box, fd, d);
       }
-      if (bmin > std::max(dmin, fmid - ahead)) {
+      if (bmin > std::max(dmin, fmid - left)) {
         bd[--bmin - 1] = std::numeric_limits<int32_t>::max();
       } else {
         ++bmin;
       }
-      if (bmax < std::min(dmax, fmid + ahead)) {
+      if (bmax < std::min(dmax, fmid + left)) {
         bd[++bmax + 1] = std::numeric_limits<int32_t>::max();
       } else {
         --bmax;
@@ -103,7 +103,7 @@ class DiagonalSearch {
  private:
   static constexpr int64_t kManyTimes = 2;
 
-  /// What the whole search would take if it went on as it went so far: each end has half the way to go.
+  /// Estimates the steps of the whole search from how far it has come: each end has half the way to go.
   static int64_t stepsAtThisPace(const Box& box, const int32_t* fd, int32_t fmin, int32_t fmax,
                                  int32_t round) {
     int32_t furthest = 0;
@@ -127,7 +127,7 @@ class DiagonalSearch {
 
   const Element* a_;
   const Element* b_;
-  WorkSpace& space_;  // for both searches' furthest x on every diagonal
+  WorkSpace& space_;  // both searches' furthest x on every diagonal
   const AbortFlag* abort_;
 };
 

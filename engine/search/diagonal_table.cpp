@@ -9,9 +9,9 @@
 namespace merivane {
 namespace {
 
-/// For every number of edits of matched elements, the furthest i on each diagonal i - j of the grid that so
-/// many lead to. Diagonals on which there would be more deletions or insertions than in the whole script are
-/// left out: nothing there lies on a shortest path.
+/// For every number of edits of matched elements, the furthest i that so many lead to on each diagonal i - j
+/// of the grid. Diagonals that take more deletions or insertions than the whole script has are left out: no
+/// point of theirs lies on a shortest path.
 class DiagonalTable {
  public:
   DiagonalTable(const MatchedBox& box, int32_t edits)
@@ -23,9 +23,9 @@ class DiagonalTable {
     rounds_.reserve(static_cast<size_t>(edits) + 1);
     size_t cells = 0;
     for (int32_t round = 0; round <= edits; ++round) {
-      const int32_t more = rows_ - columns_, ahead = edits - round;
-      int32_t lowest = std::max(-round, more - ahead);
-      int32_t highest = std::min(round, more + ahead);
+      const int32_t more = rows_ - columns_, left = edits - round;
+      int32_t lowest = std::max(-round, more - left);
+      int32_t highest = std::min(round, more + left);
       // Beyond the grid there are no points; the parity stays that of the round.
       if (lowest < -columns_) lowest = -columns_ + ((columns_ ^ round) & 1);
       if (highest > rows_) highest = rows_ - ((rows_ ^ round) & 1);
@@ -43,7 +43,7 @@ class DiagonalTable {
     return true;
   }
 
-  /// Whether so many edits lead to a grid point.
+  /// Returns whether so many edits lead to a grid point.
   bool leadTo(int32_t edits, int32_t i, int32_t j) const {
     if (edits < 0 || edits > edits_) return false;
     const Round& round = rounds_[static_cast<size_t>(edits)];
@@ -53,8 +53,8 @@ class DiagonalTable {
 
  private:
   struct Round {
-    int32_t lowest, highest;  // diagonals, every second one between
-    size_t cells;             // where its own begin; there is one more on either side
+    int32_t lowest, highest;  // diagonals; every second one between them has a cell
+    size_t cells;             // where they begin; there is one more on either side
   };
 
   int32_t* furthestOf(const Round& round) { return furthest_.get() + round.cells; }
@@ -64,7 +64,7 @@ class DiagonalTable {
     const Round& round = rounds_[static_cast<size_t>(number)];
     int32_t* cell = furthestOf(round);
     cell[-1] = kNowhere;
-    const int32_t* before = nullptr;  // of the round before, the diagonal below the cell's
+    const int32_t* before = nullptr;  // the previous round's cell on the diagonal below this one's
     if (number > 0) {
       const Round& last = rounds_[static_cast<size_t>(number) - 1];
       before = furthestOf(last) + (round.lowest - 1 - last.lowest) / 2;
@@ -88,7 +88,7 @@ class DiagonalTable {
     *cell = kNowhere;
   }
 
-  static constexpr int32_t kNowhere = -2;  // an edit away it still is
+  static constexpr int32_t kNowhere = -2;  // one edit further is not on the grid either
 
   const uint32_t* const a_;
   const uint32_t* const b_;

@@ -6,7 +6,7 @@
 
 namespace merivane {
 
-/// How many of the first, or of the last, `count` elements of two runs are equal up to the first that is not.
+/// Returns how many of the first `count` elements of two runs are equal before the first pair that is not.
 /// Time: a step for each eight bytes.
 template <typename Element>
 size_t equalAtStart(const Element* left, const Element* right, size_t count) {
@@ -22,7 +22,7 @@ size_t equalAtStart(const Element* left, const Element* right, size_t count) {
   return equal;
 }
 
-/// `left` and `right` are where the runs end.
+/// The same from the end: `left` and `right` are the ends of the runs.
 template <typename Element>
 size_t equalAtEnd(const Element* left, const Element* right, size_t count) {
   constexpr size_t atOnce = sizeof(uint64_t) / sizeof(Element);

@@ -8,20 +8,20 @@
 
 namespace merivane {
 
-/// A box without the elements that occur on one of its sides only. These never match, so they are edits
-/// whatever the script; what is left is smaller and has fewer edits to be found.
+/// A box without the elements that occur on one of its sides only. These never match, so they are edits in
+/// every script; what remains is smaller and has fewer edits to find.
 ///
-/// A *grid point* (i, j) stands behind i matched elements on the left and j on the right. In the box itself
-/// it is a whole rectangle of points, from (low(0, i), low(1, j)) to (high(0, i), high(1, j)): the runs of
-/// unmatched elements there may be deleted and inserted in any order.
+/// A *grid point* (i, j) stands after i matched elements on the left and j on the right. In the box itself it
+/// is a rectangle of points, from (low(0, i), low(1, j)) to (high(0, i), high(1, j)): the runs of unmatched
+/// elements there may be deleted and inserted in any order.
 ///
-/// A box whose two sizes add up to an even number is read *turned*: from its end, and with its sides
-/// exchanged. Diagonals x - y keep their order by that, and the split of a box becomes one thing: the
-/// *furthest* point on the highest diagonal that a shortest script passes with half its edits behind it.
+/// A box whose two sizes add up to an even number is *turned*: it is read from its end with its sides
+/// exchanged, so that its split, too, is the furthest of the points in question (see edit_script.cpp).
 struct MatchedBox {
-  std::vector<uint32_t> classes[2];   // of the matched elements, dense: below classCount
-  std::vector<int32_t> positions[2];  // of the matched elements in the box, between -1 and the box's size
-  int32_t sizes[2] = {0, 0};          // of the box, unmatched elements included
+  std::vector<uint32_t> classes[2];  // of the matched elements; dense, below classCount
+  std::vector<int32_t>
+      positions[2];           // of the matched elements in the box, with -1 before and the size after them
+  int32_t sizes[2] = {0, 0};  // of the box with its unmatched elements
   uint32_t classCount = 0;
   int64_t matches = 0;  // pairs of equal elements
   bool turned = false;
@@ -32,7 +32,7 @@ struct MatchedBox {
   int32_t low(int side, int32_t i) const { return positions[side][static_cast<size_t>(i)] + 1; }
   int32_t high(int side, int32_t i) const { return positions[side][static_cast<size_t>(i) + 1]; }
 
-  /// A point of this box, in the box as it was before it was turned.
+  /// Where a point of this box is in the box that was matched.
   Point turnedBack(Point at) const { return turned ? Point{sizes[1] - at.y, sizes[0] - at.x} : at; }
 };
 

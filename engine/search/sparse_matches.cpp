@@ -10,7 +10,7 @@ struct Match {
   int32_t x, y;  // in the box
 };
 
-/// All matches by ascending x, and by descending y where x is the same. False when aborted.
+/// Lists all matches by ascending x, and by descending y where x is the same. Returns false when aborted.
 bool listMatches(const MatchedBox& box, const AbortFlag* abort, std::vector<Match>& matches) {
   const uint32_t* const classes[2] = {box.classes[0].data(), box.classes[1].data()};
   std::vector<uint32_t> starts(box.classCount + 1, 0);
@@ -28,13 +28,14 @@ bool listMatches(const MatchedBox& box, const AbortFlag* abort, std::vector<Matc
          });
 }
 
-/// For each match the length of the longest chain that it ends. A chain's matches ascend in x and y both;
-/// `matches` come in an order in which what may follow a match in a chain comes after it, and matches of one
-/// x never chain. With `Mirror` the box is read from its end.
+/// Finds for each match the length of the longest chain that ends with it. The matches of a chain ascend in
+/// both x and y. In the order of `matches` whatever may follow a match in a chain comes after it, and no two
+/// matches of one x are in order for a chain. With `Mirror` the box is read from its end. Returns false when
+/// aborted.
 template <bool Mirror>
 bool rankMatches(const std::vector<Match>& matches, const AbortFlag* abort, std::vector<int32_t>& ranks,
                  int32_t& longest) {
-  std::vector<int32_t> ends;  // of all chains of length r + 1 so far the least y that one ends with
+  std::vector<int32_t> ends;  // at r: the min y that a chain of length r + 1 found so far ends with
   ranks.resize(matches.size());
   const size_t count = matches.size();
   for (size_t n = 0; n < count; ++n) {
@@ -60,7 +61,7 @@ struct Range {
   bool empty() const { return first > last; }
 };
 
-/// The last x that lies in a range of both lists; -1 if there is none.
+/// Returns the last x that lies in a range of each list; -1 if there is none.
 int32_t lastInBoth(const std::vector<Range>& left, const std::vector<Range>& right) {
   auto l = left.rbegin();
   auto r = right.rbegin();
@@ -101,7 +102,7 @@ bool splitBySparseMatches(const MatchedBox& box, const AbortFlag* abort, int32_t
     if (onLongest(at)) ++starts[static_cast<size_t>(fromStart[at]) + 1];
   });
   if (!counted) return false;
-  // Two matches that are none, at the box's corners, are rank 0 and the rank behind the last.
+  // The two corners of the box count as matches too: as rank 0 and as the rank after the last.
   starts[1] = 1;
   starts[ranks] = 1;
   for (size_t rank = 0; rank < ranks; ++rank) starts[rank + 1] += starts[rank];
@@ -116,24 +117,24 @@ bool splitBySparseMatches(const MatchedBox& box, const AbortFlag* abort, int32_t
 
   matchedEdits = box.matched(0) + box.matched(1) - 2 * longest;
   const int32_t edits = matchedEdits + box.unmatched();
-  const int32_t before = (edits + 1) / 2;
+  const int32_t half = (edits + 1) / 2;
   split = {-1, -1};
-  std::vector<Range> behind, ahead;
+  std::vector<Range> after, before;
   return forEach(0, longest + 1, abort, [&](int32_t rank) {
-    // The points behind a match of this rank and before one of the next that have half the edits behind them.
-    const int32_t sum = before + 2 * rank;
-    behind.clear();
-    ahead.clear();
+    // The points after a match of this rank and before one of the next that have half the edits before them.
+    const int32_t sum = half + 2 * rank;
+    after.clear();
+    before.clear();
     const size_t r = static_cast<size_t>(rank);
     for (uint32_t at = starts[r]; at < starts[r + 1]; ++at) {
-      behind.push_back({ranked[at].x + 1, sum - ranked[at].y - 1});
+      after.push_back({ranked[at].x + 1, sum - ranked[at].y - 1});
     }
     for (uint32_t at = starts[r + 1]; at < starts[r + 2]; ++at) {
-      ahead.push_back({sum - ranked[at].y, ranked[at].x});
+      before.push_back({sum - ranked[at].y, ranked[at].x});
     }
-    const int32_t x = lastInBoth(behind, ahead);
+    const int32_t x = lastInBoth(after, before);
     if (x < 0) return;
-    // Of equal diagonals the further point stands.
+    // On the same diagonal the further point counts.
     if (split.x < 0 || 2 * x - sum >= split.x - split.y) split = {x, sum - x};
   });
 }

@@ -6,10 +6,10 @@
 
 namespace merivane {
 
-/// Cells for a search, whatever is in them; kept from one to the next.
+/// Cells that a search works with, kept from one search to the next. Their contents are not initialised.
 class WorkSpace {
  public:
-  /// At least `count` cells. Those of the call before are gone. Throws std::bad_alloc.
+  /// Returns at least `count` cells. Those of the previous call are no longer valid. Throws std::bad_alloc.
   int32_t* cells(size_t count) {
     if (count > count_) {
       count_ = 0;

@@ -29,12 +29,12 @@ constexpr double never = 1e12, always = 1e-9;
 /// Costs under which a search takes one way wherever it can.
 constexpr Way ways[] = {
     {"as fitted", {}},
-    {"plain", {.leastPlainSteps = 1e15}},
-    {"plain, then any", {.leastPlainSteps = 20, .plainStepsPerElement = 0.5}},
-    {"diagonals", {.leastPlainSteps = 0, .plainStepsPerElement = 0, .perMatch = never, .perRow = never}},
-    {"sparse", {.leastPlainSteps = 0, .plainStepsPerElement = 0, .perMatch = always, .perRow = never}},
+    {"plain", {.minPlainSteps = 1e15}},
+    {"plain, then any", {.minPlainSteps = 20, .plainStepsPerElement = 0.5}},
+    {"diagonals", {.minPlainSteps = 0, .plainStepsPerElement = 0, .perMatch = never, .perRow = never}},
+    {"sparse", {.minPlainSteps = 0, .plainStepsPerElement = 0, .perMatch = always, .perRow = never}},
     {"banded table",
-     {.leastPlainSteps = 0,
+     {.minPlainSteps = 0,
       .plainStepsPerElement = 0,
       .perMatch = never,
       .perRow = always,

@@ -31,7 +31,7 @@ inline std::string comparisonFault(const DiffModel& model, std::string_view left
       end[side] = model.endPosition(side, row, size);
       if (end[side] < start || end[side] > size) return fault("a line beyond the text");
       const std::string_view line = texts[side].substr(start, end[side] - start);
-      keys[side] = lineKey(line, options);
+      keys[side] = line.empty() ? 0 : tableLines(line, options).keys.at(0);
       if (fillerSide(status) == side) {
         if (!line.empty()) return fault("text on a filler");
         if (model.lineNumber(side, row) != kNoLine) return fault("a number on a filler");
