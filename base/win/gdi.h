@@ -34,12 +34,12 @@ using Bitmap = GdiObject<HBITMAP>;
 using Region = GdiObject<HRGN>;
 
 /// Keeps an object selected into a device context for as long as it lives.
-class Selection {
+class SelectedObject {
  public:
-  Selection(HDC dc, HGDIOBJ object) : dc_(dc), previous_(SelectObject(dc, object)) {}
-  ~Selection() { SelectObject(dc_, previous_); }
-  Selection(const Selection&) = delete;
-  Selection& operator=(const Selection&) = delete;
+  SelectedObject(HDC dc, HGDIOBJ object) : dc_(dc), previous_(SelectObject(dc, object)) {}
+  ~SelectedObject() { SelectObject(dc_, previous_); }
+  SelectedObject(const SelectedObject&) = delete;
+  SelectedObject& operator=(const SelectedObject&) = delete;
 
  private:
   HDC dc_;
@@ -60,7 +60,7 @@ class WindowDc {
   HDC dc_;
 };
 
-/// The font that the user chose for messages and dialogs.
+/// Returns the font that the user chose for messages and dialogs.
 inline HFONT messageFont() {
   static const Font font = [] {
     NONCLIENTMETRICSA metrics = {};
@@ -71,7 +71,7 @@ inline HFONT messageFont() {
   return font.get();
 }
 
-/// Pixels at 96 to the inch, in pixels of the screen.
+/// Converts pixels at 96 to the inch into pixels of the screen.
 inline int scaled(int pixels) {
   static const int resolution = GetDeviceCaps(WindowDc(nullptr), LOGPIXELSX);
   return MulDiv(pixels, resolution, 96);

@@ -28,7 +28,7 @@ void RowPainter::fill(int left, int right, int y, Colour colour) {
 }
 
 void RowPainter::paintNumber(const PaneEdges& pane, int y, Colour colour) {
-  const Selection font(dc_, fonts_.numbers.get());
+  const SelectedObject font(dc_, fonts_.numbers.get());
   const auto length = static_cast<int>(layout_.number.size());
   SIZE size = {};
   GetTextExtentPoint32A(dc_, layout_.number.c_str(), length, &size);
@@ -42,7 +42,7 @@ void RowPainter::paintNumber(const PaneEdges& pane, int y, Colour colour) {
 }
 
 void RowPainter::paintText(const PaneEdges& pane, int y) {
-  const Selection font(dc_, fonts_.text.get());
+  const SelectedObject font(dc_, fonts_.text.get());
   // The layout decides where each character stands, not the device's rounding.
   advances_.clear();
   for (const char c : layout_.text) advances_.push_back(fonts_.metrics.widthOf(c));

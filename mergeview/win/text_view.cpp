@@ -121,10 +121,10 @@ void TextView::paintGap(HDC dc, const RECT& area) {
                          state_.font().lineHeight, state_.topRow()};
   if (area.right <= gap.left || area.left >= gap.right) return;
   fill(dc, {gap.left, area.top, gap.right, area.bottom}, GetSysColor(COLOR_BTNFACE));
-  const Selection pen(dc, GetStockObject(NULL_PEN));
+  const SelectedObject pen(dc, GetStockObject(NULL_PEN));
   for (const DiffArrow& arrow : diffArrows(state_.model(), state_.options().colours, gap)) {
     const Brush brush(CreateSolidBrush(arrow.colour));
-    const Selection selected(dc, brush.get());
+    const SelectedObject selected(dc, brush.get());
     std::vector<POINT> corners;
     // Without a pen a polygon lacks its last column and line.
     for (const GapPoint& corner : arrow.corners) corners.push_back({corner.x, corner.y});

@@ -31,7 +31,7 @@ ViewFonts makeViewFonts(HDC dc, const std::string& face, int height) {
   metrics.resolutionX = GetDeviceCaps(dc, LOGPIXELSX);
   metrics.resolutionY = GetDeviceCaps(dc, LOGPIXELSY);
   {
-    const Selection selected(dc, fonts.text.get());
+    const SelectedObject selected(dc, fonts.text.get());
     TEXTMETRICA text = {};
     GetTextMetricsA(dc, &text);
     metrics.lineHeight = std::max<int32_t>(text.tmHeight + text.tmExternalLeading, 1);
@@ -41,7 +41,7 @@ ViewFonts makeViewFonts(HDC dc, const std::string& face, int height) {
     characterWidths(dc, '\0', '\xFF', widths);
     std::copy(std::begin(widths), std::end(widths), metrics.widths.begin());
   }
-  const Selection selected(dc, fonts.numbers.get());
+  const SelectedObject selected(dc, fonts.numbers.get());
   int digits[10];
   characterWidths(dc, '0', '9', digits);
   metrics.digitWidth = *std::max_element(std::begin(digits), std::end(digits));

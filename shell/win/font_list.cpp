@@ -56,7 +56,7 @@ void fillFontList(HWND comboBox) {
   for (int index = 0; index < count; ++index) {
     const std::string face = faceAt(comboBox, index);
     const Font font = fontOf(comboBox, face);
-    const Selection selected(dc, font.get());
+    const SelectedObject selected(dc, font.get());
     SIZE size = {};
     GetTextExtentPoint32A(dc, face.data(), static_cast<int>(face.size()), &size);
     widest = std::max(widest, size.cx);
@@ -72,7 +72,7 @@ void drawFontItem(const DRAWITEMSTRUCT& item) {
   if (static_cast<int>(item.itemID) >= 0) {
     const std::string face = faceAt(item.hwndItem, static_cast<int>(item.itemID));
     const Font font = fontOf(item.hwndItem, face);
-    const Selection selection(item.hDC, font.get());
+    const SelectedObject selection(item.hDC, font.get());
     SetBkMode(item.hDC, TRANSPARENT);
     SetTextColor(item.hDC, GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
     RECT text = item.rcItem;
