@@ -52,11 +52,12 @@ class OutputFile {
  public:
   virtual ~OutputFile() = default;
 
-  /// Answers 0 or the error, after which the file can only be given up.
+  /// Returns 0 or the error, after which the file can only be given up.
   virtual SystemError write(std::string_view bytes) = 0;
 
-  /// Flushes to the disk and replaces the file, keeping its attributes and access rights. Answers 0 or the
-  /// error, with the earlier file intact.
+  /// Flushes to the disk and replaces the file, keeping its attributes, owner, access rights and names. Tries
+  /// for some two seconds what fails for a moment. Returns 0 or the error, with the earlier file intact; if
+  /// even that could not be had, the error's text says where the new and the old contents are.
   virtual SystemError commit() = 0;
 };
 
@@ -81,11 +82,12 @@ class FileSystem {
   /// it names need not exist. As it is when it is empty or that fails.
   virtual std::string absolute(const std::string& path) = 0;
 
-  /// Opens a file for reading; a folder is an error. Answers 0 or the error.
+  /// Opens a file for reading; a folder is an error. Returns 0 or the error.
   virtual SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) = 0;
 
-  /// Starts new contents for the file at `path`, which need not exist. A device or a pipe has no earlier
-  /// contents to keep and is written to at once. Answers 0 or the error.
+  /// Starts new contents for the file at `path`, which need not exist; those of a symbolic link are the
+  /// file's that it names. A device, a pipe or an open file ("/dev/stdout") has no earlier contents to keep
+  /// and is written to at once. Returns 0 or the error.
   virtual SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) = 0;
 };
 
@@ -101,7 +103,7 @@ bool IsFolder(const std::string& path);
 /// Whether two names lead to one file or folder, or would if it were there.
 bool sameFile(FileSystem& files, const std::string& a, const std::string& b);
 
-/// Makes `contents` the whole contents of the file at `path`, all or nothing. Answers 0 or the error.
+/// Makes `contents` the whole contents of the file at `path`, all or nothing. Returns 0 or the error.
 SystemError replaceFile(FileSystem& files, const std::string& path, std::string_view contents);
 
 /// Reads on to the end of the file behind the `contents.size()` bytes already there. A file that does not

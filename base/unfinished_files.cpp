@@ -3,7 +3,6 @@
 #include <atomic>
 #include <cstddef>
 #include <cstring>
-#include <utility>
 
 namespace merivane {
 namespace {
@@ -35,22 +34,14 @@ int note(const std::string& path) {
 
 }  // namespace
 
-void UnfinishedFile::take(std::string path) {
-  keep();
-  path_ = std::move(path);
-  slot_ = note(path_);
+void UnfinishedFile::begin(const std::string& path) {
+  end();
+  slot_ = note(path);
 }
 
-void UnfinishedFile::keep() {
+void UnfinishedFile::end() {
   if (slot_ >= 0) slots[slot_].state.store(Slot::free);
   slot_ = -1;
-  path_.clear();
-}
-
-bool UnfinishedFile::remove() {
-  const bool gone = path_.empty() || removeFileForSignal(path_.c_str());
-  keep();
-  return gone;
 }
 
 void removeUnfinishedFiles() {

@@ -4,28 +4,22 @@
 
 namespace merivane {
 
-/// The name of a file that is there only until what it is made for is done. It is removed when this goes, or
-/// by removeUnfinishedFiles(). Of one thread at a time.
+/// Notes a file that is there only until what it is made for is done, so that removeUnfinishedFiles() knows
+/// it. Removing it otherwise is the owner's. Of one thread at a time.
 class UnfinishedFile {
  public:
   UnfinishedFile() = default;
-  ~UnfinishedFile() { remove(); }
+  ~UnfinishedFile() { end(); }
   UnfinishedFile(const UnfinishedFile&) = delete;
   UnfinishedFile& operator=(const UnfinishedFile&) = delete;
 
-  /// Takes on the absolute path of a file, before or just after it is made. The one so far is kept.
-  void take(std::string path);
+  /// The file at an absolute path has just been made.
+  void begin(const std::string& path);
 
-  /// The file has got another name, is gone, or is to stay.
-  void keep();
-
-  /// Removes the file, if it has not been kept. Whether it is gone.
-  bool remove();
-
-  const std::string& path() const { return path_; }
+  /// It has got another name, is gone, or is to stay.
+  void end();
 
  private:
-  std::string path_;
   int slot_ = -1;
 };
 
@@ -44,9 +38,9 @@ class FinishBeforeSignals {
   FinishBeforeSignals& operator=(const FinishBeforeSignals&) = delete;
 };
 
-/// The platform's parts of it: removes a file of the process's own; returns whether it is gone. Holds the
-/// signals back, once at a time. Waits until they are not held back, where a signal comes on another thread.
-bool removeFileForSignal(const char* path);
+/// The platform's parts of it: removes a file. Holds the signals back, once at a time. Waits until they are
+/// not held back, where a signal comes on another thread.
+void removeFileForSignal(const char* path);
 void holdSignals();
 void releaseSignals();
 void waitForHeldSignals();

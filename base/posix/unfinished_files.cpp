@@ -13,11 +13,10 @@ thread_local sigset_t maskBefore;
 
 }  // namespace
 
-bool removeFileForSignal(const char* path) {
+void removeFileForSignal(const char* path) {
   const int errnoBefore = errno;
-  const bool gone = ::unlink(path) == 0 || errno == ENOENT;
+  ::unlink(path);
   errno = errnoBefore;
-  return gone;
 }
 
 void holdSignals() {

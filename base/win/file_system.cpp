@@ -4,47 +4,19 @@
 
 #include <algorithm>
 #include <string>
-#include <utility>
 
+#include "base/file_replacement.h"
+#include "base/win/handle.h"
 #include "base/win/wide.h"
 
 namespace merivane {
 namespace {
 
-class Handle {
- public:
-  Handle() = default;
-  explicit Handle(HANDLE handle) : handle_(handle) {}
-  ~Handle() { close(); }
-  Handle(const Handle&) = delete;
-  Handle& operator=(const Handle&) = delete;
-
-  HANDLE get() const { return handle_; }
-  bool valid() const { return handle_ != INVALID_HANDLE_VALUE; }
-  /// Takes a handle on; false for the invalid one of a failure.
-  bool take(HANDLE handle) {
-    close();
-    handle_ = handle;
-    return valid();
-  }
-  bool close() {
-    const HANDLE handle = handle_;
-    handle_ = INVALID_HANDLE_VALUE;
-    return handle == INVALID_HANDLE_VALUE || CloseHandle(handle) != 0;
-  }
-
- private:
-  HANDLE handle_ = INVALID_HANDLE_VALUE;
-};
-
-// The objects exist before what they own is opened, so that running out of memory leaves nothing behind.
-
 class WindowsInputFile final : public InputFile {
  public:
   SystemError open(const std::string& path) {
-    const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     LARGE_INTEGER size = {};
-    if (!handle_.take(CreateFileW(systemPath(path).c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING,
+    if (!handle_.take(CreateFileW(systemPath(path).c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
                                   FILE_FLAG_SEQUENTIAL_SCAN, nullptr))) {
       return GetLastError();
     }
@@ -78,64 +50,6 @@ class WindowsInputFile final : public InputFile {
   Handle handle_;
   uint64_t size_ = 0;
 };
-
-SystemError writeAll(HANDLE handle, std::string_view contents) {
-  while (!contents.empty()) {
-    DWORD written = 0;
-    const DWORD wanted = static_cast<DWORD>(std::min<size_t>(contents.size(), 1u << 24));
-    if (!WriteFile(handle, contents.data(), wanted, &written, nullptr)) return GetLastError();
-    if (written == 0) return ERROR_DISK_FULL;
-    contents.remove_prefix(written);
-  }
-  return 0;
-}
-
-class ReplacingOutput final : public OutputFile {
- public:
-  ReplacingOutput(std::wstring target, bool replaces) : target_(std::move(target)), replaces_(replaces) {}
-
-  ~ReplacingOutput() override {
-    file_.close();
-    if (!beside_.empty()) DeleteFileW(beside_.c_str());
-  }
-
-  SystemError open() {
-    DWORD number = GetTickCount() ^ GetCurrentProcessId() << 8;
-    SystemError error = ERROR_FILE_EXISTS;
-    for (int tries = 0; tries < 1000 && error == ERROR_FILE_EXISTS; ++tries, ++number) {
-      std::wstring beside = target_ + L'.' + std::to_wstring(number & 0xFFFFFF) + L".tmp";
-      if (file_.take(CreateFileW(beside.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
-                                 nullptr))) {
-        beside_ = std::move(beside);
-        return 0;
-      }
-      error = GetLastError();
-    }
-    return error;
-  }
-
-  SystemError write(std::string_view bytes) override { return writeAll(file_.get(), bytes); }
-
-  SystemError commit() override {
-    if (!FlushFileBuffers(file_.get())) return GetLastError();
-    if (!file_.close()) return GetLastError();
-    // ReplaceFile keeps attributes, time of creation and access rights of the file that goes.
-    const BOOL done = replaces_ ? ReplaceFileW(target_.c_str(), beside_.c_str(), nullptr,
-                                               REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)
-                                : MoveFileExW(beside_.c_str(), target_.c_str(), 0);
-    if (!done) return GetLastError();
-    beside_.clear();
-    return 0;
-  }
-
- private:
-  Handle file_;
-  std::wstring beside_;
-  std::wstring target_;
-  bool replaces_;
-};
-
-constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 constexpr uint64_t joined(DWORD high, DWORD low) { return uint64_t{high} << 32 | low; }
 
@@ -216,13 +130,7 @@ class WindowsFileSystem final : public FileSystem {
   }
 
   SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override {
-    const FileKind before = kind(path);
-    if (before == FileKind::folder) return ERROR_ACCESS_DENIED;
-    if (before == FileKind::file && !isWritable(path)) return ERROR_ACCESS_DENIED;
-    auto opened = std::make_unique<ReplacingOutput>(systemPath(absolute(path)), before == FileKind::file);
-    const SystemError error = opened->open();
-    if (error == 0) file = std::move(opened);
-    return error;
+    return createSystemFile(path, file);
   }
 };
 

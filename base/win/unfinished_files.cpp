@@ -13,11 +13,7 @@ SRWLOCK held = SRWLOCK_INIT;
 
 // A console's signals come on a thread of their own, where nothing is forbidden. A file that is still open
 // here is gone when the process is.
-bool removeFileForSignal(const char* path) {
-  if (DeleteFileW(systemPath(path).c_str())) return true;
-  const DWORD error = GetLastError();
-  return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
-}
+void removeFileForSignal(const char* path) { DeleteFileW(systemPath(path).c_str()); }
 
 void holdSignals() { AcquireSRWLockExclusive(&held); }
 void releaseSignals() { ReleaseSRWLockExclusive(&held); }

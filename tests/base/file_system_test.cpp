@@ -3,10 +3,15 @@
 #include <gtest/gtest.h>
 
 #ifndef _WIN32
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#ifdef __linux__
+#include <sys/xattr.h>
+#endif
 #endif
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -109,16 +114,16 @@ TEST_F(SystemFilesTest, KnowsAFileByEachOfItsNames) {
 }
 
 TEST_F(SystemFilesTest, RemovesUnfinishedFilesForASignal) {
-  for (const char* const name : {"one", "two", "kept", "removed"}) put(name, "");
-  UnfinishedFile one, two, kept, removed, never;
-  one.take(path("one"));
-  two.take(path("two"));
-  kept.take(path("kept"));
-  removed.take(path("removed"));
-  kept.keep();
-  EXPECT_TRUE(removed.remove() && never.remove());
-  EXPECT_EQ(filesThere(), 3);
+  put("kept", "");
+  UnfinishedFile kept;
+  kept.begin(path("kept"));
+  kept.end();
+  std::unique_ptr<OutputFile> outputs[2];
+  for (auto& output : outputs) ASSERT_EQ(files_.create(path("new"), output), 0u);
+  outputs[1].reset();
+  EXPECT_EQ(filesThere(), 2);
   removeUnfinishedFiles();
+  outputs[0].reset();
   EXPECT_TRUE(filesThere() == 1 && fs::exists(folder_ / "kept"));
 }
 
@@ -207,6 +212,42 @@ TEST_F(SystemFilesTest, BufferedWritesArriveInOrder) {
   EXPECT_TRUE(contents("file") == all);
 }
 
+TEST_F(SystemFilesTest, SavesUnderTheLongestNamesAndRelativeOnes) {
+#ifdef _WIN32
+  const size_t longest = std::min<size_t>(255, 259 - folder_.string().size() - 1);
+#else
+  const size_t longest = 255;
+#endif
+  const std::string name(longest, 'n');
+  const fs::path before = fs::current_path();
+  fs::current_path(folder_);
+  for (const char* const text : {"made", "replaced"}) {
+    EXPECT_EQ(replaceFile(files_, path(name), text), 0u);
+    EXPECT_EQ(replaceFile(files_, "relative", text), 0u);
+    EXPECT_TRUE(contents(name) == text && contents("relative") == text);
+  }
+  fs::current_path(before);
+  EXPECT_EQ(filesThere(), 2);
+}
+
+TEST_F(SystemFilesTest, NamesOfEveryLanguageAreTheirOwn) {
+  // The first is no other letter of any code page's, the last is outside the first 65,536 characters.
+  const std::u8string names[] = {u8"\u0141odz.txt", u8"\u041F\u0440\u0438\u0432\u0435\u0442.txt",
+                                 u8"\u00E9.txt", u8"\u4E2D\u6587.txt", u8"\U0001F600.txt"};
+  const std::u8string folder = folder_.u8string();
+  for (const std::u8string& name : names) {
+    const std::u8string whole = folder + u8"/" + name;
+    const std::string bytes(whole.begin(), whole.end());
+    for (const char* const text : {"made", "replaced"}) EXPECT_EQ(replaceFile(files_, bytes, text), 0u);
+    EXPECT_TRUE(fs::exists(folder_ / name)) << bytes;
+    EXPECT_EQ(files_.kind(bytes), FileKind::file);
+    EXPECT_EQ(files_.stamp(bytes).size, 8u);
+    std::unique_ptr<InputFile> file;
+    EXPECT_EQ(files_.open(bytes, file), 0u);
+  }
+  EXPECT_EQ(filesThere(), 5);
+}
+
 #ifndef _WIN32
 TEST_F(SystemFilesTest, KeepsModeOwnerAndLinks) {
   put("file", "earlier");
@@ -225,10 +266,53 @@ TEST_F(SystemFilesTest, KeepsModeOwnerAndLinks) {
   EXPECT_EQ(status.st_uid, isSuperUser ? uid_t{1234} : ::geteuid());
   EXPECT_EQ(status.st_gid, isSuperUser ? gid_t{2345} : ::getegid());
 
+#ifdef __linux__
+  ASSERT_EQ(::setxattr(path("file").c_str(), "user.note", "mine", 4, 0), 0);
+  char note[8];
+  EXPECT_EQ(replaceFile(files_, path("file"), "again"), 0u);
+  EXPECT_EQ(::getxattr(path("file").c_str(), "user.note", note, sizeof note), 4);
+#endif
+
+  // A second name stays one of the file, a link makes what it names, and one that names itself makes nothing.
+  fs::create_hard_link(folder_ / "file", folder_ / "second");
+  EXPECT_EQ(replaceFile(files_, path("second"), "both"), 0u);
+  EXPECT_EQ(contents("file"), "both");
+  fs::create_symlink("made", folder_ / "dangling");
+  EXPECT_EQ(replaceFile(files_, path("dangling"), "text"), 0u);
+  EXPECT_TRUE(fs::is_symlink(folder_ / "dangling") && contents("made") == "text");
+  fs::create_symlink("circle", folder_ / "circle");
+  EXPECT_NE(replaceFile(files_, path("circle"), "text"), 0u);
+  EXPECT_TRUE(fs::is_symlink(folder_ / "circle"));
+
   // What is new has the rights that any new file has.
   put("plain", "");
   EXPECT_EQ(replaceFile(files_, path("new"), "text"), 0u);
   EXPECT_EQ(fs::status(folder_ / "new").permissions(), fs::status(folder_ / "plain").permissions());
+}
+
+TEST_F(SystemFilesTest, WritesIntoDevicesAndOpenFiles) {
+  EXPECT_EQ(replaceFile(files_, "/dev/null", "text"), 0u);
+  EXPECT_NE(replaceFile(files_, "/dev/full", "text"), 0u);
+  EXPECT_EQ(files_.kind("/dev/null"), FileKind::other);
+  put("log", "before ");
+  const int log = ::open(path("log").c_str(), O_WRONLY | O_APPEND);
+  fs::create_symlink("/dev/fd/" + std::to_string(log), folder_ / "link");
+  EXPECT_EQ(replaceFile(files_, "/dev/fd/" + std::to_string(log), "text "), 0u);
+  EXPECT_EQ(replaceFile(files_, "/proc/self/fd/" + std::to_string(log), "and "), 0u);
+  EXPECT_EQ(replaceFile(files_, path("link"), "more"), 0u);
+  ::close(log);
+  EXPECT_EQ(contents("log"), "before text and more");
+  EXPECT_EQ(filesThere(), 2);
+}
+
+TEST_F(SystemFilesTest, SavesWhereTheFolderTakesNoFiles) {
+  if (::geteuid() == 0) GTEST_SKIP() << "rights do not count for a super-user";
+  put("file", "earlier and longer");
+  fs::permissions(folder_, fs::perms(0555));
+  EXPECT_EQ(replaceFile(files_, path("file"), "other"), 0u);
+  EXPECT_EQ(contents("file"), "other");
+  EXPECT_NE(replaceFile(files_, path("new"), "other"), 0u);
+  fs::permissions(folder_, fs::perms(0755));
 }
 #endif
 
