@@ -16,10 +16,10 @@ struct OptionName {
   OptionArgument argument = OptionArgument::none;
 };
 
-/// Takes a command line apart in the manner of getopt_long: options and operands in any order; "--name
-/// value",
+/// Reads a command line in the manner of getopt_long: options and operands in any order; "--name value",
 /// "--name=value" and every prefix of a name that no other name shares; letters alone or joined, "-U 5" and
-/// "-U5"; operands alone behind "--". An optional argument has to be joined on. A lone "-" is an operand.
+/// "-U5"; nothing but operands after "--". An optional argument has to be joined on. A lone "-" is an
+/// operand.
 class OptionScanner {
  public:
   /// What was found next. The texts are the command line's own.

@@ -65,7 +65,7 @@ class DiffRun {
     const TerminalFacts terminal = environment_.terminal();
     const bool toTerminal = terminal.isTerminal && options_.output.empty();
     const bool noColour = environment_.noColour != nullptr && *environment_.noColour != '\0';
-    writing.utf8 = terminal.utf8;
+    writing.terminal = terminal.bytes;
     writing.coloured = options_.colour == ColourUse::automatic
                            ? toTerminal && terminal.showsColours && !noColour
                            : options_.colour == ColourUse::always;
@@ -100,8 +100,17 @@ class DiffRun {
            ")");
   }
 
-  void report(const std::string& message) {
-    environment_.standardError.write(kMessagePrefix + message + "\n");
+  /// Names in it may hold anything, and the terminal is not to obey them.
+  void report(std::string_view message) {
+    CellStyle style;
+    style.terminal = environment_.terminal().bytes;
+    std::string shown = kMessagePrefix;
+    for (size_t end = 0; end != message.npos; message.remove_prefix(end == message.npos ? 0 : end + 1)) {
+      end = message.find('\n');
+      appendCell(shown, message.substr(0, end), {}, style, UINT32_MAX);
+      shown += '\n';
+    }
+    environment_.standardError.write(shown);
   }
 
   const DiffEnvironment& environment_;

@@ -8,36 +8,37 @@
 
 #include "base/byte_sink.h"
 #include "base/file_system.h"
+#include "output/text_cell.h"
 
 namespace merivane {
 
-/// What the terminal behind standard output is and can do.
+/// What the terminal at standard output is and can do.
 struct TerminalFacts {
   bool isTerminal = false;
   bool showsColours = false;
-  bool utf8 = false;   // whether bytes written there are taken as UTF-8
+  TerminalBytes bytes = {};
   uint32_t width = 0;  // in columns; 0 when there is no telling
 };
 
-/// All that merivane-diff has of the world around it.
+/// All that merivane-diff knows of the world around it.
 struct DiffEnvironment {
   FileSystem& files;
   InputFile& standardInput;
   OutputFile& standardOutput;
   ByteSink& standardError;
-  std::function<TerminalFacts()> terminal;  // asked for by what is laid out for one
+  std::function<TerminalFacts()> terminal;  // asked before anything is written for one
   const char* columns = nullptr;            // the variables COLUMNS and NO_COLOR; null when not set
   const char* noColour = nullptr;
   std::function<std::string()> time;  // date and time as an HTML page shows them
-  SystemError brokenPipe = 0;         // how writing fails when nobody reads any more: no news for the user
+  SystemError brokenPipe = 0;         // the error of writing what nobody reads any more; it is not reported
 };
 
 constexpr int kExitNoDifference = 0;
 constexpr int kExitDifferences = 1;
 constexpr int kExitTrouble = 2;
 
-/// Runs merivane-diff with the arguments behind the program's name and answers its exit status. Never throws;
-/// what went wrong stands on standard error.
+/// Runs merivane-diff with the arguments after the program's name and returns its exit status. Never throws;
+/// standard error says what went wrong.
 int runDiff(std::span<const std::string_view> arguments, const DiffEnvironment& environment);
 
 }  // namespace merivane

@@ -9,13 +9,13 @@ What to show:
   --format=FORMAT         text (aligned rows side by side; the default),
                             summary, json, html or unified (a patch)
   -U N, --unified[=N]     a patch with N (3) lines of context
-  --output=FILE           write FILE, whole or not at all, not standard output
+  --output=FILE           write to FILE, whole or not at all
 
 What counts as equal:
   --ignore-case           upper and lower case letters are the same
   --ignore-blanks=LIST    ignore blanks: all, multiple (runs count as one),
                             start, end (of lines); commas between several
-  --no-changed-lines      never pair unlike lines as one changed line
+  --no-changed-lines      unequal lines never pair up as a changed line
 
 How text and html look:
   --scope=SCOPE           everything (the default), context (differences and

@@ -15,7 +15,7 @@ struct RowColours {
   Colour left = 0xC0DCC0;
   Colour right = 0xF0CAA6;
   Colour changed = 0xA6CAF0;
-  bool drawArrows = true;  // off: every differing row takes the empty colour
+  bool drawArrows = true;  // off: every differing row has the empty colour
 
   bool operator==(const RowColours&) const = default;
 };

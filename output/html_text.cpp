@@ -8,7 +8,7 @@
 namespace merivane {
 namespace {
 
-/// The bytes that stand for themselves, most of any text: they are taken over in whole runs.
+/// The bytes that are written as they are; nearly all of a text, they are copied a run at a time.
 constexpr auto kPlain = [] {
   std::array<bool, 256> plain{};
   for (size_t byte = ' ' + 1; byte < plain.size(); ++byte) plain[byte] = true;
@@ -18,7 +18,7 @@ constexpr auto kPlain = [] {
 
 bool isPlain(char c) { return kPlain[static_cast<unsigned char>(c)]; }
 
-/// Plain spaces in a row would show as one; blanks alone would never let the browser break the line.
+/// Browsers show a run of spaces as one, and break lines at plain spaces alone.
 void appendBlanks(std::string& html, size_t count) {
   for (size_t i = 0; i < count; ++i) html += i % 2 == 0 ? kHtmlBlank : std::string_view(" ");
 }

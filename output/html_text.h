@@ -6,11 +6,11 @@
 
 namespace merivane {
 
-/// A blank that HTML neither drops nor breaks a line at.
+/// A space that browsers neither drop nor break a line at.
 constexpr std::string_view kHtmlBlank = "&nbsp;";
 
 /// Appends one line of a text, its LF included, as HTML that keeps its width. Bytes from 0x80 on stay as they
-/// are; a control byte shows as "^" and a letter and counts as one column. `tabStop` is at least 1. With
+/// are; a control byte shows as "^" and a letter, and counts as one column. `tabStop` is at least 1. With
 /// `showWhiteSpace` spaces, tabs and the line end show as marks, single Windows-1252 bytes.
 void appendHtmlText(std::string& html, std::string_view line, uint32_t tabStop, bool showWhiteSpace);
 

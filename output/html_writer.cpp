@@ -95,15 +95,14 @@ class PageWriter {
       html_.append(digits, end);
       html_ += kHtmlBlank;
     }
-    if (!filler) {
-      const std::string_view text = sides_[side].text;
-      const uint32_t start = model_.position(side, row);
-      const uint32_t end = model_.endPosition(side, row, static_cast<uint32_t>(text.size()));
-      if (start == end) {
-        html_ += kHtmlBlank;
-      } else {
-        appendHtmlText(html_, text.substr(start, end - start), look_.tabStop, look_.showWhiteSpace);
-      }
+    const std::string_view text = sides_[side].text;
+    const uint32_t start = model_.position(side, row);
+    // A filler's position is the next line's.
+    const uint32_t end = filler ? start : model_.endPosition(side, row, static_cast<uint32_t>(text.size()));
+    if (start == end) {
+      html_ += kHtmlBlank;
+    } else {
+      appendHtmlText(html_, text.substr(start, end - start), look_.tabStop, look_.showWhiteSpace);
     }
     html_ += "</CODE></TD>";
   }

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "output/decimal.h"
+#include "output/utf8.h"
 #include "output/writers.h"
 
 namespace merivane {
@@ -11,21 +12,31 @@ namespace {
 
 constexpr const char* kSideNames[2] = {"left", "right"};
 
-void appendString(std::string& json, std::string_view text) {
+void appendEscape(std::string& json, uint8_t number) {
   constexpr char hex[] = "0123456789abcdef";
+  json += "\\u00";
+  json += hex[number >> 4];
+  json += hex[number & 15];
+}
+
+/// A path that is no UTF-8 is taken for characters of one byte each, of the same number.
+void appendString(std::string& json, std::string_view text) {
+  const bool utf8 = isUtf8(text);
   json += '"';
-  for (const char c : text) {
-    const uint8_t byte = static_cast<uint8_t>(c);
-    if (c == '"' || c == '\\') {
+  while (!text.empty()) {
+    const uint32_t length = utf8 ? utf8Length(text) : 1;
+    const uint8_t byte = static_cast<uint8_t>(text[0]);
+    if (byte == '"' || byte == '\\') {
       json += '\\';
-      json += c;
-    } else if (byte < 0x20 || byte >= 0x7F) {
-      json += "\\u00";
-      json += hex[byte >> 4];
-      json += hex[byte & 15];
+      json += text[0];
+    } else if (byte < 0x20 || byte == 0x7F || (byte >= 0x80 && length == 1)) {
+      appendEscape(json, byte);
+    } else if (isUtf8Control(text.substr(0, length))) {
+      appendEscape(json, static_cast<uint8_t>(text[1]));
     } else {
-      json += c;
+      json += text.substr(0, length);
     }
+    text.remove_prefix(length);
   }
   json += '"';
 }
@@ -82,7 +93,7 @@ void appendRow(std::string& json, const DiffModel& model, uint32_t row) {
     json += '}';
   }
   if (status == RowStatus::changed) {
-    // Only for lack of memory does a changed row have none, and none would be a wrong answer.
+    // A changed row has none only where memory ran out, and to write none would be wrong.
     if (model.marks(row).none()) throw std::bad_alloc();
     for (const int side : {0, 1}) {
       json += ",\"";

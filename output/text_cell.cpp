@@ -3,6 +3,7 @@
 #include <string>
 
 #include "display/row_look.h"
+#include "output/utf8.h"
 
 namespace merivane {
 namespace {
@@ -15,30 +16,13 @@ constexpr char kUtf8Marks[] = {'\xC2', kSpaceMark, '\xC2', kTabMark, '\xC2', kLi
 constexpr Signs kUtf8Signs = {{kUtf8Marks, 2}, {kUtf8Marks + 2, 2}, {kUtf8Marks + 4, 2}, "\xE2\x80\xA6"};
 constexpr Signs kAsciiSigns = {".", ">", "$", "~"};
 
-bool isTrail(char c) { return (static_cast<uint8_t>(c) & 0xC0) == 0x80; }
-
-/// The length of the well-formed UTF-8 sequence that a text starts with; 1 when there is none.
-uint32_t sequenceLength(std::string_view text) {
-  const uint8_t lead = static_cast<uint8_t>(text[0]);
-  const uint32_t length = lead < 0xC2 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 1;
-  if (length == 1 || text.size() < length) return 1;
-  for (uint32_t i = 1; i < length; ++i) {
-    if (!isTrail(text[i])) return 1;
-  }
-  // Neither longer than need be, nor a surrogate, nor beyond the last code point.
-  const uint8_t second = static_cast<uint8_t>(text[1]);
-  const bool malformed = (lead == 0xE0 && second < 0xA0) || (lead == 0xED && second >= 0xA0) ||
-                         (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second >= 0x90);
-  return malformed ? 1 : length;
-}
-
 bool isControl(char c) { return static_cast<uint8_t>(c) < 0x20 || c == 0x7F; }
 
 /// Steps through a line character by character as it is shown.
 class Characters {
  public:
   Characters(std::string_view line, std::span<const uint8_t> marks, const CellStyle& style)
-      : line_(line), marks_(marks), style_(style), signs_(style.utf8 ? kUtf8Signs : kAsciiSigns) {}
+      : line_(line), marks_(marks), style_(style), signs_(style.terminal.utf8 ? kUtf8Signs : kAsciiSigns) {}
 
   bool atEnd() const { return at_ == line_.size(); }
   uint32_t column() const { return column_; }
@@ -46,9 +30,12 @@ class Characters {
   /// Measures the character at hand, which is not beyond the end.
   void measure() {
     const char c = line_[at_];
-    length_ = style_.utf8 && static_cast<uint8_t>(c) >= 0x80 ? sequenceLength(line_.substr(at_)) : 1;
+    length_ = style_.terminal.utf8 ? utf8Length(line_.substr(at_)) : 1;
     columns_ = 1;
-    if (c == '\t') {
+    control_ = style_.terminal.controlIn(line_.substr(at_, length_));
+    if (control_ != 0) {
+      columns_ = 4;
+    } else if (c == '\t') {
       columns_ = tabColumns(column_, style_.tabStop);
     } else if (c == '\n') {
       columns_ = style_.showWhiteSpace || isMarked() ? 1 : 0;
@@ -69,7 +56,10 @@ class Characters {
 
   void append(std::string& text) const {
     const char c = line_[at_];
-    if (c == '\t') {
+    if (control_ != 0) {
+      constexpr char hex[] = "0123456789ABCDEF";
+      for (const char sign : {'<', hex[control_ >> 4], hex[control_ & 15], '>'}) text += sign;
+    } else if (c == '\t') {
       const std::string_view sign = style_.showWhiteSpace ? signs_.tab : " ";
       text += sign;
       text.append(columns_ - 1, ' ');
@@ -99,6 +89,7 @@ class Characters {
   uint32_t column_ = 0;
   uint32_t length_ = 0;
   uint32_t columns_ = 0;
+  uint8_t control_ = 0;  // the number of a control character from 0x80 on
 };
 
 bool fits(Characters characters, uint32_t width) {
@@ -110,6 +101,13 @@ bool fits(Characters characters, uint32_t width) {
 }
 
 }  // namespace
+
+uint8_t TerminalBytes::controlIn(std::string_view character) const {
+  const uint8_t last = static_cast<uint8_t>(character.back());
+  if (last < 0x80 || last >= 0xA0) return 0;
+  if (character.size() > 1) return isUtf8Control(character) ? last : 0;
+  return controls >> (last - 0x80) & 1 ? last : 0;
+}
 
 uint32_t appendCell(std::string& text, std::string_view line, std::span<const uint8_t> marks,
                     const CellStyle& style, uint32_t width) {
@@ -130,7 +128,7 @@ uint32_t appendCell(std::string& text, std::string_view line, std::span<const ui
   if (highlighted) text += style.markOff;
   if (whole) return characters.column();
   text.append(room - characters.column(), ' ');
-  text += style.utf8 ? kUtf8Signs.cut : kAsciiSigns.cut;
+  text += style.terminal.utf8 ? kUtf8Signs.cut : kAsciiSigns.cut;
   return width;
 }
 

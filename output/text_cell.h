@@ -9,13 +9,24 @@
 
 namespace merivane {
 
+/// What a terminal takes bytes for.
+struct TerminalBytes {
+  bool utf8 = false;  // whether it knows UTF-8
+  /// Those from 0x80 to 0x9F that, standing alone, are control characters there, a bit each.
+  uint32_t controls = 0xFFFFFFFF;
+
+  /// The number of the control character from 0x80 to 0x9F that a byte or a well-formed sequence is; else 0.
+  uint8_t controlIn(std::string_view character) const;
+};
+
 /// How a terminal shows the bytes of a line. A TAB fills up to the next tab stop, a control byte is "^" and a
-/// letter, a well-formed UTF-8 sequence takes one column where the terminal knows them, and every other byte
-/// is itself. A LF shows only when it is marked as different or white space is to be seen.
+/// letter, a control character from 0x80 on its number in "<" and ">", a well-formed UTF-8 sequence takes one
+/// column where the terminal knows them, and every other byte is itself. A LF shows only when it is marked as
+/// different or white space is to be seen.
 struct CellStyle {
   uint32_t tabStop = kDefaultTabStop;
   bool showWhiteSpace = false;
-  bool utf8 = false;
+  TerminalBytes terminal;
   std::string_view markOn;  // written before and after marked characters; empty for no highlighting
   std::string_view markOff;
 };

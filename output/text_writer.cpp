@@ -27,7 +27,7 @@ class TextWriter {
   TextWriter(const WrittenComparison& comparison, const WriterOptions& options, ByteSink& sink)
       : model_(comparison.model), sides_(comparison.sides), options_(options), sink_(sink) {
     for (const int side : {0, 1}) {
-      styles_[side] = {options.look.tabStop, options.look.showWhiteSpace, options.utf8, {}, {}};
+      styles_[side] = {options.look.tabStop, options.look.showWhiteSpace, options.terminal, {}, {}};
       if (!options.coloured) continue;
       styles_[side].markOn = kMarkColours[side];
       styles_[side].markOff = kColourOff;

@@ -11,6 +11,7 @@
 #include "display/sections.h"
 #include "engine/compare_options.h"
 #include "engine/comparison.h"
+#include "output/text_cell.h"
 
 namespace merivane {
 
@@ -41,7 +42,7 @@ struct WriterOptions {
   // Text for a terminal.
   uint32_t width = 130;  // columns of a whole line
   bool coloured = false;
-  bool utf8 = false;  // whether bytes are shown as UTF-8
+  TerminalBytes terminal;
 };
 
 /// Writes a comparison. Holds no more than a row of it in memory. Throws nothing but std::bad_alloc.

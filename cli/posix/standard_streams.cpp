@@ -1,5 +1,6 @@
 #include "cli/standard_streams.h"
 
+#include <fcntl.h>
 #include <langinfo.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -21,17 +22,20 @@ class StandardInput final : public InputFile {
   SystemError read(char* bytes, uint32_t wanted, uint32_t& got) override {
     constexpr uint32_t atOnce = 1u << 30;
     got = 0;
-    while (got < wanted) {
+    while (got < wanted && !atEnd_) {
       const ssize_t count = ::read(STDIN_FILENO, bytes + got, std::min(wanted - got, atOnce));
       if (count < 0 && errno == EINTR) continue;
       if (count < 0) return lastError();
-      if (count == 0) break;
+      atEnd_ = count == 0;
       got += static_cast<uint32_t>(count);
     }
     return 0;
   }
 
   uint64_t size() const override { return 0; }
+
+ private:
+  bool atEnd_ = false;  // a terminal tells it once, and then there may be more
 };
 
 class StandardOutput final : public OutputFile {
@@ -58,6 +62,12 @@ bool terminalShowsColours() {
 
 StandardStreams::StandardStreams()
     : input_(std::make_unique<StandardInput>()), output_(std::make_unique<StandardOutput>()) {
+  // Where a stream is closed, the next file to be opened would take its place. What does so instead can only
+  // be used the wrong way round: the stream fails when it is wanted.
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (::fcntl(stream, F_GETFD) >= 0) continue;
+    [[maybe_unused]] const int taken = ::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+  }
   std::signal(SIGPIPE, SIG_IGN);
 }
 
@@ -65,7 +75,7 @@ TerminalFacts StandardStreams::terminal() {
   TerminalFacts terminal;
   // Only to learn the encoding: nothing the program writes depends on the locale.
   std::setlocale(LC_CTYPE, "");
-  terminal.utf8 = std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
+  terminal.bytes.utf8 = std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
   std::setlocale(LC_CTYPE, "C");
   terminal.isTerminal = ::isatty(STDOUT_FILENO) != 0;
   if (!terminal.isTerminal) return terminal;

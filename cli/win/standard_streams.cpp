@@ -11,28 +11,55 @@
 namespace merivane {
 namespace {
 
-HANDLE outputHandle() { return GetStdHandle(STD_OUTPUT_HANDLE); }
+/// The bytes from 0x80 to 0x9F that a code page takes for control characters, a bit each.
+uint32_t controlBytes(UINT codePage) {
+  uint32_t controls = 0;
+  for (uint32_t i = 0; i < 32; ++i) {
+    const char byte = static_cast<char>(0x80 + i);
+    wchar_t character = 0;
+    const int got = MultiByteToWideChar(codePage, 0, &byte, 1, &character, 1);
+    if (got == 1 && character >= 0x80 && character < 0xA0) controls |= 1u << i;
+  }
+  return controls;
+}
+
+/// The handle of a standard stream. That of a closed one may become another file's, so that it is looked at
+/// before any file is opened.
+HANDLE standardHandle(DWORD stream) {
+  const HANDLE handle = GetStdHandle(stream);
+  SetLastError(NO_ERROR);
+  const bool isClosed = GetFileType(handle) == FILE_TYPE_UNKNOWN && GetLastError() != NO_ERROR;
+  return isClosed ? INVALID_HANDLE_VALUE : handle;
+}
+
+HANDLE outputHandle() {
+  static const HANDLE handle = standardHandle(STD_OUTPUT_HANDLE);
+  return handle;
+}
 
 class StandardInput final : public InputFile {
  public:
   SystemError read(char* bytes, uint32_t wanted, uint32_t& got) override {
-    const HANDLE handle = GetStdHandle(STD_INPUT_HANDLE);
     constexpr uint32_t atOnce = 1u << 24;
     got = 0;
-    while (got < wanted) {
+    while (got < wanted && !atEnd_) {
       DWORD count = 0;
-      if (!ReadFile(handle, bytes + got, std::min(wanted - got, atOnce), &count, nullptr)) {
+      if (!ReadFile(handle_, bytes + got, std::min(wanted - got, atOnce), &count, nullptr)) {
         const DWORD error = GetLastError();
-        if (error == ERROR_BROKEN_PIPE || error == ERROR_HANDLE_EOF) break;
-        return error;
+        if (error != ERROR_BROKEN_PIPE && error != ERROR_HANDLE_EOF) return error;
+        count = 0;
       }
-      if (count == 0) break;
+      atEnd_ = count == 0;
       got += count;
     }
     return 0;
   }
 
   uint64_t size() const override { return 0; }
+
+ private:
+  const HANDLE handle_ = standardHandle(STD_INPUT_HANDLE);
+  bool atEnd_ = false;  // a console tells it once, and then there may be more
 };
 
 class StandardOutput final : public OutputFile {
@@ -58,13 +85,17 @@ class StandardOutput final : public OutputFile {
 }  // namespace
 
 StandardStreams::StandardStreams()
-    : input_(std::make_unique<StandardInput>()), output_(std::make_unique<StandardOutput>()) {}
+    : input_(std::make_unique<StandardInput>()), output_(std::make_unique<StandardOutput>()) {
+  outputHandle();
+}
 
 TerminalFacts StandardStreams::terminal() {
   TerminalFacts terminal;
   DWORD mode = 0;
   terminal.isTerminal = GetConsoleMode(outputHandle(), &mode) != 0;
-  terminal.utf8 = (terminal.isTerminal ? GetConsoleOutputCP() : GetACP()) == CP_UTF8;
+  const UINT codePage = terminal.isTerminal ? GetConsoleOutputCP() : GetACP();
+  terminal.bytes.utf8 = codePage == CP_UTF8;
+  if (!terminal.bytes.utf8) terminal.bytes.controls = controlBytes(codePage);
   if (!terminal.isTerminal) return terminal;
   terminal.showsColours = (mode & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
   if (!terminal.showsColours && SetConsoleMode(outputHandle(), mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING)) {

@@ -17,8 +17,8 @@ class DiffProgram {
 
   DiffProgram() { errors_.text.reserve(4096); }
 
-  /// Runs it and answers its exit status; output() and errors() are then what it wrote. The second half of
-  /// it needs no memory of its own.
+  /// Runs it and returns its exit status; output() and errors() are then what it wrote. The second half needs
+  /// no memory of its own.
   int run(const std::vector<std::string_view>& arguments) {
     prepare();
     return runPrepared(arguments);

@@ -68,7 +68,7 @@ TEST(HtmlWriter, PageByteForByte) {
                      R"(<TD VALIGN="top" BGCOLOR="#F0CAA6"><CODE>2&nbsp;&gt;&nbsp;</CODE></TD></TR>
 <TR><TD><TABLE BORDER="1" WIDTH="100%"><TR><TD>&nbsp;</TD></TR></TABLE></TD>
 <TD><TABLE BORDER="1" WIDTH="100%"><TR><TD ALIGN="center"><B>Line 3</B></TD></TR></TABLE></TD></TR>
-<TR><TD VALIGN="top" BGCOLOR="#F4F4F4"><CODE>&nbsp;&nbsp;</CODE></TD>)"
+<TR><TD VALIGN="top" BGCOLOR="#F4F4F4"><CODE>&nbsp;&nbsp;&nbsp;</CODE></TD>)"
                      R"(<TD VALIGN="top" BGCOLOR="#A6CAF0"><CODE>3&nbsp;&nbsp; &nbsp; c</CODE></TD></TR>
 </TABLE>
 </BODY>
@@ -82,14 +82,14 @@ TEST(HtmlWriter, NumbersAreAsWideAsTheRowCountAndFillersHaveNone) {
   WriterOptions options;
   options.look.lineNumbers = LineNumbers::rows;
   EXPECT_THAT(cells(pageOf("<>!", options)),
-              ElementsAre("1&nbsp;x&nbsp;", "&nbsp;&nbsp;", "&nbsp;&nbsp;", "2&nbsp;x&nbsp;",
+              ElementsAre("1&nbsp;x&nbsp;", "&nbsp;&nbsp;&nbsp;", "&nbsp;&nbsp;&nbsp;", "2&nbsp;x&nbsp;",
                           "3&nbsp;x&nbsp;", "3&nbsp;x&nbsp;"));
   options.look.lineNumbers = LineNumbers::lines;
   EXPECT_EQ(cells(pageOf("<=========", options)).front(), "&nbsp;1&nbsp;x&nbsp;");
   EXPECT_EQ(cells(pageOf(">=========", options)).back(), "10&nbsp;x&nbsp;");
   EXPECT_EQ(cells(pageOf(">=========", options)).rbegin()[1], "&nbsp;9&nbsp;x&nbsp;");
   options.look.lineNumbers = LineNumbers::none;
-  EXPECT_THAT(cells(pageOf("<!", options)), ElementsAre("x&nbsp;", "", "x&nbsp;", "x&nbsp;"));
+  EXPECT_THAT(cells(pageOf("<!", options)), ElementsAre("x&nbsp;", "&nbsp;", "x&nbsp;", "x&nbsp;"));
   EXPECT_THAT(cells(pageOf(modelOf("="), "", "", options)), ElementsAre("&nbsp;", "&nbsp;"));
 }
 

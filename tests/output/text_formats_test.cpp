@@ -13,10 +13,10 @@ namespace {
 
 TEST(JsonFormat, HasALineForEveryRowWithLinesPositionsAndMarks) {
   DiffProgram program;
-  program.files.files = {{"l\"\\\x01\xC3\xA9", {"only\ns\nt\nthe cat sat down\nx\n"}},
+  program.files.files = {{"l\"\\\x01\xE9", {"only\ns\nt\nthe cat sat down\nx\n"}},
                          {"r", {"s\r\nnew\r\nt\r\nThe cat sits down\r\nx"}}};
-  EXPECT_EQ(program.run({"--format=json", "l\"\\\x01\xC3\xA9", "r"}), 1);
-  EXPECT_EQ(program.output(), R"({"left":{"path":"l\"\\\u0001\u00c3\u00a9","lineEnd":"UNIX"},)"
+  EXPECT_EQ(program.run({"--format=json", "l\"\\\x01\xE9", "r"}), 1);
+  EXPECT_EQ(program.output(), R"({"left":{"path":"l\"\\\u0001\u00e9","lineEnd":"UNIX"},)"
                               R"("right":{"path":"r","lineEnd":"DOS"},"diffs":3,"lines":4,"rows":[
 {"status":"left","left":{"line":1,"position":0},"right":{"line":null,"position":0}},
 {"status":"same","left":{"line":2,"position":5},"right":{"line":1,"position":0}},
@@ -28,6 +28,13 @@ TEST(JsonFormat, HasALineForEveryRowWithLinesPositionsAndMarks) {
                               R"("leftMarks":[[1,2]],"rightMarks":[]}
 ]}
 )");
+  // UTF-8 is written as it is, but for what a terminal would obey.
+  program.files.files = {{"\xC3\xA9\xC2\x9B\x7F\xF0\x9F\x98\x80", {"x\n"}}, {"\xC2\xC2\x9B", {"x\n"}}};
+  EXPECT_EQ(program.run({"--format=json", "\xC3\xA9\xC2\x9B\x7F\xF0\x9F\x98\x80", "\xC2\xC2\x9B"}), 0);
+  const std::string head = program.output().substr(0, program.output().find(",\"diffs"));
+  EXPECT_EQ(head,
+            "{\"left\":{\"path\":\"\xC3\xA9\\u009b\\u007f\xF0\x9F\x98\x80\",\"lineEnd\":\"UNIX\"},"
+            "\"right\":{\"path\":\"\\u00c2\\u00c2\\u009b\",\"lineEnd\":\"UNIX\"}");
 }
 
 /// Two texts and some options, separated by blanks, in; the lines between heading and summary out.
@@ -49,7 +56,7 @@ TEST(TextFormat, AlignsRowsInTheWidthThereIs) {
   const struct {
     std::string left, right, options, rows;
   } cases[] = {
-      // 3 columns in the middle and two cells of 12, of 10 behind real line numbers.
+      // 3 columns in the middle and two cells of 12, of 10 after real line numbers.
       {"one\nleft\n\nlong line, too long\n\n", "one\n\nlong line, too LONG\n\nend", "",
        "1 one          1 one\n"
        "2 left       <\n"
@@ -87,7 +94,7 @@ TEST(TextFormat, AlignsRowsInTheWidthThereIs) {
 
 TEST(TextFormat, ShowsWholeCharactersAsTheyAre) {
   DiffProgram program;
-  program.terminal.utf8 = true;
+  program.terminal.bytes.utf8 = true;
   const auto cellOf = [&](const std::string& line) {
     // So many bytes from 0x80 on would pass for binary data at the start of a file.
     const std::string text = std::string(1024, 'x') + '\n' + line + '\n';
@@ -103,6 +110,38 @@ TEST(TextFormat, ShowsWholeCharactersAsTheyAre) {
   for (const char* const bytes : {"\xED\xA0\x80", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80"}) {
     EXPECT_EQ(cellOf(std::string("1234567890") + bytes),
               std::string("1234567890") + bytes[0] + "\xE2\x80\xA6\n");
+  }
+}
+
+TEST(TextFormat, ATerminalNeverGetsAControlCharacter) {
+  // U+009B begins a command as ESC and "[" do: as a character of UTF-8, and as a byte elsewhere.
+  DiffProgram program;
+  const auto rowOf = [&](const std::string& line) {
+    const std::string text = std::string(1024, 'x') + '\n' + line + '\n';
+    const std::string rows = textRows(program, text, text, "--line=none --width=31");
+    return rows.substr(rows.find('\n') + 1);
+  };
+  for (const bool utf8 : {true, false}) {
+    program.terminal.bytes = {.utf8 = utf8};
+    EXPECT_EQ(rowOf("so many \x9B"), "so many <9B>     so many <9B>\n");
+  }
+  EXPECT_EQ(rowOf("more than \x9Bx"), "more than    ~   more than    ~\n");
+  program.terminal.bytes.utf8 = true;
+  EXPECT_EQ(rowOf("so many \xC2\x9B"), "so many <9B>     so many <9B>\n");
+  EXPECT_EQ(rowOf("so many \xC2\xA0"), "so many \xC2\xA0        so many \xC2\xA0\n");
+  program.terminal.bytes = {.utf8 = false, .controls = 1u << 0x1D};  // a code page with letters there
+  EXPECT_EQ(rowOf("so many \x9B"), "so many \x9B        so many \x9B\n");
+  EXPECT_EQ(rowOf("so many \x9D"), "so many <9D>     so many <9D>\n");
+  // Names come from anywhere.
+  program.files.files = {{"a\xC2\x9B", {"x\n"}}, {"b\x9B\x1b", {"y\n"}}};
+  for (const char* const format :
+       {"--format=text", "--format=json", "--format=unified", "--format=summary"}) {
+    for (const bool broken : {false, true}) {
+      program.terminal.bytes = {.utf8 = true};
+      program.run({format, "a\xC2\x9B", "b\x9B\x1b", broken ? "c\x9B\x1b" : "--color=never"});
+      const std::string all = program.output() + program.errors();
+      EXPECT_EQ(all.find_first_of("\x9B\x1b"), all.npos) << all;
+    }
   }
 }
 
@@ -161,7 +200,7 @@ TEST(UnifiedFormat, MergesHunksCountsLinesAndKeepsTheFilesOwnBytes) {
   EXPECT_EQ(patchOf("x\r\n", "x\n"), "merivane-diff: the files differ only in their line ends (DOS, UNIX)\n");
   EXPECT_EQ(patchOf("x\r\n", "X\n", {"--ignore-case"}), "");
 
-  // Names that would not read back are quoted.
+  // Names that would not read back, or that a terminal would obey, are quoted.
   DiffProgram program;
   program.files.files = {{"with blank", {"x\n"}}, {"q\"\\\n\x01 ", {"y\n"}}};
   program.run({"-u", "with blank", "q\"\\\n\x01 "});
