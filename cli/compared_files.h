@@ -8,9 +8,9 @@
 
 namespace merivane {
 
-/// The two files of a comparison, for one loadDocuments(): another file system's, with "-" as standard input.
-/// Where asked to, notes each file's line ends as they are read, so that what a patch is made of is what was
-/// compared, also when the file is a pipe or changes meanwhile.
+/// A file system for one loadDocuments(): another one, in which "-" is standard input. On request it notes
+/// each file's line ends while they are read, so that a patch is made of the very bytes that were compared,
+/// also when the file is a pipe or changes meanwhile.
 class ComparedFiles final : public FileSystem {
  public:
   ComparedFiles(FileSystem& files, InputFile& standardInput, bool notesLineEnds)
@@ -24,7 +24,7 @@ class ComparedFiles final : public FileSystem {
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override;
   SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override;
 
-  /// Each side's, the left one being the file that was opened first; empty unless they are noted.
+  /// The line ends of each side, the left one being the file that was opened first; empty unless noted.
   using LineEnds = LineEndRecord[2];
   const LineEnds& lineEnds() const { return lineEnds_; }
 

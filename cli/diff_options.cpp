@@ -10,7 +10,7 @@
 namespace merivane {
 namespace {
 
-/// An option and what it does. `set` returns whether it can make sense of the argument.
+/// An option and what it does. `set` returns whether it understands the argument.
 struct OptionRow {
   OptionName name;
   bool (*set)(DiffOptions& options, std::string_view value);

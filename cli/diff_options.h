@@ -29,6 +29,13 @@ struct DiffOptions {
   std::string paths[2];  // "-" is standard input
 };
 
+/// What --help and --version print, line ends included.
+extern const char* const kUsageText;
+extern const char* const kVersionText;
+
+/// Follows the message about a command line that cannot be understood.
+extern const char* const kUsageHint;
+
 constexpr uint32_t kMinWidth = 20;
 constexpr uint32_t kMaxWidth = 10000;
 

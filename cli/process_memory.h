@@ -2,8 +2,8 @@
 
 namespace merivane {
 
-/// Has the process keep the memory it frees, up to some megabytes, instead of giving it back to the system
-/// and asking for it again. For a process that does one thing and ends.
+/// From here on the process keeps the memory that it frees, up to some megabytes, rather than giving it back
+/// to the system and asking for it again. For a process that does one thing and ends.
 void keepFreedMemory();
 
 }  // namespace merivane

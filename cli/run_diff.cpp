@@ -8,7 +8,6 @@
 #include "base/texts.h"
 #include "cli/compared_files.h"
 #include "cli/diff_options.h"
-#include "cli/usage.h"
 #include "engine/comparison.h"
 #include "output/file_bytes.h"
 #include "output/writers.h"
@@ -59,7 +58,7 @@ class DiffRun {
     return differ ? kExitDifferences : kExitNoDifference;
   }
 
-  /// Settles what depends on the terminal and the time.
+  /// Completes the writer's options by what the terminal and the clock say.
   void prepareWriting() {
     WriterOptions& writing = options_.writing;
     const TerminalFacts terminal = environment_.terminal();
@@ -100,7 +99,7 @@ class DiffRun {
            ")");
   }
 
-  /// Names in it may hold anything, and the terminal is not to obey them.
+  /// A name in the message may hold control characters, which the terminal is not to obey.
   void report(std::string_view message) {
     CellStyle style;
     style.terminal = environment_.terminal().bytes;

@@ -11,7 +11,8 @@ namespace merivane {
 /// The process's standard streams, byte for byte on every platform. There is one of these a process.
 class StandardStreams {
  public:
-  /// Makes a reader that went away an error of writing rather than the end of the process.
+  /// From here on a reader that went away is an error of writing, not the end of the process, and a closed
+  /// stream stays an error whatever files are opened.
   StandardStreams();
   ~StandardStreams();
   StandardStreams(const StandardStreams&) = delete;
@@ -22,7 +23,7 @@ class StandardStreams {
   /// Commit it at the end: some errors of writing show only then. Nothing can be written after that.
   OutputFile& output() { return *output_; }
 
-  /// Looks at the terminal, and gets one ready that shows colours on request only.
+  /// Looks at the terminal at standard output, and switches its colours on where they have to be.
   TerminalFacts terminal();
 
   /// The error of writing to where nobody reads any more.

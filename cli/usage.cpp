@@ -1,4 +1,4 @@
-#include "cli/usage.h"
+#include "cli/diff_options.h"
 
 namespace merivane {
 

@@ -67,7 +67,7 @@ void LineEndRecord::restoreCrs(ByteArray& text) const {
   }
 }
 
-/// A CR before an LF is missing in the text, another one is not. From the end, as the bytes move up.
+/// The text lacks the CR of each CR LF and has every other one. The bytes move up, so the last go first.
 bool LineEndRecord::restoreCrLfs(ByteArray& text) const {
   uint64_t missing = 0;
   for (const Run& run : runs_) missing += run.kind == LineEndKind::crLf ? run.count : 0;

@@ -10,11 +10,11 @@
 
 namespace merivane {
 
-/// The line ends of a file, noted while it is read: all that its text does not tell of its bytes. Takes 8
-/// bytes a run of one kind.
+/// The line ends of a file, noted while it is read: together with its text they give the file's bytes back. A
+/// run of line ends of one kind takes 8 bytes.
 class LineEndRecord {
  public:
-  /// Notes those of the file's next bytes. Throws std::bad_alloc.
+  /// Notes the line ends in the file's next bytes. Throws std::bad_alloc.
   void note(std::string_view bytes);
 
   /// Turns the text that convertFromFile() made of the file, with the same `kind`, back into the file's
@@ -46,8 +46,8 @@ class LineEndRecord {
 bool differOnlyInLineEnds(const FileComparison& comparison, const LineEndRecord (&lineEnds)[2]);
 
 /// Turns a comparison of two files' texts into one of their bytes, which a patch is made of: line ends other
-/// than LF are part of the lines there. Leaves one without a difference as it is. Returns success or, and
-/// then the comparison means nothing any more, outOfMemory.
+/// than LF are part of the lines there. A comparison without a difference is left as it is. Returns success,
+/// or outOfMemory, and then the comparison is of no use any more.
 Result compareFileBytes(const LineEndRecord (&lineEnds)[2], const CompareOptions& options,
                         FileComparison& comparison);
 

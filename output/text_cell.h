@@ -9,7 +9,7 @@
 
 namespace merivane {
 
-/// What a terminal takes bytes for.
+/// How a terminal understands bytes.
 struct TerminalBytes {
   bool utf8 = false;  // whether it knows UTF-8
   /// Those from 0x80 to 0x9F that, standing alone, are control characters there, a bit each.

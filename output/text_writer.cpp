@@ -16,8 +16,8 @@ constexpr std::string_view kChangedColour = "\x1b[33m";
 constexpr std::string_view kSideColours[2] = {"\x1b[31m", "\x1b[32m"};
 constexpr std::string_view kMarkColours[2] = {"\x1b[7;31m", "\x1b[7;32m"};  // reversed, so that blanks show
 
-constexpr uint32_t kMiddle = 3;         // the row's mark with a blank on both sides
-constexpr uint32_t kNarrowestCell = 4;  // a terminal too narrow for two of these gets longer lines
+constexpr uint32_t kMiddle = 3;         // the row's mark between two blanks
+constexpr uint32_t kNarrowestCell = 4;  // a terminal too narrow for two of these gets lines that are longer
 
 /// The mark between the sides of a row, by its status.
 constexpr std::string_view kSigns[] = {" ", "<", ">", "|"};
@@ -32,7 +32,7 @@ class TextWriter {
       styles_[side].markOn = kMarkColours[side];
       styles_[side].markOff = kColourOff;
     }
-    // Row numbers are the same on both sides and stand once.
+    // Row numbers are the same on both sides and are shown once.
     const uint32_t gutter = decimalDigits(model_.rowCount()) + 1;
     if (options.look.lineNumbers != LineNumbers::none) gutters_[0] = gutter;
     if (options.look.lineNumbers == LineNumbers::lines) gutters_[1] = gutter;
@@ -49,7 +49,7 @@ class TextWriter {
   }
 
  private:
-  /// The path, its beginning left out where it is too long, and the kind of line ends.
+  /// The path, without its beginning where it is too long, and the kind of line ends.
   std::string title(int side) const {
     constexpr std::string_view dots = "...";
     std::string path(sides_[side].path);
@@ -75,7 +75,7 @@ class TextWriter {
     writeHead(heads[0], heads[1]);
   }
 
-  /// A line of two texts about the columns below, from the left edge of their gutters.
+  /// Writes a line of two texts over the columns, each from the left edge of its gutter.
   void writeHead(std::string_view left, std::string_view right) {
     CellStyle style = styles_[0];
     style.showWhiteSpace = false;

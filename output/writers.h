@@ -18,28 +18,28 @@ namespace merivane {
 /// One file of a comparison that is written.
 struct WrittenSide {
   std::string_view path;
-  std::string_view text;  // that the model's positions refer to
+  std::string_view text;  // the model's positions are in it
   LineEndKind lineEndKind = LineEndKind::crLf;
 };
 
-/// A comparison of two files as a writer gets it. Holds nothing itself: all of it outlives the writing.
+/// A comparison of two files as a writer gets it. It owns nothing: what it refers to outlives the writing.
 struct WrittenComparison {
   const DiffModel& model;
   WrittenSide sides[2];
-  CompareOptions compare;  // that the model was made with
+  CompareOptions compare;  // the model was made with these
 };
 
-/// A comparison of files and what it was made of.
+/// A comparison of files with their names, for the writers.
 WrittenComparison writtenComparison(const FileComparison& comparison, const std::string (&paths)[2],
                                     const CompareOptions& compare);
 
-/// How it is written; each writer goes by what means something in its format.
+/// How a comparison is written. A writer passes over what has no meaning in its format.
 struct WriterOptions {
   RowLook look;
   ExportScope scope = ExportScope::everything;
   uint32_t contextLines = 3;  // of a patch
   std::string time;           // date and time as an HTML page shows them
-  // Text for a terminal.
+  // Of text for a terminal:
   uint32_t width = 130;  // columns of a whole line
   bool coloured = false;
   TerminalBytes terminal;
@@ -72,10 +72,10 @@ Writer writeUnified;
 struct OutputFormat {
   std::string_view name;
   Writer* write;
-  bool ofFileBytes = false;  // wants a comparison of the files' own bytes: see file_bytes.h
+  bool ofFileBytes = false;  // whether it takes a comparison of the files' own bytes (file_bytes.h)
 };
 
-/// Every format; the first is the usual one on a terminal.
+/// Every format; the first is the default of the command line.
 std::span<const OutputFormat> outputFormats();
 
 /// The format of a name; null for none.

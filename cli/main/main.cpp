@@ -51,7 +51,7 @@ int main(int count, char** arguments) {
                            .time = timeText,
                            .brokenPipe = StandardStreams::brokenPipe()});
   } catch (const std::exception&) {
-    // So early nothing but memory can be missing.
+    // Nothing but memory can be missing this early.
     errors.write("merivane-diff: ");
     errors.write(text(TextId::outOfMemory));
     errors.write("\n");

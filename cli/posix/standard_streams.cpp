@@ -62,8 +62,8 @@ bool terminalShowsColours() {
 
 StandardStreams::StandardStreams()
     : input_(std::make_unique<StandardInput>()), output_(std::make_unique<StandardOutput>()) {
-  // Where a stream is closed, the next file to be opened would take its place. What does so instead can only
-  // be used the wrong way round: the stream fails when it is wanted.
+  // The next file to be opened would take the place of a closed stream. What takes it here is open in the
+  // wrong direction, so that the stream fails when it is used.
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (::fcntl(stream, F_GETFD) >= 0) continue;
     [[maybe_unused]] const int taken = ::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
@@ -73,7 +73,7 @@ StandardStreams::StandardStreams()
 
 TerminalFacts StandardStreams::terminal() {
   TerminalFacts terminal;
-  // Only to learn the encoding: nothing the program writes depends on the locale.
+  // This is only to learn the encoding: nothing that the program writes depends on the locale.
   std::setlocale(LC_CTYPE, "");
   terminal.bytes.utf8 = std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
   std::setlocale(LC_CTYPE, "C");

@@ -23,8 +23,8 @@ uint32_t controlBytes(UINT codePage) {
   return controls;
 }
 
-/// The handle of a standard stream. That of a closed one may become another file's, so that it is looked at
-/// before any file is opened.
+/// The handle of a standard stream. A closed one's may later be that of a file, so this is asked before any
+/// file is opened.
 HANDLE standardHandle(DWORD stream) {
   const HANDLE handle = GetStdHandle(stream);
   SetLastError(NO_ERROR);
