@@ -9,7 +9,7 @@
 #include "base/byte_sink.h"
 #include "base/message_format.h"
 #include "base/texts.h"
-#include "cli/process_memory.h"
+#include "cli/process.h"
 #include "cli/run_diff.h"
 #include "cli/standard_streams.h"
 
@@ -37,19 +37,21 @@ std::string timeText() {
 int main(int count, char** arguments) {
   using namespace merivane;
   keepFreedMemory();
+  removeUnfinishedFilesOnSignals();
   ErrorSink errors;
   try {
     StandardStreams streams;
-    const std::vector<std::string_view> words(arguments + (count > 0), arguments + count);
-    return runDiff(words, {.files = systemFiles(),
-                           .standardInput = streams.input(),
-                           .standardOutput = streams.output(),
-                           .standardError = errors,
-                           .terminal = [&streams] { return streams.terminal(); },
-                           .columns = std::getenv("COLUMNS"),
-                           .noColour = std::getenv("NO_COLOR"),
-                           .time = timeText,
-                           .brokenPipe = StandardStreams::brokenPipe()});
+    const std::vector<std::string> words = commandLineArguments(count, arguments);
+    return runDiff(std::vector<std::string_view>(words.begin(), words.end()),
+                   {.files = systemFiles(),
+                    .standardInput = streams.input(),
+                    .standardOutput = streams.output(),
+                    .standardError = errors,
+                    .terminal = [&streams] { return streams.terminal(); },
+                    .columns = std::getenv("COLUMNS"),
+                    .noColour = std::getenv("NO_COLOR"),
+                    .time = timeText,
+                    .brokenPipe = StandardStreams::brokenPipe()});
   } catch (const std::exception&) {
     // Nothing but memory can be missing this early.
     errors.write("merivane-diff: ");

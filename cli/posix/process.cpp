@@ -1,0 +1,45 @@
+#include "cli/process.h"
+
+#include <signal.h>
+
+#include <cstdlib>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
+#include "base/unfinished_files.h"
+
+namespace merivane {
+namespace {
+
+/// The signal's own action is in force again and ends the process once this returns.
+void onEndingSignal(int signal) {
+  removeUnfinishedFiles();
+  ::raise(signal);
+}
+
+}  // namespace
+
+void keepFreedMemory() {
+#ifdef __GLIBC__
+  mallopt(M_TOP_PAD, 1 << 20);
+  mallopt(M_TRIM_THRESHOLD, 1 << 24);
+  mallopt(M_MMAP_THRESHOLD, 1 << 21);
+#endif
+}
+
+void removeUnfinishedFilesOnSignals() {
+  for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
+    struct sigaction action = {};
+    if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
+    action.sa_handler = onEndingSignal;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    ::sigaction(signal, &action, nullptr);
+  }
+}
+
+std::vector<std::string> commandLineArguments(int count, char** arguments) {
+  return {arguments + (count > 0), arguments + count};
+}
+
+}  // namespace merivane
