@@ -8,11 +8,9 @@
 #include "shell/commands.h"
 #include "shell/icon_drawing.h"
 #include "shell/menu_state.h"
+#include "shell/window_kind.h"
 
 namespace merivane {
-
-/// The kinds of window.
-enum class WindowKind { text, folder };
 
 /// The button of a command. The tens of its place on the tool bar tell its group; without a place it stands
 /// beside a name box.

@@ -3,48 +3,46 @@
 #include <algorithm>
 
 namespace merivane {
-namespace {
 
-int32_t boxesHeight(const FrameMetrics& metrics) { return metrics.nameBoxHeight + 2 * metrics.margin; }
-
-int32_t viewWidth(const FrameMetrics& metrics) { return std::max(0, metrics.width - metrics.summaryWidth); }
-
-int32_t viewTop(const FrameMetrics& metrics) { return metrics.toolBarHeight + boxesHeight(metrics); }
-
-int32_t viewBottom(const FrameMetrics& metrics) {
-  return std::max(viewTop(metrics), metrics.height - metrics.statusBarHeight - metrics.horizontalBarHeight);
+Area layOutContents(const FrameMetrics& metrics) {
+  const int32_t top = metrics.toolBarHeight + metrics.nameBoxHeight + 2 * metrics.margin;
+  return {0, top, metrics.width, std::max(0, metrics.height - metrics.statusBarHeight - top)};
 }
 
-}  // namespace
-
-ViewLayout layOutView(const FrameMetrics& metrics) {
-  const int32_t top = viewTop(metrics);
-  const int32_t height = viewBottom(metrics) - top;
-  const int32_t width = viewWidth(metrics);
-  return {{0, top, width, height}, {width, top, metrics.summaryWidth, height}};
-}
-
-SplitLayout layOutSplit(const FrameMetrics& metrics, int32_t leftPaneEnd, int32_t rightPaneStart) {
-  SplitLayout layout;
+NameRowLayout layOutNames(const FrameMetrics& metrics, int32_t leftEnd, int32_t rightStart) {
+  NameRowLayout layout;
   const int32_t margin = metrics.margin;
   const int32_t button = metrics.nameBoxHeight;  // the buttons are square
-  const int32_t boxTop = metrics.toolBarHeight + margin;
-  const int32_t starts[2] = {margin, rightPaneStart};
-  const int32_t ends[2] = {leftPaneEnd, metrics.width - margin};
+  const int32_t top = metrics.toolBarHeight + margin;
+  const int32_t starts[2] = {margin, rightStart};
+  const int32_t ends[2] = {leftEnd, metrics.width - margin};
   for (const int side : {0, 1}) {
     const int32_t up = ends[side] - button;
     const int32_t browse = up - button - margin / 2;
-    layout.upOneFolder[side] = {up, boxTop, button, button};
-    layout.browse[side] = {browse, boxTop, button, button};
-    layout.nameBox[side] = {starts[side], boxTop, std::max(0, browse - margin - starts[side]), button};
+    layout.upOneFolder[side] = {up, top, button, button};
+    layout.browse[side] = {browse, top, button, button};
+    layout.nameBox[side] = {starts[side], top, std::max(0, browse - margin - starts[side]), button};
   }
+  return layout;
+}
 
-  const int32_t barTop = viewBottom(metrics);
-  const int32_t barHeight = metrics.horizontalBarHeight;
-  const int32_t panesEnd = std::max(rightPaneStart, viewWidth(metrics) - metrics.verticalBarWidth);
-  layout.scrollBar[0] = {0, barTop, std::max(0, leftPaneEnd), barHeight};
-  layout.thumb = {leftPaneEnd, barTop, rightPaneStart - leftPaneEnd, barHeight};
-  layout.scrollBar[1] = {rightPaneStart, barTop, panesEnd - rightPaneStart, barHeight};
+ViewLayout layOutView(const Area& contents, const PaneMetrics& metrics) {
+  const int32_t height = std::max(0, contents.height - metrics.horizontalBarHeight);
+  const int32_t width = std::max(0, contents.width - metrics.summaryWidth);
+  return {{contents.left, contents.top, width, height},
+          {contents.left + width, contents.top, metrics.summaryWidth, height}};
+}
+
+SplitLayout layOutSplit(const Area& contents, const PaneMetrics& metrics, int32_t leftPaneEnd,
+                        int32_t rightPaneStart) {
+  const Area view = layOutView(contents, metrics).view;
+  const int32_t top = view.bottom();
+  const int32_t height = metrics.horizontalBarHeight;
+  const int32_t panesEnd = std::max(rightPaneStart, view.right() - metrics.verticalBarWidth);
+  SplitLayout layout;
+  layout.scrollBar[0] = {view.left, top, std::max(0, leftPaneEnd - view.left), height};
+  layout.thumb = {leftPaneEnd, top, rightPaneStart - leftPaneEnd, height};
+  layout.scrollBar[1] = {rightPaneStart, top, panesEnd - rightPaneStart, height};
   return layout;
 }
 

@@ -22,7 +22,7 @@ struct ExportChoice {
 };
 
 /// What a comparison of two files needs of its window besides.
-class TextSessionHost : public SessionHost {
+class TextSessionHost : public virtual SessionHost {
  public:
   /// Asks where to save, starting from `name`, and before an existing file is written over. None when
   /// cancelled.
@@ -53,8 +53,7 @@ class TextSession {
   // What the window shows.
 
   /// "Merivane - [a.txt, b.txt*]": the file names without their folders, a star after one with unsaved
-  /// changes,
-  /// "<no file>" for a name that is no path of a file.
+  /// changes, "<no file>" for a name that is no path of a file.
   std::string title() const;
 
   /// The path that a side was loaded from or saved to, else what stands in its name box; may be empty.

@@ -34,24 +34,19 @@ void addWindows(std::vector<WindowMenuItem>& items, std::span<const MenuWindow> 
 
 }  // namespace
 
-std::optional<WindowId> chooseTextWindow(std::span<const ListedWindow> windows, const WindowChoice& choice) {
+std::optional<WindowId> chooseWindow(WindowKind kind, std::span<const ListedWindow> windows,
+                                     const WindowChoice& choice) {
+  if (kind == WindowKind::folder && choice.force) return std::nullopt;
   if (choice.target) return choice.target;
   return choice.force || !choice.reuse ? firstFresh(windows) : first(windows);
-}
-
-std::optional<WindowId> chooseFolderWindow(std::span<const ListedWindow> windows,
-                                           const WindowChoice& choice) {
-  if (choice.force) return std::nullopt;
-  if (choice.target) return choice.target;
-  return choice.reuse ? first(windows) : firstFresh(windows);
 }
 
 std::vector<WindowMenuItem> windowMenuItems(std::span<const MenuWindow> folderWindows,
                                             std::span<const MenuWindow> textWindows) {
   std::vector<WindowMenuItem> items;
-  addWindows(items, folderWindows, Command::firstFolderWindow, TextId::noFolderWindows);
+  addWindows(items, folderWindows, traitsOf(WindowKind::folder).firstListed, TextId::noFolderWindows);
   items.push_back({});
-  addWindows(items, textWindows, Command::firstTextWindow, TextId::noTextWindows);
+  addWindows(items, textWindows, traitsOf(WindowKind::text).firstListed, TextId::noTextWindows);
   return items;
 }
 
@@ -60,15 +55,20 @@ std::optional<ListedPlace> listedPlace(Command command) {
   constexpr auto texts = static_cast<size_t>(Command::firstTextWindow);
   const auto number = static_cast<size_t>(command);
   if (number < folders || number >= texts + kListedWindows) return std::nullopt;
-  if (number < texts) return ListedPlace{false, number - folders};
-  return ListedPlace{true, number - texts};
+  if (number < texts) return ListedPlace{WindowKind::folder, number - folders};
+  return ListedPlace{WindowKind::text, number - texts};
 }
 
-TextWindowDrop textWindowDrop(std::span<const FileKind> items) {
-  if (items.size() == 1) return TextWindowDrop::intoNameBox;
-  if (items.size() != 2 || items[0] != items[1]) return TextWindowDrop::nothing;
-  if (items[0] == FileKind::folder) return TextWindowDrop::compareFolders;
-  return items[0] == FileKind::file ? TextWindowDrop::compareFiles : TextWindowDrop::nothing;
+std::optional<WindowKind> comparedByDrop(std::span<const FileKind> items) {
+  if (items.size() != 2 || items[0] != items[1]) return std::nullopt;
+  switch (items[0]) {
+    case FileKind::file:
+      return WindowKind::text;
+    case FileKind::folder:
+      return WindowKind::folder;
+    default:
+      return std::nullopt;
+  }
 }
 
 }  // namespace merivane

@@ -9,6 +9,7 @@
 
 #include "base/file_system.h"
 #include "shell/commands.h"
+#include "shell/window_kind.h"
 
 namespace merivane {
 
@@ -29,10 +30,10 @@ struct WindowChoice {
   bool reuse = false;              // the kind's "do not open more than one" setting
 };
 
-/// The window that two files, or two folders, are compared in; none: a new one. The two differ on purpose:
-/// force makes a folder window always new, but still leaves a text window's target or a fresh one.
-std::optional<WindowId> chooseTextWindow(std::span<const ListedWindow> windows, const WindowChoice& choice);
-std::optional<WindowId> chooseFolderWindow(std::span<const ListedWindow> windows, const WindowChoice& choice);
+/// The window of a kind that two names are compared in; none: a new one. The kinds differ on purpose: force
+/// makes a folder window always new, but still leaves a text window's target or a fresh one.
+std::optional<WindowId> chooseWindow(WindowKind kind, std::span<const ListedWindow> windows,
+                                     const WindowChoice& choice);
 
 /// What the Window menu says of an open window.
 struct MenuWindow {
@@ -57,7 +58,7 @@ std::vector<WindowMenuItem> windowMenuItems(std::span<const MenuWindow> folderWi
 
 /// Which listed window a command names; `index` may lie beyond the list's end.
 struct ListedPlace {
-  bool textWindow = false;
+  WindowKind kind = WindowKind::text;
   size_t index = 0;
 
   bool operator==(const ListedPlace&) const = default;
@@ -66,11 +67,9 @@ struct ListedPlace {
 /// None for any other command.
 std::optional<ListedPlace> listedPlace(Command command);
 
-/// What a drop on a text window does. The kinds are those of the dropped items, shortcuts resolved.
-enum class TextWindowDrop { nothing, intoNameBox, compareFolders, compareFiles };
-
-/// One item goes to the name box of dropSide(); exactly two of one kind are compared.
-TextWindowDrop textWindowDrop(std::span<const FileKind> items);
+/// The kind of window that compares two dropped items, which are two of one kind; none for any other drop.
+/// `items` are their kinds, shortcuts resolved.
+std::optional<WindowKind> comparedByDrop(std::span<const FileKind> items);
 
 /// The half of a window `width` pixels wide that x lies in.
 constexpr int dropSide(int32_t x, int32_t width) { return x < width / 2 ? 0 : 1; }

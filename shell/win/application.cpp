@@ -32,9 +32,9 @@ bool Application::InitApplication(const std::string& commandLine) {
       showMessage(nullptr, action.message, MB_OK | MB_ICONINFORMATION);
       return false;
     case StartAction::Kind::twoFiles:
-      return windows.OpenFilesInTextWindow(nullptr, action.paths[0], action.paths[1], false);
+      return windows.compare(WindowKind::text, nullptr, action.paths[0], action.paths[1], false);
     case StartAction::Kind::oneFile:
-    case StartAction::Kind::emptyTextWindow: return windows.NewTextWindow(action.paths[0]);
+    case StartAction::Kind::emptyTextWindow: return windows.openNew(WindowKind::text, action.paths[0]);
   }
   return false;
 }

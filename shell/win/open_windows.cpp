@@ -10,9 +10,7 @@
 namespace merivane {
 namespace {
 
-constexpr int fixedMenuItems = 4;
-
-WindowId idOf(const CompareWindow& window) { return reinterpret_cast<WindowId>(window.handle()); }
+WindowId idOf(const TopLevelWindow& window) { return reinterpret_cast<WindowId>(window.handle()); }
 
 }  // namespace
 
@@ -21,66 +19,81 @@ OpenWindows::OpenWindows(Application& application, int showCommand)
 
 OpenWindows::~OpenWindows() = default;
 
-CompareWindow* OpenWindows::find(WindowId id) const {
-  for (const auto& window : open_) {
-    if (idOf(*window) == id) return window.get();
-  }
+std::unique_ptr<TopLevelWindow> OpenWindows::construct(WindowKind kind) {
+  if (kind == WindowKind::text) return std::make_unique<CompareWindow>(application_);
   return nullptr;
 }
 
-CompareWindow* OpenWindows::make() {
-  const NewWindowRect place = newWindowRect(application_.settings.compareWindow, !open_.empty(), workArea());
-  auto window = std::make_unique<CompareWindow>(application_);
-  const int show = application_.settings.compareWindow.maximized ? SW_SHOWMAXIMIZED : showCommand_;
-  open_.reserve(open_.size() + 1);
-  closed_.reserve(closed_.size() + open_.size() + 1);  // closing a window must not need memory
-  if (!window->open(place)) return nullptr;
-  open_.push_back(std::move(window));
-  ShowWindow(open_.back()->handle(), show);
+TopLevelWindow* OpenWindows::make(WindowKind kind) {
+  const WindowPlacement placement = application_.settings.*traitsOf(kind).placement;
+  const NewWindowRect place = newWindowRect(placement, count(kind) > 0, workArea());
+  auto window = construct(kind);
+  List& open = open_[static_cast<int>(kind)];
+  open.reserve(open.size() + 1);
+  closed_.reserve(closed_.size() + handles().size() + 1);  // closing a window must not need memory
+  if (window == nullptr || !window->open(place)) return nullptr;
+  TopLevelWindow* const made = open.emplace_back(std::move(window)).get();
+  made->update();
+  ShowWindow(made->handle(), placement.maximized ? SW_SHOWMAXIMIZED : showCommand_);
   showCommand_ = SW_SHOWNORMAL;
-  refreshAll();
-  return open_.back().get();
+  listChanged();
+  return made;
 }
 
-bool OpenWindows::OpenFilesInTextWindow(CompareWindow* target, const std::string& left,
-                                        const std::string& right, bool force) {
+bool OpenWindows::compare(WindowKind kind, TopLevelWindow* target, const std::string& left,
+                          const std::string& right, bool force) {
   std::vector<ListedWindow> listed;
-  for (const auto& window : open_) listed.push_back({idOf(*window), window->isFresh()});
+  for (const auto& window : list(kind)) listed.push_back({idOf(*window), window->isFresh()});
   WindowChoice choice;
   if (target != nullptr) choice.target = idOf(*target);
   choice.force = force;
-  choice.reuse = application_.settings.reUseFileWindow;
-  const auto chosen = chooseTextWindow(listed, choice);
-  CompareWindow* const window = chosen ? find(*chosen) : make();
+  choice.reuse = application_.settings.*traitsOf(kind).reuse;
+  const auto chosen = chooseWindow(kind, listed, choice);
+  const auto found = std::find_if(list(kind).begin(), list(kind).end(),
+                                  [&](const auto& window) { return idOf(*window) == chosen; });
+  TopLevelWindow* const window = found != list(kind).end() ? found->get() : make(kind);
   if (window == nullptr) return false;
   window->compare(left, right);
   return true;
 }
 
-bool OpenWindows::NewTextWindow(const std::string& left) {
-  CompareWindow* const window = make();
+bool OpenWindows::openNew(WindowKind kind, const std::string& left) {
+  TopLevelWindow* const window = make(kind);
   if (window != nullptr && !left.empty()) window->setName(0, left);
   return window != nullptr;
 }
 
-void OpenWindows::RemoveWindow(const CompareWindow& window) {
+void OpenWindows::RemoveWindow(const TopLevelWindow& window) {
+  List& open = open_[static_cast<int>(window.kind())];
   const auto found =
-      std::find_if(open_.begin(), open_.end(), [&](const auto& each) { return each.get() == &window; });
-  if (found == open_.end()) return;
+      std::find_if(open.begin(), open.end(), [&](const auto& each) { return each.get() == &window; });
+  if (found == open.end()) return;
   closed_.push_back(std::move(*found));
-  open_.erase(found);
-  if (open_.empty()) {
-    PostQuitMessage(0);
-  } else {
-    refreshAll();
-  }
+  open.erase(found);
+  listChanged();
+  if (handles().empty()) PostQuitMessage(0);
 }
 
 void OpenWindows::forgetClosed() { closed_.clear(); }
 
+void OpenWindows::listChanged() {
+  for (const List& open : open_) {
+    for (const auto& window : open) window->changed();
+  }
+}
+
+void OpenWindows::applySettings() {
+  for (const List& open : open_) {
+    for (const auto& window : open) window->applySettings();
+  }
+}
+
+/// Folder windows first, as the Window menu has them.
 std::vector<HWND> OpenWindows::handles() const {
   std::vector<HWND> handles;
-  for (const auto& window : open_) handles.push_back(window->handle());
+  for (const WindowKind kind : {WindowKind::folder, WindowKind::text}) {
+    for (const auto& window : list(kind)) handles.push_back(window->handle());
+  }
   return handles;
 }
 
@@ -91,23 +104,21 @@ void OpenWindows::closeAll() {
   }
 }
 
-void OpenWindows::BuildWindowMenu(const CompareWindow& current, HMENU menu) const {
-  while (DeleteMenu(menu, fixedMenuItems, MF_BYPOSITION)) continue;
-  std::vector<MenuWindow> windows;
-  for (const auto& window : open_) windows.push_back({window->title(), window.get() == &current});
-  for (const WindowMenuItem& item : windowMenuItems({}, windows)) {
-    UINT flags = MF_STRING;
-    if (item.kind == WindowMenuItem::Kind::separator) flags = MF_SEPARATOR;
-    if (item.kind == WindowMenuItem::Kind::placeholder) flags |= MF_GRAYED;
-    if (item.checked) flags |= MF_CHECKED;
-    AppendMenuA(menu, flags, static_cast<UINT_PTR>(item.command), item.text.c_str());
+std::vector<WindowMenuItem> OpenWindows::menuItems(const TopLevelWindow& current) const {
+  std::vector<MenuWindow> windows[kWindowKinds];
+  for (const WindowKind kind : {WindowKind::folder, WindowKind::text}) {
+    for (const auto& window : list(kind)) {
+      windows[static_cast<int>(kind)].push_back({window->title(), window.get() == &current});
+    }
   }
+  return windowMenuItems(windows[static_cast<int>(WindowKind::folder)],
+                         windows[static_cast<int>(WindowKind::text)]);
 }
 
 void OpenWindows::ActivateListedWindow(Command command) const {
   const auto place = listedPlace(command);
-  if (!place || !place->textWindow || place->index >= open_.size()) return;
-  const HWND window = open_[place->index]->handle();
+  if (!place || place->index >= list(place->kind).size()) return;
+  const HWND window = list(place->kind)[place->index]->handle();
   if (IsIconic(window)) ShowWindow(window, SW_RESTORE);
   BringWindowToTop(window);
   SetForegroundWindow(window);
@@ -115,8 +126,8 @@ void OpenWindows::ActivateListedWindow(Command command) const {
 
 void OpenWindows::cascade() const {
   const std::vector<HWND> windows = handles();
-  if (!windows.empty())
-    CascadeWindows(nullptr, 0, nullptr, static_cast<UINT>(windows.size()), windows.data());
+  if (windows.empty()) return;
+  CascadeWindows(nullptr, 0, nullptr, static_cast<UINT>(windows.size()), windows.data());
 }
 
 void OpenWindows::tile(bool horizontally) const {
@@ -124,14 +135,6 @@ void OpenWindows::tile(bool horizontally) const {
   if (windows.empty()) return;
   TileWindows(nullptr, horizontally ? MDITILE_HORIZONTAL : MDITILE_VERTICAL, nullptr,
               static_cast<UINT>(windows.size()), windows.data());
-}
-
-void OpenWindows::refreshAll() {
-  for (const auto& window : open_) window->refresh();
-}
-
-void OpenWindows::applySettings() {
-  for (const auto& window : open_) window->applySettings();
 }
 
 }  // namespace merivane

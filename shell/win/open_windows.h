@@ -7,39 +7,41 @@
 #include <vector>
 
 #include "shell/commands.h"
+#include "shell/window_kind.h"
 #include "shell/window_list.h"
 
 namespace merivane {
 
 class Application;
-class CompareWindow;
+class TopLevelWindow;
 
-/// The program's top-level windows. Folder windows are not there yet: what asks for one is greyed or refused
-/// before it comes here, and their list stays empty.
+/// The program's top-level windows, each kind in a list of its own. Folder windows cannot be made yet: what
+/// asks for one fails, and their list stays empty.
 class OpenWindows {
  public:
   /// `showCommand` is how the first window is to be shown.
   OpenWindows(Application& application, int showCommand);
   ~OpenWindows();
 
-  /// Compares two files in the window that the reuse rules choose, or in a new one. False when there is no
-  /// window to be had.
-  bool OpenFilesInTextWindow(CompareWindow* target, const std::string& left, const std::string& right,
-                             bool force);
+  /// Compares two files or two folders in the window of that kind that the reuse rules choose, or in a new
+  /// one; `target` is the window that was asked, if one was. False when no window can be created.
+  bool compare(WindowKind kind, TopLevelWindow* target, const std::string& left, const std::string& right,
+               bool force);
 
-  /// Opens an empty window, with a name in its left box unless that is empty. False when it cannot be had.
-  bool NewTextWindow(const std::string& left = {});
+  /// Opens an empty window, with a name in its left box unless that is empty. False when it cannot be
+  /// created.
+  bool openNew(WindowKind kind, const std::string& left = {});
 
   /// Takes a closed window off the list; the last one ends the program. The object goes with the next
   /// forgetClosed(), as one of its own handlers may have closed it.
-  void RemoveWindow(const CompareWindow& window);
+  void RemoveWindow(const TopLevelWindow& window);
   void forgetClosed();
 
   /// Closes all windows, and the program with them; stops at the first that stays.
   void closeAll();
 
-  /// Fills a Window menu behind its first four items.
-  void BuildWindowMenu(const CompareWindow& current, HMENU menu) const;
+  /// What stands in the Window menu of one of the windows after its fixed items.
+  std::vector<WindowMenuItem> menuItems(const TopLevelWindow& current) const;
 
   /// Gives the focus to the window that a Window-menu command names; nothing for a number beyond the list.
   void ActivateListedWindow(Command command) const;
@@ -47,24 +49,24 @@ class OpenWindows {
   void cascade() const;
   void tile(bool horizontally) const;
 
-  /// Menus, titles and tool bars of all windows follow what happened to one.
-  void refreshAll();
-
-  /// The panes of all windows follow the settings.
+  /// All windows follow the settings.
   void applySettings();
 
-  int textWindows() const { return static_cast<int>(open_.size()); }
-  int folderWindows() const { return 0; }
+  int count(WindowKind kind) const { return static_cast<int>(list(kind).size()); }
 
  private:
-  CompareWindow* find(WindowId id) const;
-  CompareWindow* make();
+  using List = std::vector<std::unique_ptr<TopLevelWindow>>;
+
+  const List& list(WindowKind kind) const { return open_[static_cast<int>(kind)]; }
+  std::unique_ptr<TopLevelWindow> construct(WindowKind kind);
+  TopLevelWindow* make(WindowKind kind);
   std::vector<HWND> handles() const;
+  void listChanged();
 
   Application& application_;
   int showCommand_;
-  std::vector<std::unique_ptr<CompareWindow>> open_;
-  std::vector<std::unique_ptr<CompareWindow>> closed_;
+  List open_[kWindowKinds];
+  List closed_;
 };
 
 }  // namespace merivane

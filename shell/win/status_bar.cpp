@@ -2,8 +2,6 @@
 
 #include <commctrl.h>
 
-#include <iterator>
-
 #include "base/win/gdi.h"
 #include "base/win/messages.h"
 #include "base/win/window.h"
@@ -16,8 +14,8 @@ void StatusBar::create(HWND parent) {
   handle_ = CreateWindowExA(0, STATUSCLASSNAMEA, "", style, 0, 0, 0, 0, parent, nullptr, programInstance(),
                             nullptr);
   // A part that is not there yet takes no text.
-  const int edges[4] = {};
-  SendMessageA(handle_, SB_SETPARTS, std::size(edges), reinterpret_cast<LPARAM>(edges));
+  const int edges[kParts] = {};
+  SendMessageA(handle_, SB_SETPARTS, kParts, reinterpret_cast<LPARAM>(edges));
   setText(help, loadText(TextId::pressF1));
 }
 
@@ -31,13 +29,10 @@ int StatusBar::fit() {
   return area.bottom - area.top;
 }
 
-void StatusBar::setText(Part part, const std::string& text) {
-  char shown[256] = "";
-  if (SendMessageA(handle_, SB_GETTEXTLENGTHA, part, 0) < static_cast<LRESULT>(sizeof shown)) {
-    SendMessageA(handle_, SB_GETTEXTA, part, reinterpret_cast<LPARAM>(shown));
-  }
-  // Setting the same text again would flicker at every move of the caret.
-  if (text != shown) SendMessageA(handle_, SB_SETTEXTA, part, reinterpret_cast<LPARAM>(text.c_str()));
+void StatusBar::setText(int part, const std::string& text) {
+  if (text == shown_[part]) return;
+  SendMessageA(handle_, SB_SETTEXTA, static_cast<WPARAM>(part), reinterpret_cast<LPARAM>(text.c_str()));
+  shown_[part] = text;
 }
 
 }  // namespace merivane

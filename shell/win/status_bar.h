@@ -6,21 +6,25 @@
 
 namespace merivane {
 
-/// A text window's status bar, with a size grip and four parts.
+/// The status bar of a window of either kind, with a size grip and four parts: help, and what the kind of
+/// window has to say.
 class StatusBar {
  public:
-  enum Part { help, caret, lineEnds, differences };
+  static constexpr int kParts = 4;
+  static constexpr int help = 0;
 
   void create(HWND parent);
   HWND handle() const { return handle_; }
 
-  /// Fits itself to the width of the window; answers the height it takes.
+  /// Fits itself to the width of the window; returns the height it takes.
   int fit();
 
-  void setText(Part part, const std::string& text);
+  /// A text that is shown already is not drawn again.
+  void setText(int part, const std::string& text);
 
  private:
   HWND handle_ = nullptr;
+  std::string shown_[kParts];
 };
 
 }  // namespace merivane

@@ -45,8 +45,14 @@ int ToolBar::fit() {
 
 void ToolBar::update(const std::function<CommandState(Command)>& stateOf) {
   for (const CommandRow* row : buttons_) {
-    const LPARAM enabled = MAKELPARAM(stateOf(row->id).enabled ? TRUE : FALSE, 0);
-    SendMessageA(handle_, TB_ENABLEBUTTON, static_cast<WPARAM>(row->id), enabled);
+    const bool enabled = stateOf(row->id).enabled;
+    if (enabled == !greyed_.contains(row->id)) continue;
+    SendMessageA(handle_, TB_ENABLEBUTTON, static_cast<WPARAM>(row->id), MAKELPARAM(enabled, 0));
+    if (enabled) {
+      greyed_.erase(row->id);
+    } else {
+      greyed_.insert(row->id);
+    }
   }
 }
 

@@ -3,10 +3,12 @@
 #include <windows.h>
 
 #include <functional>
+#include <set>
 #include <vector>
 
 #include "shell/command_table.h"
 #include "shell/win/button_icons.h"
+#include "shell/window_kind.h"
 
 namespace merivane {
 
@@ -21,12 +23,13 @@ class ToolBar {
   /// Fits itself to the width of the window; returns the height it takes.
   int fit();
 
-  /// Enables and presses the buttons as `stateOf` says.
+  /// Enables the buttons as `stateOf` says. One that shows it already is left alone.
   void update(const std::function<CommandState(Command)>& stateOf);
 
  private:
   HWND handle_ = nullptr;
   std::vector<const CommandRow*> buttons_;
+  std::set<Command> greyed_;
 };
 
 }  // namespace merivane

@@ -58,11 +58,14 @@ TEST(FrameLayout, NothingOverlapsOrLeavesTheWindowAndBarsFollowThePanes) {
   for (const auto& [width, bar, at] :
        {std::tuple(400, 22, 100), {400, 0, 283}, {3840, 22, 1900}, {3840, 22, 3701}}) {
     SCOPED_TRACE(testing::Message() << width << " with " << bar << " at " << at);
-    const FrameMetrics metrics = {width, 480, bar, bar, 24, 4, 17, 17, bar};
-    const auto [view, summary] = layOutView(metrics);
-    const SplitLayout split = layOutSplit(metrics, at - 10, at + 10);
+    const FrameMetrics metrics = {width, 480, bar, bar, 24, 4};
+    const NameRowLayout names = layOutNames(metrics, at - 10, at + 10);
+    const Area contents = layOutContents(metrics);
+    const PaneMetrics panes = {17, 17, bar};
+    const auto [view, summary] = layOutView(contents, panes);
+    const SplitLayout split = layOutSplit(contents, panes, at - 10, at + 10);
     std::vector<Area> areas = {view, summary, split.thumb};
-    for (const auto& pair : {split.nameBox, split.browse, split.upOneFolder, split.scrollBar}) {
+    for (const auto& pair : {names.nameBox, names.browse, names.upOneFolder, split.scrollBar}) {
       areas.insert(areas.end(), {pair[0], pair[1]});
     }
     for (const Area& a : areas) {
@@ -75,9 +78,9 @@ TEST(FrameLayout, NothingOverlapsOrLeavesTheWindowAndBarsFollowThePanes) {
     EXPECT_EQ(view, (Area{0, bar + 32, width - bar, 480 - bar - 17 - bar - 32}));
     EXPECT_EQ(summary, (Area{width - bar, view.top, bar, view.height}));
     EXPECT_EQ(split.thumb, (Area{at - 10, view.bottom(), 20, 17}));
-    EXPECT_TRUE(split.scrollBar[0].right() == at - 10 && split.upOneFolder[0].right() == at - 10);
+    EXPECT_TRUE(split.scrollBar[0].right() == at - 10 && names.upOneFolder[0].right() == at - 10);
     EXPECT_EQ(split.scrollBar[1], (Area{at + 10, view.bottom(), width - bar - 17 - at - 10, 17}));
-    EXPECT_EQ(split.nameBox[1].left, at + 10);
+    EXPECT_EQ(names.nameBox[1].left, at + 10);
   }
 }
 
@@ -92,8 +95,8 @@ TEST(WindowList, AComparisonFindsItsWindow) {
       {fresh, {{}, false, false}, 2, 2}, {fresh, {{}, true, true}, 2, {}},
   };
   for (const auto& [windows, choice, text, folder] : cases) {
-    EXPECT_EQ(chooseTextWindow(windows, choice), text);
-    EXPECT_EQ(chooseFolderWindow(windows, choice), folder);
+    EXPECT_EQ(chooseWindow(WindowKind::text, windows, choice), text);
+    EXPECT_EQ(chooseWindow(WindowKind::folder, windows, choice), folder);
   }
 }
 
@@ -110,18 +113,18 @@ TEST(WindowList, TheMenuListsFoldersThenTexts) {
   EXPECT_EQ(full.front().text, "(no folder windows)");
   const auto place = [](int number) { return listedPlace(static_cast<Command>(number)); };
   EXPECT_FALSE(place(58999) || place(60000));
-  EXPECT_TRUE(place(59000) == (ListedPlace{false, 0}) && place(59499) == (ListedPlace{false, 499}));
-  EXPECT_TRUE(place(59500) == (ListedPlace{true, 0}) && place(59999) == (ListedPlace{true, 499}));
+  const auto folder = WindowKind::folder, text = WindowKind::text;
+  EXPECT_TRUE(place(59000) == (ListedPlace{folder, 0}) && place(59499) == (ListedPlace{folder, 499}));
+  EXPECT_TRUE(place(59500) == (ListedPlace{text, 0}) && place(59999) == (ListedPlace{text, 499}));
 }
 
 TEST(WindowList, OnlyPairsOfAKindAreCompared) {
   using enum FileKind;
   using Kinds = std::vector<FileKind>;
-  EXPECT_EQ(textWindowDrop(Kinds{file}), TextWindowDrop::intoNameBox);
-  EXPECT_EQ(textWindowDrop(Kinds{file, file}), TextWindowDrop::compareFiles);
-  EXPECT_EQ(textWindowDrop(Kinds{folder, folder}), TextWindowDrop::compareFolders);
-  for (const Kinds& items : {Kinds(), {file, folder}, {none, none}, {file, file, file}}) {
-    EXPECT_EQ(textWindowDrop(items), TextWindowDrop::nothing) << items.size();
+  EXPECT_EQ(comparedByDrop(Kinds{file, file}), WindowKind::text);
+  EXPECT_EQ(comparedByDrop(Kinds{folder, folder}), WindowKind::folder);
+  for (const Kinds& items : {Kinds(), {file}, {file, folder}, {none, none}, {file, file, file}}) {
+    EXPECT_EQ(comparedByDrop(items), std::nullopt) << items.size();
   }
 }
 

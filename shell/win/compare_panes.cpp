@@ -1,0 +1,52 @@
+#include "shell/win/compare_panes.h"
+
+#include "base/win/gdi.h"
+#include "base/win/window.h"
+#include "shell/win/controls.h"
+
+namespace merivane {
+
+ComparePanes::ComparePanes(TextViewOwner& owner, UndoHistory& history)
+    : view(owner, history), summary(view), thumb(view) {}
+
+bool ComparePanes::create(HWND window) {
+  if (!view.create(window) || !summary.create(window) || !thumb.create(window)) return false;
+  for (HWND& bar : scrollBars_) bar = createControl(window, "SCROLLBAR", SBS_HORZ, 0);
+  return true;
+}
+
+void ComparePanes::layOut(const Area& area, bool showSummary) {
+  area_ = area;
+  metrics_.verticalBarWidth = GetSystemMetrics(SM_CXVSCROLL);
+  metrics_.horizontalBarHeight = GetSystemMetrics(SM_CYHSCROLL);
+  metrics_.summaryWidth = showSummary ? scaled(28) : 0;
+  showControl(summary.handle(), showSummary);
+  const ViewLayout layout = layOutView(area_, metrics_);
+  moveControl(summary.handle(), layout.summary);
+  moveControl(view.handle(), layout.view);
+  followSplit();
+}
+
+void ComparePanes::followSplit() {
+  const ViewState& state = view.state();
+  const SplitLayout layout = layOutSplit(area_, metrics_, state.pane(0).paneRight, state.pane(1).paneLeft);
+  if (!(layout == layout_)) {
+    layout_ = layout;
+    for (const int side : {0, 1}) moveControl(scrollBars_[side], layout.scrollBar[side]);
+    moveControl(thumb.handle(), layout.thumb);
+  }
+  for (const int side : {0, 1}) setScrollBar(side);
+}
+
+void ComparePanes::onHScroll(HWND bar, int request) {
+  view.onHScroll(bar == scrollBars_[0] ? 0 : 1, bar, request);
+}
+
+void ComparePanes::setScrollBar(int side) {
+  const ViewState& state = view.state();
+  const uint32_t page = state.visibleColumns(side);
+  merivane::setScrollBar(scrollBars_[side], SB_CTL, static_cast<int>(state.maxHScroll(side) + page - 1), page,
+                         static_cast<int>(state.hScroll(side)));
+}
+
+}  // namespace merivane

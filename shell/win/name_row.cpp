@@ -1,0 +1,86 @@
+#include "shell/win/name_row.h"
+
+#include "base/win/gdi.h"
+#include "base/win/messages.h"
+#include "shell/command_table.h"
+#include "shell/name_box.h"
+#include "shell/win/controls.h"
+#include "shell/win/file_dialogs.h"
+
+namespace merivane {
+namespace {
+
+constexpr int boxNumbers[2] = {101, 102};
+constexpr Command upCommands[2] = {Command::upOneFolderLeft, Command::upOneFolderRight};
+constexpr int listHeight = 300;  // of a box, with its list
+
+}  // namespace
+
+void NameRow::create(HWND window, const ButtonIcons& icons, ToolTips& tips) {
+  browseIcon_ = icons.icon(IconId::browse);
+  upIcon_ = icons.icon(IconId::upOneFolder);
+  const auto makeButton = [&](Command command, const Icon& icon) {
+    const HWND button =
+        createControl(window, "BUTTON", WS_TABSTOP | BS_ICON | BS_PUSHBUTTON, static_cast<int>(command));
+    SendMessageA(button, BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon.get()));
+    tips.add(button, commandHelp(command));
+    return button;
+  };
+  for (const int side : {0, 1}) {
+    boxes_[side].create(window, boxNumbers[side], traits_.dropKinds, settings_.*traits_.histories[side]);
+    SendMessageA(boxes_[side].handle(), WM_SETFONT, reinterpret_cast<WPARAM>(messageFont()), FALSE);
+    browseButtons_[side] = makeButton(traits_.browse[side], browseIcon_);
+    upButtons_[side] = makeButton(upCommands[side], upIcon_);
+  }
+}
+
+int NameRow::height() const { return heightOf(boxes_[0].handle()); }
+
+void NameRow::place(const NameRowLayout& layout) {
+  if (layout == layout_) return;
+  layout_ = layout;
+  for (const int side : {0, 1}) {
+    // A combo box's height is given with its list.
+    Area box = layout.nameBox[side];
+    box.height = scaled(listHeight);
+    moveControl(boxes_[side].handle(), box);
+    moveControl(browseButtons_[side], layout.browse[side]);
+    moveControl(upButtons_[side], layout.upOneFolder[side]);
+  }
+}
+
+std::optional<int> NameRow::sideOf(int control) const {
+  for (const int side : {0, 1}) {
+    if (control == boxNumbers[side]) return side;
+  }
+  return std::nullopt;
+}
+
+const NameBox* NameRow::focusedBox() const {
+  for (const NameBox& box : boxes_) {
+    if (box.hasFocus()) return &box;
+  }
+  return nullptr;
+}
+
+void NameRow::browse(int side) {
+  const HWND window = GetParent(boxes_[side].handle());
+  const auto chosen = chooseFile(window, loadText(traits_.browseTitles[side]), text(side));
+  if (chosen) focusWith(side, *chosen);
+}
+
+void NameRow::goUpOneFolder(int side) {
+  const auto folder = upOneFolder(text(side));
+  if (folder) {
+    focusWith(side, *folder);
+  } else {
+    MessageBeep(MB_OK);
+  }
+}
+
+void NameRow::focusWith(int side, const std::string& name) {
+  setText(side, name);
+  SetFocus(boxes_[side].handle());
+}
+
+}  // namespace merivane

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+
+#include "shell/frame_layout.h"
+#include "shell/win/button_icons.h"
+#include "shell/win/name_box.h"
+#include "shell/win/tool_tips.h"
+#include "shell/window_kind.h"
+
+namespace merivane {
+
+/// The row of two names at the top of a window of either kind: for each side a box, a Browse button and an
+/// Up One Folder button. The buttons send their commands to the window.
+class NameRow {
+ public:
+  /// `settings`, whose histories the boxes show, must outlive the row.
+  NameRow(const NameRowTraits& traits, Settings& settings) : traits_(traits), settings_(settings) {}
+
+  /// Creates the controls in a window.
+  void create(HWND window, const ButtonIcons& icons, ToolTips& tips);
+
+  int height() const;
+  void place(const NameRowLayout& layout);
+
+  NameBox& box(int side) { return boxes_[side]; }
+  std::string text(int side) const { return boxes_[side].text(); }
+  void setText(int side, const std::string& text) { boxes_[side].setText(text); }
+
+  /// The side whose box has this number; none for any other control.
+  std::optional<int> sideOf(int control) const;
+
+  /// The box that is being edited, if one is.
+  const NameBox* focusedBox() const;
+
+  /// Asks for a name and puts it into a side's box.
+  void browse(int side);
+
+  /// Cuts a side's name down to its folder.
+  void goUpOneFolder(int side);
+
+ private:
+  void focusWith(int side, const std::string& name);
+
+  const NameRowTraits& traits_;
+  Settings& settings_;
+  NameBox boxes_[2];
+  Icon browseIcon_;
+  Icon upIcon_;
+  HWND browseButtons_[2] = {};
+  HWND upButtons_[2] = {};
+  NameRowLayout layout_;  // as it stands
+};
+
+}  // namespace merivane

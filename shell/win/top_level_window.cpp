@@ -1,0 +1,302 @@
+#include "shell/win/top_level_window.h"
+
+#include <utility>
+
+#include "base/win/gdi.h"
+#include "base/win/messages.h"
+#include "shell/win/application.h"
+#include "shell/win/controls.h"
+#include "shell/win/drops.h"
+#include "shell/win/registered_messages.h"
+#include "shell/win/system_facts.h"
+
+namespace merivane {
+namespace {
+
+constexpr int iconNumber = 100;
+constexpr UINT_PTR updateTimer = 1;
+
+}  // namespace
+
+TopLevelWindow::TopLevelWindow(Application& application, WindowKind kind)
+    : application_(application),
+      kind_(kind),
+      traits_(traitsOf(kind)),
+      names_(traits_.names, application.settings) {}
+
+bool TopLevelWindow::open(const NewWindowRect& at) {
+  WindowPlace place;
+  place.style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
+  place.extendedStyle = WS_EX_ACCEPTFILES;
+  place.left = at.x;
+  place.top = at.y;
+  place.width = at.width;
+  place.height = at.height;
+  place.menu = LoadMenuA(programInstance(), MAKEINTRESOURCEA(traits_.menu));
+  setAccelerators(LoadAcceleratorsA(programInstance(), MAKEINTRESOURCEA(traits_.accelerators)));
+  return create({traits_.windowClass, 0, IDC_ARROW, COLOR_BTNFACE, iconNumber}, "", place);
+}
+
+LRESULT TopLevelWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == compareDoneMessage) return waitDialog_.finish(), changed(), 0;
+  switch (message) {
+    case WM_CREATE: return onCreate() ? 0 : -1;
+    case WM_SIZE: onSize(wParam); return 0;
+    case WM_GETMINMAXINFO:
+      reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {scaled(400), scaled(240)};
+      return 0;
+    case WM_MOVE: capturePlacement(); return 0;
+    case WM_ACTIVATE: onActivate(LOWORD(wParam) != WA_INACTIVE, HIWORD(wParam) != 0); return 0;
+    case WM_SETFOCUS: onSetFocus(); return 0;
+    case WM_SETTINGCHANGE:
+    case WM_SYSCOLORCHANGE: layOut(), applySettings(); return 0;
+    case WM_TIMER: update(); return 0;
+    case WM_INITMENUPOPUP: onInitMenuPopup(reinterpret_cast<HMENU>(wParam)); return 0;
+    case WM_MENUSELECT: onMenuSelect(LOWORD(wParam), HIWORD(wParam)); return 0;
+    case WM_CLIPBOARDUPDATE: changed(); return 0;
+    case WM_COMMAND: onCommand(LOWORD(wParam), HIWORD(wParam)); return 0;
+    case WM_NOTIFY: return onNotify(*reinterpret_cast<NMHDR*>(lParam));
+    case WM_DROPFILES: onDropFiles(reinterpret_cast<HDROP>(wParam)); return 0;
+    case WM_HELP: run(Command::usersManual); return TRUE;
+    case WM_CLOSE: onClose(); return 0;
+    case WM_QUERYENDSESSION: return mayEndSession() ? TRUE : FALSE;
+    case WM_ENDSESSION: onEndSession(wParam != 0); return 0;
+    default: return defaultProcedure(message, wParam, lParam);
+  }
+}
+
+bool TopLevelWindow::onCreate() {
+  toolBar_.create(handle(), kind_, icons_);
+  toolTips_.create(handle());
+  names_.create(handle(), icons_, toolTips_);
+  if (!createContents()) return false;
+  statusBar_.create(handle());
+  applySettings();
+  AddClipboardFormatListener(handle());
+  return true;
+}
+
+void TopLevelWindow::onDestroyed() { application_.windows.RemoveWindow(*this); }
+
+// Layout and placement.
+
+void TopLevelWindow::onSize(WPARAM kind) {
+  if (kind == SIZE_MINIMIZED) return;
+  layOut();
+  // Dragging a border leaves no time for painting between one size and the next.
+  RedrawWindow(handle(), nullptr, nullptr, RDW_ERASENOW | RDW_UPDATENOW | RDW_ALLCHILDREN);
+  capturePlacement();
+}
+
+// Where a minimized window stands is no place to open one; the rules of capturing know.
+void TopLevelWindow::capturePlacement() {
+  merivane::capturePlacement(windowStance(handle()), application_.settings.*traits_.placement);
+}
+
+FrameMetrics TopLevelWindow::metrics() const {
+  RECT client = {};
+  GetClientRect(handle(), &client);
+  FrameMetrics metrics;
+  metrics.width = client.right;
+  metrics.height = client.bottom;
+  metrics.toolBarHeight = shownBars_.toolBar ? heightOf(toolBar_.handle()) : 0;
+  metrics.statusBarHeight = shownBars_.statusBar ? heightOf(statusBar_.handle()) : 0;
+  metrics.nameBoxHeight = names_.height();
+  metrics.margin = scaled(4);
+  return metrics;
+}
+
+void TopLevelWindow::layOut() {
+  showControl(toolBar_.handle(), shownBars_.toolBar);
+  showControl(statusBar_.handle(), shownBars_.statusBar);
+  toolBar_.fit();
+  statusBar_.fit();
+  layOutContents(merivane::layOutContents(metrics()));
+  layOutNames();
+}
+
+void TopLevelWindow::layOutNames() {
+  const NameSplit split = nameSplit();
+  names_.place(merivane::layOutNames(metrics(), split.leftEnd, split.rightStart));
+}
+
+void TopLevelWindow::applySettings() {
+  const Settings& settings = application_.settings;
+  const bool contentsMoved = applySettingsToContents();
+  const ShownBars bars = {settings.viewToolBar, settings.viewStatusBar};
+  const bool barsMoved = std::exchange(shownBars_, bars) != bars;
+  if (contentsMoved || barsMoved) layOut();
+  changed();
+}
+
+// Names, focus and keys.
+
+void TopLevelWindow::compare(const std::string& left, const std::string& right) {
+  setName(0, left);
+  setName(1, right);
+  lastFocus_ = mainControl();
+  SetForegroundWindow(handle());
+  SetFocus(handle());
+  UpdateWindow(handle());
+  SendMessageA(handle(), WM_COMMAND, static_cast<WPARAM>(Command::refresh), 0);
+}
+
+void TopLevelWindow::setName(int side, const std::string& name) {
+  names_.setText(side, name);
+  changed();
+}
+
+void TopLevelWindow::onNameBox(int side, int code) {
+  NameBox& box = names_.box(side);
+  NameBox& other = names_.box(1 - side);
+  switch (code) {
+    case CBN_EDITCHANGE: box.onEdit(); break;
+    case kNameBoxEnter:
+      // With one name still to come, that is what the user wants to do next.
+      if (!box.text().empty() && other.text().empty()) {
+        SetFocus(other.handle());
+      } else {
+        run(Command::refresh);
+      }
+      break;
+    case kNameBoxDropped:
+      // In a window that shows a comparison the new name takes the old one's place; in a fresh one the
+      // other name may still be to come.
+      if (!isFresh()) run(Command::refresh);
+      break;
+  }
+}
+
+void TopLevelWindow::onActivate(bool active, bool minimized) {
+  const HWND focus = GetFocus();
+  if (active) {
+    capturePlacement();
+    if (!minimized) SetFocus(handle());
+  } else if (IsChild(handle(), focus)) {
+    lastFocus_ = focus;
+  }
+}
+
+void TopLevelWindow::onSetFocus() { SetFocus(lastFocus_ != nullptr ? lastFocus_ : names_.box(0).handle()); }
+
+bool TopLevelWindow::PreTranslateMessage(const MSG& message) {
+  if (waitDialog_.isBusy()) return waitDialog_.takes(message);
+  toolTips_.relay(message);
+  if (message.message == WM_SYSKEYDOWN && message.wParam == VK_BACK) return undoInNameBox();
+  if (message.message != WM_KEYDOWN) return false;
+  switch (message.wParam) {
+    case 'Z': return isCtrlDown() && undoInNameBox();
+    case VK_ESCAPE:
+      if (!application_.settings.escQuitsApp || isNameListOpen()) return false;
+      SendMessageA(handle(), WM_COMMAND, static_cast<WPARAM>(Command::exit), 0);
+      return true;
+    case VK_TAB: return onTab(message);
+    default: return false;
+  }
+}
+
+/// Whether Esc closes no more than a list.
+bool TopLevelWindow::isNameListOpen() const {
+  const NameBox* const box = names_.focusedBox();
+  return box != nullptr && box->isListOpen();
+}
+
+/// The keys for it would not reach a name box that is being edited.
+bool TopLevelWindow::undoInNameBox() const {
+  const NameBox* const box = names_.focusedBox();
+  if (box != nullptr) box->undo();
+  return box != nullptr;
+}
+
+/// Whether the key is not the focused control's own.
+bool TopLevelWindow::onTab(const MSG& message) {
+  const bool asText = takesTab(message.hwnd);
+  if (asText && !isCtrlDown()) return false;
+  if (!asText && (SendMessageA(message.hwnd, WM_GETDLGCODE, 0, 0) & DLGC_WANTTAB) != 0) return true;
+  HWND control = message.hwnd;
+  while (control != handle() && GetParent(control) != handle()) control = GetParent(control);
+  SetFocus(GetNextDlgTabItem(handle(), control, isKeyDown(VK_SHIFT)));
+  const HWND focus = GetFocus();
+  if (SendMessageA(focus, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) SendMessageA(focus, EM_SETSEL, 0, -1);
+  return true;
+}
+
+void TopLevelWindow::onDropFiles(HDROP drop) {
+  POINT at = {};
+  DragQueryPoint(drop, &at);
+  const std::vector<std::string> names = takeDrop(drop);
+  std::vector<FileKind> kinds;
+  for (const std::string& name : names) kinds.push_back(systemFiles().kind(name));
+  RECT client = {};
+  GetClientRect(handle(), &client);
+  bool taken = false;
+  if (names.size() == 1) {
+    names_.box(dropSide(at.x, client.right)).drop(names[0]);
+    taken = true;
+  } else if (const auto which = comparedByDrop(kinds)) {
+    TopLevelWindow* const target = *which == kind_ ? this : nullptr;
+    taken = application_.windows.compare(*which, target, names[0], names[1], false);
+  }
+  if (!taken) MessageBeep(MB_OK);
+}
+
+// What a session asks for, and closing.
+
+Answer TopLevelWindow::ask(const Question& question) {
+  showContents();
+  UINT style = question.cancel ? MB_YESNOCANCEL : MB_YESNO;
+  style |= question.warning ? MB_ICONWARNING | MB_DEFBUTTON2 : MB_ICONQUESTION;
+  switch (showMessage(handle(), question.text, style)) {
+    case IDYES: return Answer::yes;
+    case IDNO: return Answer::no;
+    default: return Answer::cancel;
+  }
+}
+
+void TopLevelWindow::report(const std::string& message, ReportKind kind) {
+  showContents();
+  showMessage(handle(), message, MB_OK | (kind == ReportKind::error ? MB_ICONERROR : MB_ICONINFORMATION));
+}
+
+void TopLevelWindow::reportOutOfMemory() { merivane::reportOutOfMemory(); }
+
+void TopLevelWindow::startJob(Work work, WhenWorkEnds whenEnded) {
+  waitDialog_.start(handle(), std::move(work), std::move(whenEnded));
+}
+
+void TopLevelWindow::onClose() {
+  if (!mayClose()) return;
+  waitDialog_.abandon();
+  DestroyWindow(handle());
+}
+
+// The program is ended without further notice when the user logs off.
+void TopLevelWindow::onEndSession(bool ending) {
+  if (ending) application_.keepSettings();
+}
+
+// Bringing up to date.
+
+// A timer's message comes when no other is left, and to whichever loop runs: that of a box, of a menu or of
+// dragging the window as well.
+void TopLevelWindow::changed() {
+  if (handle() == nullptr || std::exchange(changed_, true)) return;  // gone, or under way
+  SetTimer(handle(), updateTimer, USER_TIMER_MINIMUM, nullptr);
+}
+
+void TopLevelWindow::update() {
+  changed_ = false;
+  KillTimer(handle(), updateTimer);
+  const std::string wanted = title();
+  if (wanted != shownTitle_) {
+    SetWindowTextA(handle(), wanted.c_str());
+    shownTitle_ = wanted;
+  }
+  fillWindowMenu();
+  const WindowFacts now = facts();
+  toolBar_.update([&](Command command) { return stateOf(command, now); });
+  const StatusTexts texts = statusTexts();
+  for (size_t i = 0; i < texts.size(); ++i) statusBar_.setText(static_cast<int>(i) + 1, texts[i]);
+}
+
+}  // namespace merivane
