@@ -54,15 +54,17 @@ LineEndKind detectLineEndKind(std::string_view sample) {
   return LineEndKind::crLf;
 }
 
-void convertFromFile(ByteArray& bytes, LineEndKind kind, const AbortFlag* abort) {
+bool convertFromFile(ByteArray& bytes, LineEndKind kind, const AbortFlag* abort) {
   char* const begin = bytes.data();
   char* const end = begin + bytes.size();
   if (kind == LineEndKind::cr) {
+    const bool mixed = bytes.view().find('\n') != std::string_view::npos;
     forEach<uint32_t>(0, bytes.size(), abort, [begin](uint32_t at) {
       if (begin[at] == '\r') begin[at] = '\n';
     });
+    return mixed;
   }
-  if (kind != LineEndKind::crLf || begin == end) return;
+  if (kind == LineEndKind::lf) return false;
   const auto findCr = [end](char* from) {
     void* found = from < end ? std::memchr(from, '\r', static_cast<size_t>(end - from)) : nullptr;
     return found ? static_cast<char*>(found) : end;
@@ -82,7 +84,9 @@ void convertFromFile(ByteArray& bytes, LineEndKind kind, const AbortFlag* abort)
     to += length;
     from = next;
   }
+  const auto pairs = end - to;  // as each has lost its CR
   bytes.truncate(static_cast<uint32_t>(to - begin));
+  return std::count(begin, to, '\n') > pairs;
 }
 
 bool convertToFile(std::string_view text, LineEndKind kind, bool nulToSpace, ByteArray& bytes) {
@@ -160,6 +164,7 @@ struct Loading {
   ByteArray bytes;
   FileStamp stamp;
   LineEndKind lineEndKind = LineEndKind::lf;
+  bool mixedLineEnds = false;
   SystemError error = 0;
 
   void readSample(FileSystem& files, const std::string& path) {
@@ -183,7 +188,7 @@ struct Loading {
     file.reset();
     if (error != 0) return;
     lineEndKind = detectLineEndKind(bytes.view());
-    convertFromFile(bytes, lineEndKind, abort);
+    mixedLineEnds = convertFromFile(bytes, lineEndKind, abort);
   }
 };
 
@@ -209,6 +214,7 @@ Outcome load(FileSystem& files, const std::string (&paths)[2], TextDocument (&do
   for (const int side : {0, 1}) {
     if (loading[side].error != 0) return {unreadable[side], loading[side].error};
     loaded[side].lineEndKind = loading[side].lineEndKind;
+    loaded[side].mixedLineEnds = loading[side].mixedLineEnds;
     loaded[side].stamp = loading[side].stamp;
     loaded[side].readOnly = !files.isWritable(paths[side]);
     loaded[side].text = std::move(loading[side].bytes);

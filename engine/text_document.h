@@ -21,8 +21,9 @@ const char* lineEndKindName(LineEndKind kind);
 struct TextDocument {
   ByteArray text;
   LineEndKind lineEndKind = LineEndKind::crLf;
-  bool readOnly = false;  // the file exists but may not be opened for writing
-  FileStamp stamp;        // the file's before it was read
+  bool mixedLineEnds = false;  // the file has others as well, which saving makes the document's kind
+  bool readOnly = false;       // the file exists but may not be opened for writing
+  FileStamp stamp;             // the file's before it was read
 };
 
 constexpr uint32_t kBinarySampleSize = 1024;
@@ -36,8 +37,9 @@ bool isBinary(std::string_view sample);
 LineEndKind detectLineEndKind(std::string_view sample);
 
 /// Turns a file's bytes into the in-memory form, in place and without further memory. If the flag is raised
-/// meanwhile, the bytes are undefined.
-void convertFromFile(ByteArray& bytes, LineEndKind kind, const AbortFlag* abort = nullptr);
+/// meanwhile, the bytes are undefined. Returns whether convertToFile() makes other line ends of some: those that
+/// were LF alone where the kind is another.
+bool convertFromFile(ByteArray& bytes, LineEndKind kind, const AbortFlag* abort = nullptr);
 
 /// Turns in-memory text into a file's bytes. Returns false, with `bytes` unchanged, when memory runs out or
 /// the result does not fit.

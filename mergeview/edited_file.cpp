@@ -6,20 +6,7 @@
 
 namespace merivane {
 
-SystemError saveFile(FileSystem& files, const std::string& path, EditedFile& file) {
-  std::string newPath;
-  try {
-    newPath = path;
-  } catch (const std::bad_alloc&) {
-    return notEnoughStorage();
-  }
-  const SystemError error = saveText(files, path, file.text, file.lineEndKind);
-  if (error != 0) return error;
-  file.stamp = files.stamp(path);
-  file.path = std::move(newPath);
-  file.readOnly = false;
-  return 0;
-}
+namespace {
 
 SystemError saveText(FileSystem& files, const std::string& path, const TextBuffer& text, LineEndKind kind) {
   try {
@@ -35,6 +22,24 @@ SystemError saveText(FileSystem& files, const std::string& path, const TextBuffe
   } catch (const std::bad_alloc&) {
     return notEnoughStorage();
   }
+}
+
+}  // namespace
+
+SystemError saveFile(FileSystem& files, const std::string& path, EditedFile& file) {
+  std::string newPath;
+  try {
+    newPath = path;
+  } catch (const std::bad_alloc&) {
+    return notEnoughStorage();
+  }
+  const SystemError error = saveText(files, path, file.text, file.lineEndKind);
+  if (error != 0) return error;
+  file.stamp = files.stamp(path);
+  file.path = std::move(newPath);
+  file.mixedLineEnds = false;
+  file.readOnly = false;
+  return 0;
 }
 
 bool changedOnDisk(FileSystem& files, const std::string& path, const FileStamp& known) {

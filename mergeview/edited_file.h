@@ -13,6 +13,7 @@ namespace merivane {
 struct EditedFile {
   TextBuffer text;
   LineEndKind lineEndKind = LineEndKind::crLf;
+  bool mixedLineEnds = false;  // in the file; saving makes them all of the kind
   bool readOnly = false;
   FileStamp stamp;   // the file's when it was loaded or saved
   std::string path;  // empty until the text was loaded from a file or saved to one
@@ -22,9 +23,6 @@ struct EditedFile {
 /// file's, and the side can be written. Returns 0 or the error, notEnoughStorage() when memory ran out; both
 /// files are then as they were. Telling the history is the caller's.
 SystemError saveFile(FileSystem& files, const std::string& path, EditedFile& file);
-
-/// Writes any text without taking note of it.
-SystemError saveText(FileSystem& files, const std::string& path, const TextBuffer& text, LineEndKind kind);
 
 /// Whether a file has been written by somebody else since it had this stamp, so that saving would undo that.
 /// A file that has gone is not in the way.

@@ -30,6 +30,7 @@ void ViewState::take(FileComparison&& comparison, std::array<std::string, 2>&& p
     EditedFile& edited = file(side);
     edited.text.take(std::move(document.text));
     edited.lineEndKind = document.lineEndKind;
+    edited.mixedLineEnds = document.mixedLineEnds;
     edited.readOnly = document.readOnly;
     edited.stamp = document.stamp;
     edited.path = std::move(paths[static_cast<size_t>(side)]);

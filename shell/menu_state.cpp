@@ -11,7 +11,10 @@ bool WindowFacts::mayDelete() const { return canDeleteOn(activeSide, readOnly[ac
 
 CommandState commandState(Command id, const WindowFacts& window, const Settings& settings) {
   const CommandRow* row = findCommand(id);
-  return row != nullptr ? row->state(window, settings) : CommandState{false, false, false};
+  if (row == nullptr) return {false, false, false};
+  CommandState state = row->state(window, settings);
+  if (window.comparing) state.enabled = id == Command::close || id == Command::exit;
+  return state;
 }
 
 PaneMenu paneMenu(RowStatus row, int side) {

@@ -21,7 +21,10 @@ struct WindowFacts {
   bool canRedo = false;
   bool hasSelection = false;
   bool clipboardHasText = false;
+  bool comparing = false;        // the user waits for a comparison to end
+  bool showsComparison = false;  // and not just what a failed one leaves
   bool hasDifferences = false;
+  bool hasFile = false;  // the active side, or the selected entry, has a name that can be a file's
   std::optional<RowStatus> caretRow;  // none: the caret stands outside the rows
 
   bool activeWritable() const { return !readOnly[activeSide]; }
@@ -39,7 +42,8 @@ struct CommandState {
 };
 
 /// The state of a command as its row in resources/commands.inc says; disabled for a number that is no
-/// command. A window disables besides what it does not do itself.
+/// command. While a comparison is running only what closes the window or all of them is enabled. A window
+/// disables besides what it does not do itself.
 CommandState commandState(Command id, const WindowFacts& window, const Settings& settings);
 
 /// Whether a new window of a kind may be opened by command: not a second one where windows are reused.

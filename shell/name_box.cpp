@@ -1,5 +1,7 @@
 #include "shell/name_box.h"
 
+#include <algorithm>
+
 namespace merivane {
 
 std::optional<Completion> NameCompletion::onEdit(std::string_view typed, const HistoryList& history) const {
@@ -9,13 +11,25 @@ std::optional<Completion> NameCompletion::onEdit(std::string_view typed, const H
   return Completion{entry, typed.size(), history.entries()[static_cast<size_t>(entry)].size()};
 }
 
+std::string meantName(std::string_view typed) {
+  const auto trim = [](std::string_view name) {
+    const size_t begin = std::min(name.find_first_not_of(" \t"), name.size());
+    return name.substr(begin, name.find_last_not_of(" \t") + 1 - begin);
+  };
+  std::string_view name = trim(typed);
+  if (name.size() >= 2 && name.front() == '"' && name.back() == '"') {
+    name = trim(name.substr(1, name.size() - 2));
+  }
+  return std::string(name);
+}
+
 bool acceptsDrop(FileKind item, uint32_t dropKinds) {
   return (item == FileKind::file && (dropKinds & kDropFiles) != 0) ||
          (item == FileKind::folder && (dropKinds & kDropFolders) != 0);
 }
 
 std::optional<std::string> upOneFolder(std::string_view path) {
-  // What must stay: the backslash behind a drive, or server and share.
+  // What must stay: the backslash after a drive, or server and share.
   size_t root = 0;
   if (path.size() >= 3 && path[1] == ':' && path[2] == '\\') {
     root = 3;

@@ -11,8 +11,8 @@
 
 namespace merivane {
 
-/// What a box puts into itself while a name is typed: an entry of its history, with the characters behind
-/// the typed ones selected so that typing on replaces them.
+/// What a box puts into itself while a name is typed: an entry of its history, with the characters after the
+/// typed ones selected so that typing on replaces them.
 struct Completion {
   int32_t entry = 0;  // index into the history
   size_t selectionBegin = 0;
@@ -37,6 +37,10 @@ class NameCompletion {
  private:
   bool lastEditWasDeletion_ = false;
 };
+
+/// A name as it is meant: without the blanks at its ends, and without the quotes round it that copying a path
+/// as text leaves.
+std::string meantName(std::string_view typed);
 
 /// What may be dropped on a name box; bits.
 enum DropKinds : uint32_t { kDropFiles = 1, kDropFolders = 2 };

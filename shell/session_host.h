@@ -9,8 +9,9 @@ namespace merivane {
 /// Something the user is asked with Yes and No.
 struct Question {
   std::string text;
-  bool cancel = false;   // Cancel is offered, too
-  bool warning = false;  // with the sign of a warning, and No is what Enter chooses
+  bool cancel = false;       // Cancel is offered, too
+  bool warning = false;      // has the sign of a warning
+  bool noByDefault = false;  // Enter chooses No
 };
 
 enum class Answer { yes, no, cancel };
@@ -30,6 +31,9 @@ class SessionHost {
   virtual Answer ask(const Question& question) = 0;
   virtual void report(const std::string& message, ReportKind kind) = 0;
   virtual void reportOutOfMemory() = 0;
+
+  /// Says in the status bar what was done.
+  virtual void showStatus(const std::string& text) = 0;
 
   /// Has work done on a thread of its own while the user waits and may cancel. `whenEnded` is called after
   /// this call has returned, unless the window closes before.

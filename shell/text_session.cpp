@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "base/message_format.h"
-#include "base/names.h"
 #include "base/paths.h"
 #include "mergeview/edited_file.h"
 #include "mergeview/side_commands.h"
@@ -32,7 +31,18 @@ TextSession::TextSession(TextSessionHost& host, const SessionWorld& world, ViewS
 
 std::string TextSession::sideName(int side) const {
   const std::string& path = view_.file(side).path;
-  return path.empty() ? host_.name(side) : path;
+  return path.empty() ? meantName(host_.name(side)) : path;
+}
+
+/// A file that is there has a valid name, also where the platform's rules are wider than ours.
+bool TextSession::canBeFile(const std::string& name) const {
+  return IsValidFilePath(name) || world_.files.kind(name) == FileKind::file;
+}
+
+/// How a question names a side.
+std::string TextSession::shownName(int side) const {
+  const std::string name = sideName(side);
+  return name.empty() ? text(TextId::noFile) : name;
 }
 
 std::string TextSession::title() const {
@@ -46,13 +56,17 @@ std::string TextSession::title() const {
 }
 
 std::string TextSession::lineEndText() const {
-  if (isFresh()) return {};
-  const auto kind = [this](int side) { return std::string(lineEndKindName(view_.file(side).lineEndKind)); };
+  if (!showsComparison()) return {};
+  const auto kind = [this](int side) -> std::string {
+    const EditedFile& file = view_.file(side);
+    const char* const name = lineEndKindName(file.lineEndKind);
+    return file.mixedLineEnds ? formatMessage(TextId::mixedLineEnds, {name}) : name;
+  };
   return kind(0) + ", " + kind(1);
 }
 
 std::string TextSession::differencesText() const {
-  return isFresh() ? std::string() : summaryText(view_.model());
+  return showsComparison() ? summaryText(view_.model()) : std::string();
 }
 
 std::string TextSession::caretText() const {
@@ -71,11 +85,18 @@ void TextSession::restoreNames() {
 }
 
 void TextSession::compare() {
-  if (comparing_ || !offerToSave()) return;
+  if (comparing_) return;
   const auto comparison = std::make_shared<Comparison>();
+  auto& names = comparison->names;
   for (const int side : {0, 1}) {
-    comparison->names[side] = host_.name(side);
-    world_.store.SetString(boxTextKey(kFileBoxNames[side]), comparison->names[side]);
+    names[side] = meantName(host_.name(side));
+    if (IsValidFilePath(names[side])) names[side] = world_.files.absolute(names[side]);
+  }
+  if (!areThere(names)) return;
+  if (!offerToSave(TextId::saveBeforeComparing)) return showNames();
+  for (const int side : {0, 1}) {
+    host_.setName(side, names[side]);
+    world_.store.SetString(boxTextKey(kFileBoxNames[side]), names[side]);
   }
   comparison->options = world_.settings.compareOptions();
   const auto work = [comparison, &files = world_.files,
@@ -95,6 +116,34 @@ void TextSession::compare() {
     }
   });
   comparing_ = true;
+}
+
+/// Looks, before anything is dropped, for what would end the comparison at once.
+bool TextSession::areThere(const std::string (&names)[2]) {
+  constexpr TextId invalid[] = {TextId::leftFileNameInvalid, TextId::rightFileNameInvalid};
+  constexpr TextId unreadable[] = {TextId::cannotLoadLeftFile, TextId::cannotLoadRightFile};
+  for (const int side : {0, 1}) {
+    if (canBeFile(names[side])) continue;
+    host_.report(text(invalid[side]), ReportKind::error);
+    return false;
+  }
+  for (const int side : {0, 1}) {
+    if (world_.files.kind(names[side]) != FileKind::none) continue;
+    std::unique_ptr<InputFile> file;
+    const SystemError error = world_.files.open(names[side], file);
+    if (error == 0) continue;
+    reportError(unreadable[side], error);
+    return false;
+  }
+  return true;
+}
+
+/// Makes the boxes name what is shown.
+void TextSession::showNames() {
+  for (const int side : {0, 1}) {
+    const std::string& path = view_.file(side).path;
+    if (!path.empty()) host_.setName(side, path);
+  }
 }
 
 void TextSession::onCompared(const Outcome& outcome, Comparison& comparison) {
@@ -133,6 +182,16 @@ void TextSession::show(const Outcome& outcome, Comparison& comparison) {
 
 // Saving.
 
+void TextSession::save() {
+  const int active = view_.activeSide();
+  const int side = history_.isModified(active) ? active : 1 - active;
+  if (history_.isModified(side)) {
+    save(side);
+  } else {
+    host_.showStatus(text(TextId::nothingToSave));
+  }
+}
+
 bool TextSession::save(int side) {
   const std::string path = view_.file(side).path;
   return path.empty() ? saveAs(side) : saveTo(side, path);
@@ -141,8 +200,11 @@ bool TextSession::save(int side) {
 bool TextSession::saveAs(int side) {
   const TextId title = side == 0 ? TextId::saveLeftFile : TextId::saveRightFile;
   const auto chosen = host_.chooseSaveFile(text(title), sideName(side));
-  if (!chosen || !write(side, *chosen)) return false;
-  host_.setName(side, *chosen);
+  if (!chosen) return false;
+  const std::string path = world_.files.absolute(*chosen);
+  if (!write(side, path)) return false;
+  host_.setName(side, path);
+  world_.settings.fileHistory(side).Add(path);
   return true;
 }
 
@@ -160,6 +222,7 @@ bool TextSession::write(int side, const std::string& path) {
   if (!wasSaved(saveFile(world_.files, path, view_.file(side)))) return false;
   history_.markSaved(side);
   view_.changes().everything = true;  // a text that was read-only has another colour now
+  host_.showStatus(formatMessage(TextId::saved, {path}));
   return true;
 }
 
@@ -175,29 +238,35 @@ bool TextSession::wasSaved(SystemError error) {
   if (error == notEnoughStorage()) {
     host_.reportOutOfMemory();
   } else if (error != 0) {
-    host_.report(formatMessage(TextId::couldNotSave, {systemErrorText(error)}), ReportKind::error);
+    reportError(TextId::couldNotSave, error);
   }
   return error == 0;
 }
 
 bool TextSession::warn(TextId question, const std::string& path) {
-  return host_.ask({formatMessage(question, {path}), false, true}) == Answer::yes;
+  return host_.ask({formatMessage(question, {path}), false, true, true}) == Answer::yes;
+}
+
+void TextSession::reportError(TextId message, SystemError error) {
+  host_.report(formatMessage(message, {systemErrorText(error)}), ReportKind::error);
 }
 
 // Whole sides.
 
 void TextSession::replace(int side) {
   if (view_.file(side).readOnly) return;
-  if (host_.ask({text(TextId::reallyReplace)}) != Answer::yes) return;
+  const std::string name = sideName(side);
+  if (!canBeFile(name)) return host_.report(text(TextId::fileNameInvalid), ReportKind::error);
+  const std::string path = world_.files.absolute(name);
+  const Question question = {formatMessage(TextId::reallyReplace, {path}), false, false, true};
+  if (host_.ask(question) != Answer::yes || !mayOverwrite(side, path)) return;
   SideCopy copy;
   if (!copyOtherSide(view_, side, copy)) return host_.reportOutOfMemory();
-  const std::string path = sideName(side);
-  if (!mayOverwrite(side, path) || !wasSaved(saveFile(world_.files, path, copy.file))) {
-    return copyAsEdit(view_, history_, side);
-  }
+  if (!wasSaved(saveFile(world_.files, path, copy.file))) return copyAsEdit(view_, history_, side);
   fresh_ = false;
   shown_ = true;
   takeCopy(view_, history_, side, std::move(copy));
+  host_.showStatus(formatMessage(TextId::saved, {path}));
 }
 
 void TextSession::switchSides() {
@@ -213,13 +282,13 @@ void TextSession::exportResults() {
   const auto choice =
       host_.chooseExport({static_cast<ExportScope>(settings.exportHow), settings.exportResults});
   if (!choice) return;
+  const std::string name = meantName(choice->path);
+  if (!canBeFile(name)) return host_.report(text(TextId::fileNameInvalid), ReportKind::error);
+  const std::string path = world_.files.absolute(name);
   settings.exportHow = static_cast<int32_t>(choice->scope);
-  settings.exportResults = choice->path;
+  settings.exportResults = path;
+  if (!mayExportTo(path)) return;
   const std::string names[2] = {sideName(0), sideName(1)};
-  // A page of an earlier export is there to be replaced, a file that is being compared is not.
-  const bool overCompared =
-      equalNames(choice->path, names[0], false) || equalNames(choice->path, names[1], false);
-  if (overCompared && !warn(TextId::fileExists, choice->path)) return;
   WrittenComparison comparison = {view_.model(), {}, settings.compareOptions()};
   for (const int side : {0, 1}) {
     EditedFile& file = view_.file(side);
@@ -227,26 +296,40 @@ void TextSession::exportResults() {
   }
   WriterOptions options = settings.writerOptions();
   options.time = world_.dateAndTime();
-  const SystemError error = exportComparison(world_.files, choice->path, writeHtml, comparison, options);
-  if (error == 0) return;
-  host_.report(formatMessage(TextId::couldNotExport, {systemErrorText(error)}), ReportKind::error);
+  const SystemError error = exportComparison(world_.files, path, writeHtml, comparison, options);
+  if (error != 0) return reportError(TextId::couldNotExport, error);
+  exportedTo_ = path;
+}
+
+/// A page of an earlier export is there to be replaced, a file that is being compared is not.
+bool TextSession::mayExportTo(const std::string& path) {
+  if (world_.files.kind(path) != FileKind::file) return true;
+  const auto isTarget = [&](const std::string& other) {
+    return !other.empty() && sameFile(world_.files, path, other);
+  };
+  const bool compared = isTarget(view_.file(0).path) || isTarget(view_.file(1).path);
+  return (isTarget(exportedTo_) && !compared) || warn(TextId::fileExists, path);
 }
 
 // Closing.
 
 bool TextSession::mayClose() { return !world_.settings.askConfirmation || offerToSave(); }
 
-bool TextSession::offerToSave() {
+bool TextSession::offerToSave(TextId question) {
   for (const int side : {0, 1}) {
     if (!history_.isModified(side)) continue;
-    const std::string name = sideName(side);
-    const std::string shown = name.empty() ? text(TextId::noFile) : name;
-    const Answer answer = host_.ask({formatMessage(TextId::saveChangesTo, {shown}), true});
+    const Answer answer = host_.ask({formatMessage(question, {shownName(side)}), true});
     if (answer == Answer::cancel) return false;
     if (answer == Answer::no) continue;
-    if (!(IsValidFilePath(name) ? saveTo(side, name) : saveAs(side))) return false;
+    const std::string name = sideName(side);
+    if (!(canBeFile(name) ? saveTo(side, world_.files.absolute(name)) : saveAs(side))) return false;
   }
   return true;
+}
+
+std::string TextSession::unsavedText() const {
+  if (!history_.isModified()) return {};
+  return formatMessage(TextId::unsavedChanges, {shownName(history_.isModified(0) ? 0 : 1)});
 }
 
 }  // namespace merivane

@@ -56,8 +56,11 @@ class TextSession {
   /// changes, "<no file>" for a name that is no path of a file.
   std::string title() const;
 
-  /// The path that a side was loaded from or saved to, else what stands in its name box; may be empty.
+  /// The path that a side was loaded from or saved to, else the name in its box; may be empty.
   std::string sideName(int side) const;
+
+  /// Whether that name can be a file's, so that the system can open it.
+  bool hasFile(int side) const { return canBeFile(sideName(side)); }
 
   /// No comparison has been shown yet, and nothing has been typed.
   bool isFresh() const { return fresh_ && !isEdited(); }
@@ -65,7 +68,8 @@ class TextSession {
   /// The panes hold texts that were compared, and not just what a failed comparison leaves.
   bool showsComparison() const { return shown_ || isEdited(); }
 
-  /// "DOS, UNIX", and "Diffs: 4, Lines: 11"; empty while the session is fresh.
+  /// "DOS mixed, UNIX", where saving the left file makes all its line ends the same, and
+  /// "Diffs: 4, Lines: 11"; empty while no comparison is shown.
   std::string lineEndText() const;
   std::string differencesText() const;
 
@@ -77,17 +81,20 @@ class TextSession {
   /// Puts the names of the last comparison into the boxes.
   void restoreNames();
 
-  /// Compares the files that the boxes name. As they are read anew, unsaved changes are offered to be saved
-  /// first whatever the settings. Nothing happens while a comparison is running. In the end the result is
+  /// Compares the files that the boxes name, whose names become absolute. What cannot be a file or is not
+  /// there is refused. As the files are read anew, unsaved changes are offered to be saved first whatever the
+  /// settings; when the user cancels that, the boxes name again what is shown. In the end the result is
   /// shown, or two empty texts and what went wrong. Files that are compared again keep their place.
   void compare();
 
-  // Saving. Each returns whether the file was written; when not, the user knows why.
+  // Saving. A name that was only typed may be that of a file which the text did not come from, so that a side
+  // without a path is saved under a name that the user chooses.
 
-  /// Writes a side to its path; asks for one if the side has none, as a name that was only typed may be that
-  /// of a file which the text did not come from.
-  bool save(int side);
-  bool saveAs(int side);
+  /// Saves the active side if it has unsaved changes, else the other one if that has.
+  void save();
+
+  /// Saves the active side, changed or not, under another name.
+  void saveAs() { saveAs(view_.activeSide()); }
 
   /// Saves the sides with unsaved changes, the left one first, up to one that was not written.
   void saveAll();
@@ -101,6 +108,8 @@ class TextSession {
   /// Exchanges the sides with all that belongs to them.
   void switchSides();
 
+  /// Exports to a file of the user's choice, after a question if it exists: unless this session wrote it and
+  /// it is none of the compared ones.
   void exportResults();
 
   // Closing.
@@ -109,9 +118,12 @@ class TextSession {
   /// lost otherwise.
   bool mayClose();
 
-  /// Offers to save each side with unsaved changes, the left one first. False when the user cancels, or wants
-  /// a side saved and it cannot be.
-  bool offerToSave();
+  /// Offers to save each side with unsaved changes, the left one first, with a question about its name. False
+  /// when the user cancels, or wants a side saved and it cannot be.
+  bool offerToSave(TextId question = TextId::saveChangesTo);
+
+  /// What would be lost if the user's session at the computer ended now; empty when nothing would.
+  std::string unsavedText() const;
 
  private:
   struct Comparison;
@@ -119,11 +131,19 @@ class TextSession {
   bool isEdited() const { return history_.canUndo() || history_.canRedo(); }
   void onCompared(const Outcome& outcome, Comparison& comparison);
   void show(const Outcome& outcome, Comparison& comparison);
+  bool canBeFile(const std::string& name) const;
+  std::string shownName(int side) const;
+  bool areThere(const std::string (&names)[2]);
+  void showNames();
+  bool save(int side);
+  bool saveAs(int side);
   bool saveTo(int side, const std::string& path);
   bool write(int side, const std::string& path);
   bool mayOverwrite(int side, const std::string& path);
   bool wasSaved(SystemError error);
+  bool mayExportTo(const std::string& path);
   bool warn(TextId question, const std::string& path);
+  void reportError(TextId message, SystemError error);
 
   TextSessionHost& host_;
   const SessionWorld world_;
@@ -132,6 +152,7 @@ class TextSession {
   bool fresh_ = true;
   bool shown_ = false;
   bool comparing_ = false;
+  std::string exportedTo_;  // the last time
 };
 
 }  // namespace merivane

@@ -25,6 +25,7 @@ class CompareWindow final : public TopLevelWindow, private TextViewOwner, privat
 
   bool isFresh() const override { return session_.isFresh(); }
   std::string title() const override { return session_.title(); }
+  bool mayClose() override { return session_.mayClose(); }
 
  private:
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -42,7 +43,6 @@ class CompareWindow final : public TopLevelWindow, private TextViewOwner, privat
   void addFacts(WindowFacts& facts) const override;
   std::function<void()> handlerOf(Command command) override;
   void startComparison() override { session_.compare(); }
-  bool mayClose() override { return session_.mayClose(); }
   bool mayEndSession() override { return session_.offerToSave(); }
 
   // What the panes and the session ask for.

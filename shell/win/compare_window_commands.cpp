@@ -45,8 +45,8 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
       {Command::nextDiff, [](W& w) { goToNextDifference(w.view_); }},
       {Command::switchSides, [](W& w) { w.session_.switchSides(); }},
 
-      {Command::save, [](W& w) { w.session_.save(w.view_.activeSide()); }},
-      {Command::saveAs, [](W& w) { w.session_.saveAs(w.view_.activeSide()); }},
+      {Command::save, [](W& w) { w.session_.save(); }},
+      {Command::saveAs, [](W& w) { w.session_.saveAs(); }},
       {Command::saveAll, [](W& w) { w.session_.saveAll(); }},
       {Command::copyLineLeft, [](W& w) { w.copy(BlockKind::line, 0); }},
       {Command::copyLineRight, [](W& w) { w.copy(BlockKind::line, 1); }},
@@ -80,7 +80,9 @@ void CompareWindow::addFacts(WindowFacts& facts) const {
   facts.canUndo = history_.canUndo();
   facts.canRedo = history_.canRedo();
   facts.hasSelection = view_.hasSelection();
-  facts.hasDifferences = view_.model().differenceBlocks() > 0;
+  facts.showsComparison = session_.showsComparison();
+  facts.hasFile = session_.hasFile(view_.activeSide());
+  facts.hasDifferences = facts.showsComparison && view_.model().differenceBlocks() > 0;
   if (view_.caretRow() < view_.rowCount()) facts.caretRow = view_.model().status(view_.caretRow());
 }
 

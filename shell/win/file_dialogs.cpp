@@ -54,7 +54,7 @@ std::optional<std::string> chooseSaveFile(HWND owner, const std::string& title, 
 }
 
 std::optional<std::string> chooseExportFile(HWND owner, const std::string& name) {
-  return ask({GetSaveFileNameA, OFN_OVERWRITEPROMPT, TextId::htmlFilesFilter, "html"}, owner,
+  return ask({GetSaveFileNameA, 0, TextId::htmlFilesFilter, "html"}, owner,
              loadText(TextId::chooseExportFile), name);
 }
 

@@ -14,7 +14,7 @@ std::optional<std::string> chooseFile(HWND owner, const std::string& title, cons
 /// cancelled.
 std::optional<std::string> chooseSaveFile(HWND owner, const std::string& title, const std::string& name);
 
-/// The same for a page of a comparison.
+/// Asks where to put a page of a comparison. Whether an existing file may be written over is not asked here.
 std::optional<std::string> chooseExportFile(HWND owner, const std::string& name);
 
 }  // namespace merivane

@@ -98,9 +98,15 @@ std::vector<HWND> OpenWindows::handles() const {
 }
 
 void OpenWindows::closeAll() {
-  for (const HWND window : handles()) {
-    SendMessageA(window, WM_CLOSE, 0, 0);
-    if (IsWindow(window)) return;
+  const std::vector<HWND> all = handles();
+  // While one asks, another may go.
+  const auto live = [](HWND window) { return static_cast<TopLevelWindow*>(Window::of(window)); };
+  for (const HWND each : all) {
+    TopLevelWindow* const window = live(each);
+    if (window != nullptr && !window->mayClose()) return;
+  }
+  for (const HWND each : all) {
+    if (TopLevelWindow* const window = live(each)) window->close();
   }
 }
 

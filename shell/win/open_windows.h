@@ -37,7 +37,7 @@ class OpenWindows {
   void RemoveWindow(const TopLevelWindow& window);
   void forgetClosed();
 
-  /// Closes all windows, and the program with them; stops at the first that stays.
+  /// Closes all windows, and the program with them, once each has said that it may close.
   void closeAll();
 
   /// What stands in the Window menu of one of the windows after its fixed items.

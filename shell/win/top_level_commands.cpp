@@ -78,6 +78,7 @@ WindowFacts TopLevelWindow::facts() const {
   WindowFacts facts;
   facts.textWindows = application_.windows.count(WindowKind::text);
   facts.folderWindows = application_.windows.count(WindowKind::folder);
+  facts.comparing = waitDialog_.isBusy();
   facts.clipboardHasText = IsClipboardFormatAvailable(CF_TEXT) != 0;
   addFacts(facts);
   return facts;

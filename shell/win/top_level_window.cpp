@@ -245,7 +245,8 @@ void TopLevelWindow::onDropFiles(HDROP drop) {
 Answer TopLevelWindow::ask(const Question& question) {
   showContents();
   UINT style = question.cancel ? MB_YESNOCANCEL : MB_YESNO;
-  style |= question.warning ? MB_ICONWARNING | MB_DEFBUTTON2 : MB_ICONQUESTION;
+  style |= question.warning ? MB_ICONWARNING : MB_ICONQUESTION;
+  if (question.noByDefault) style |= MB_DEFBUTTON2;
   switch (showMessage(handle(), question.text, style)) {
     case IDYES: return Answer::yes;
     case IDNO: return Answer::no;
@@ -260,12 +261,17 @@ void TopLevelWindow::report(const std::string& message, ReportKind kind) {
 
 void TopLevelWindow::reportOutOfMemory() { merivane::reportOutOfMemory(); }
 
+void TopLevelWindow::showStatus(const std::string& text) { statusBar_.setText(StatusBar::help, text); }
+
 void TopLevelWindow::startJob(Work work, WhenWorkEnds whenEnded) {
   waitDialog_.start(handle(), std::move(work), std::move(whenEnded));
 }
 
 void TopLevelWindow::onClose() {
-  if (!mayClose()) return;
+  if (mayClose()) close();
+}
+
+void TopLevelWindow::close() {
   waitDialog_.abandon();
   DestroyWindow(handle());
 }

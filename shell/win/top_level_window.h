@@ -54,6 +54,12 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
 
   virtual std::string title() const = 0;
 
+  /// Whether the window may close; asks the user where something would be lost.
+  virtual bool mayClose() = 0;
+
+  /// Closes it without a question.
+  void close();
+
   /// Something that the title, the Window menu, the tool bar or the status bar tells may have changed.
   void changed();
 
@@ -103,9 +109,6 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
   /// Has the files or folders compared that the boxes name.
   virtual void startComparison() = 0;
 
-  /// Whether the window may close; asks the user where something would be lost.
-  virtual bool mayClose() = 0;
-
   /// The same when the session ends, which nobody asked this window for.
   virtual bool mayEndSession() = 0;
 
@@ -133,6 +136,7 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
   Answer ask(const Question& question) override;
   void report(const std::string& message, ReportKind kind) override;
   void reportOutOfMemory() override;
+  void showStatus(const std::string& text) override;
   void startJob(Work work, WhenWorkEnds whenEnded) override;
 
  private:

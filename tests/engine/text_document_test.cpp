@@ -73,8 +73,9 @@ TEST(LineEnds, AreLfInMemoryAndComeBackInTheFile) {
     for (const LineEndKind kind : {lf, crLf, cr}) {
       const char* const end = ends[static_cast<int>(kind)];
       ASSERT_TRUE(bytes.assign(text));
-      convertFromFile(bytes, kind);
+      const bool mixed = convertFromFile(bytes, kind);
       ASSERT_EQ(bytes.view(), replaced(text, end, "\n"));
+      ASSERT_EQ(mixed, replaced(replaced(text, end, "\n"), "\n", end) != text);
       for (const bool nulToSpace : {false, true}) {
         ASSERT_TRUE(convertToFile(text, kind, nulToSpace, bytes));
         ASSERT_EQ(bytes.view(), replaced(nulToSpace ? replaced(text, {"\0", 1}, " ") : text, "\n", end));

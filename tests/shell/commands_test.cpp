@@ -78,7 +78,8 @@ TEST(MenuState, EachFactDecidesAboutItsOwnCommands) {
   WindowFacts busy;
   busy.textWindows = 1;
   busy.modified[1] = busy.canUndo = busy.canRedo = true;
-  busy.hasSelection = busy.clipboardHasText = busy.hasDifferences = true;
+  busy.hasSelection = busy.clipboardHasText = true;
+  busy.showsComparison = busy.hasDifferences = busy.hasFile = true;
   busy.caretRow = RowStatus::changed;
   Settings some;
   some.findText = "x";
@@ -95,6 +96,8 @@ TEST(MenuState, EachFactDecidesAboutItsOwnCommands) {
       {[](W& w, S&) { w.hasSelection = false; }, {cut, copy}},
       {[](W& w, S&) { w.clipboardHasText = false; }, {paste}},
       {[](W& w, S&) { w.hasDifferences = false; }, {prevDiff, nextDiff}},
+      {[](W& w, S&) { w.showsComparison = false; }, {exportResults}},
+      {[](W& w, S&) { w.hasFile = false; }, {openInApp, exploreFolder, showProperties}},
       {[](W& w, S&) { w.readOnly[1] = true; }, {replaceRight, copyLineRight, copyDiffRight}},
       {[](W& w, S&) { w.readOnly[0] = true; },
        {replaceLeft, copyLineLeft, copyDiffLeft, cut, paste, deleteText, deleteLine, deleteDiff}},
@@ -116,6 +119,12 @@ TEST(MenuState, EachFactDecidesAboutItsOwnCommands) {
     for (const Command id : greyed) left.erase(id);
     EXPECT_EQ(enabled(window, settings), left) << int(*greyed.begin());
   }
+}
+
+TEST(MenuState, AWindowThatIsComparingCanOnlyBeClosed) {
+  WindowFacts window;
+  window.comparing = window.showsComparison = window.hasFile = true;
+  EXPECT_EQ(enabled(window, {}), (Commands{Command::close, Command::exit}));
 }
 
 TEST(MenuState, MarksFollowTheSettingsAndPaneMenusTheRow) {

@@ -216,6 +216,18 @@ TEST(NameBox, TheShortestThenNewestNameCompletes) {
   EXPECT_EQ(box.onEdit("c:", list), std::nullopt);
 }
 
+TEST(NameBox, QuotesAndBlanksRoundANameAreNoPartOfIt) {
+  const std::pair<const char*, const char*> cases[] = {{" C:\\a b \t", "C:\\a b"},
+                                                       {"\"C:\\a b\"", "C:\\a b"},
+                                                       {"  \" a \" ", "a"},
+                                                       {"\"a", "\"a"},
+                                                       {"a\"b\"", "a\"b\""},
+                                                       {"\"\"", ""},
+                                                       {"\"", "\""},
+                                                       {" ", ""}};
+  for (const auto& [typed, meant] : cases) EXPECT_EQ(meantName(typed), meant) << typed;
+}
+
 TEST(NameBox, GoesUpNoHigherThanTheRootAndTakesDropsOfItsKinds) {
   const std::pair<const char*, const char*> cases[] = {
       {"C:\\a\\b", "C:\\a"}, {"C:\\a\\b\\\\", "C:\\a"},

@@ -28,6 +28,8 @@ class MemoryFiles final : public FileSystem {
   std::map<std::string, std::string>
       otherNames;  // of files, to the name in `files`; known to identity() alone
 
+  std::string folder;  // the current one, with its backslash
+
   FileKind kind(const std::string& path) override {
     return files.contains(path) ? files[path].kind : FileKind::none;
   }
@@ -43,7 +45,10 @@ class MemoryFiles final : public FileSystem {
     if (!files.contains(name)) return {};
     return {1, static_cast<uint64_t>(std::distance(files.begin(), files.find(name))), true};
   }
-  std::string absolute(const std::string& path) override { return path; }
+  /// Plain names are completed by the current folder.
+  std::string absolute(const std::string& path) override {
+    return path.empty() || path.find('\\') != std::string::npos ? path : folder + path;
+  }
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
     if (const SystemError error = next()) return error;
     if (!files.contains(path)) return notFound;
