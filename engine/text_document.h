@@ -37,8 +37,8 @@ bool isBinary(std::string_view sample);
 LineEndKind detectLineEndKind(std::string_view sample);
 
 /// Turns a file's bytes into the in-memory form, in place and without further memory. If the flag is raised
-/// meanwhile, the bytes are undefined. Returns whether convertToFile() makes other line ends of some: those that
-/// were LF alone where the kind is another.
+/// meanwhile, the bytes are undefined. Returns whether convertToFile() makes other line ends of some: those
+/// that were LF alone where the kind is another.
 bool convertFromFile(ByteArray& bytes, LineEndKind kind, const AbortFlag* abort = nullptr);
 
 /// Turns in-memory text into a file's bytes. Returns false, with `bytes` unchanged, when memory runs out or

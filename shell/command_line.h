@@ -23,8 +23,8 @@ struct StartAction {
   std::string message;
 };
 
-/// Takes a command line, the program's name not included, apart by the system's quoting rules: blanks and
-/// tabs part arguments outside double quotes; 2n backslashes and a quote are n backslashes and a quoting
+/// Splits a command line, which does not hold the program's name, by the system's quoting rules: blanks and
+/// tabs separate arguments outside double quotes; 2n backslashes and a quote are n backslashes and a quoting
 /// mark, 2n + 1 are n backslashes and a plain quote; two quotes inside quotes are a plain one.
 std::vector<std::string> splitArguments(std::string_view commandLine);
 

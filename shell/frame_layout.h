@@ -73,8 +73,8 @@ SplitLayout layOutSplit(const Area& contents, const PaneMetrics& metrics, int32_
                         int32_t rightPaneStart);
 
 /// The right edges of the status bar's four parts in a window of this width in pixels, without the size
-/// grip's while the window is not maximized, on a screen of so many pixels an inch. The second part holds the
-/// caret's place.
+/// grip's while the window is not maximized, on a screen of `resolution` pixels an inch. The second part
+/// holds the caret's place.
 std::array<int32_t, 4> statusPartEdges(int32_t width, int32_t resolution);
 
 }  // namespace merivane

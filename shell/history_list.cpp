@@ -8,7 +8,7 @@ namespace merivane {
 namespace {
 
 // A damaged count must not keep the program from starting.
-constexpr int32_t kMostNumbersRead = 10000;
+constexpr int32_t kMaxNumbersRead = 10000;
 
 }  // namespace
 
@@ -20,7 +20,7 @@ void HistoryList::SetMaximum(int32_t count) {
 
 void HistoryList::Load(const SettingsStore& store) {
   entries_.clear();
-  const int32_t count = std::min(store.GetNumber(name_ + ".count", 0), kMostNumbersRead);
+  const int32_t count = std::min(store.GetNumber(name_ + ".count", 0), kMaxNumbersRead);
   for (int32_t i = 0; i < count; ++i) {
     if (auto entry = store.GetString(name_ + "." + std::to_string(i))) entries_.push_back(std::move(*entry));
   }

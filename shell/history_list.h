@@ -27,18 +27,19 @@ class HistoryList {
   HistoryList(const HistoryList&) = delete;
   HistoryList& operator=(const HistoryList&) = delete;
 
-  /// The base name of the values: "Name.count", "Name.0", "Name.1", ...
+  /// Sets the base name of the values: "Name.count", "Name.0", "Name.1", ...
   void SetName(std::string_view name) { name_ = name; }
 
-  /// Less than 1 is no limit; 10 to begin with. Drops the oldest entries beyond it and refills the views.
+  /// Sets the limit, which is 10 at first; less than 1 means none. Drops the oldest entries beyond it and
+  /// refills the views.
   void SetMaximum(int32_t count);
 
   void SetCaseSensitive(bool on) { caseSensitive_ = on; }
 
-  /// Reads the entries, without regard to the maximum; numbers without an entry leave no gap.
+  /// Reads the entries, however many they are; a number without an entry leaves no gap.
   void Load(const SettingsStore& store);
 
-  /// Writes the entries. Those of a longer list before stay behind, out of the count's reach.
+  /// Writes the entries. Where the list was longer before, its further values stay, beyond the count.
   void Save(SettingsStore& store) const;
 
   /// Makes `text` the newest entry, moving it there if it is an older one. Nothing happens when it is empty
@@ -52,8 +53,8 @@ class HistoryList {
 
   const std::vector<std::string>& entries() const { return entries_; }
 
-  /// The shortest entry that begins with `prefix`, the newest of several equally short ones; -1 when there
-  /// is none.
+  /// Returns the index of the shortest entry that begins with `prefix`, of the newest among equally short
+  /// ones; -1 when there is none.
   int32_t FindCompletion(std::string_view prefix) const;
 
   /// The views are not owned and must be detached before they go.

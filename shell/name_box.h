@@ -31,15 +31,15 @@ class NameCompletion {
   /// Text is cut or cleared otherwise than by a key.
   void onCut() { lastEditWasDeletion_ = true; }
 
-  /// The edit text became `typed`. None: leave it.
+  /// The edit text became `typed`. Returns none to leave it as it is.
   std::optional<Completion> onEdit(std::string_view typed, const HistoryList& history) const;
 
  private:
   bool lastEditWasDeletion_ = false;
 };
 
-/// A name as it is meant: without the blanks at its ends, and without the quotes round it that copying a path
-/// as text leaves.
+/// Returns a name as it is meant: without the blanks at its ends, and without the quotes round it that
+/// copying a path as text leaves.
 std::string meantName(std::string_view typed);
 
 /// What may be dropped on a name box; bits.
@@ -47,10 +47,11 @@ enum DropKinds : uint32_t { kDropFiles = 1, kDropFolders = 2 };
 
 bool acceptsDrop(FileKind item, uint32_t dropKinds);
 
-/// The folder above a path; none where there is no higher one, as for a drive, a share or a plain name.
+/// Returns the folder above a path; none where there is no higher one, as for a drive, a share or a plain
+/// name.
 std::optional<std::string> upOneFolder(std::string_view path);
 
-/// The value that keeps a box's last text, and the base names of the text window's two boxes.
+/// The name of the value that keeps a box's last text, and the base names of the text window's two boxes.
 std::string boxTextKey(std::string_view baseName);
 inline constexpr const char* kFileBoxNames[2] = {"LeftFile", "RightFile"};
 

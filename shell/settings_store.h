@@ -18,7 +18,7 @@ class ValueStore {
   /// All bytes of a value, whatever its type; none when the key or the value cannot be read.
   virtual std::optional<std::string> read(const std::string& name) const = 0;
 
-  /// Makes the key if need be and writes one value. Answers whether that was done.
+  /// Writes one value, after creating the key if there is none. Returns whether that was done.
   virtual bool write(const std::string& name, ValueType type, std::string_view bytes) = 0;
 
   /// Whether the key can be opened for writing; changes nothing.
@@ -26,7 +26,7 @@ class ValueStore {
 };
 
 /// The rules by which numbers, texts and booleans are kept in a key. Failures are silent: a read that fails
-/// gives the default, a write answers false. Nothing is cached.
+/// gives the default, a write returns false. Nothing is cached.
 class SettingsStore {
  public:
   /// `values` must outlive the store.

@@ -26,12 +26,12 @@ struct ListedWindow {
 /// What decides which window a comparison goes to.
 struct WindowChoice {
   std::optional<WindowId> target;  // the window that was asked
-  bool force = false;              // rather a new window than one that is in use
+  bool force = false;              // prefers a new window to one that is in use
   bool reuse = false;              // the kind's "do not open more than one" setting
 };
 
-/// The window of a kind that two names are compared in; none: a new one. The kinds differ on purpose: force
-/// makes a folder window always new, but still leaves a text window's target or a fresh one.
+/// Returns the window of a kind in which two names are compared; none asks for a new one. The kinds differ on
+/// purpose: with `force` folders always get a new window, files still the target or a fresh one.
 std::optional<WindowId> chooseWindow(WindowKind kind, std::span<const ListedWindow> windows,
                                      const WindowChoice& choice);
 
@@ -64,7 +64,7 @@ struct ListedPlace {
   bool operator==(const ListedPlace&) const = default;
 };
 
-/// None for any other command.
+/// Returns none for any other command.
 std::optional<ListedPlace> listedPlace(Command command);
 
 /// The kind of window that compares two dropped items, which are two of one kind; none for any other drop.

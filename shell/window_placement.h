@@ -9,7 +9,7 @@
 
 namespace merivane {
 
-/// In pixels of the screen; right and bottom lie just outside.
+/// A rectangle in pixels of the screen, without its right and bottom edges.
 struct ScreenRect {
   int32_t left = 0;
   int32_t top = 0;
@@ -41,10 +41,11 @@ struct WindowPlacement {
 /// "1,32,32,1f4,258": the maximized flag and the rectangle, hexadecimal, negative ones as 32-bit numbers.
 std::string formatPlacement(const WindowPlacement& placement);
 
-/// No position unless the text has all five fields and its rectangle is not empty and touches the work area.
+/// Returns a placement without a position unless the text has all five fields and its rectangle is not empty
+/// and touches the work area.
 WindowPlacement parsePlacement(std::string_view text, const ScreenRect& workArea);
 
-/// As parsePlacement() of the stored text; no position when there is none.
+/// Parses the stored text; the placement has no position when there is none.
 void LoadPlacement(const SettingsStore& store, const std::string& name, const ScreenRect& workArea,
                    WindowPlacement& placement);
 void SavePlacement(SettingsStore& store, const std::string& name, const WindowPlacement& placement);
@@ -56,10 +57,11 @@ struct WindowStance {
   bool minimized = false;
 };
 
-/// Takes over a window's placement. A maximized or minimized window leaves the rectangle captured before.
+/// Takes over a window's placement. A maximized or minimized window leaves the rectangle as it was captured
+/// last.
 void capturePlacement(const WindowStance& window, WindowPlacement& placement);
 
-/// What a window is created with; kUseDefault throughout leaves it to the system.
+/// The rectangle that a window is created with; the system chooses it where all is kUseDefault.
 struct NewWindowRect {
   int32_t x = kUseDefault;
   int32_t y = kUseDefault;
@@ -73,8 +75,8 @@ struct NewWindowRect {
 /// that, or at the corner of the screen where it would leave the work area at the right or the bottom.
 NewWindowRect newWindowRect(const WindowPlacement& placement, bool anotherIsOpen, const ScreenRect& workArea);
 
-/// Where a dialog stood: "left,top" in hexadecimal. None, which means centred, unless both fields are there
-/// and the point does not lie beyond the work area's right or bottom edge.
+/// Returns where a dialog stood, from "left,top" in hexadecimal; none, which means centred, unless both
+/// fields are there and the point is not beyond the work area's right or bottom edge.
 std::optional<ScreenPoint> parseDialogPosition(std::string_view text, const ScreenRect& workArea);
 std::string formatDialogPosition(ScreenPoint position);
 

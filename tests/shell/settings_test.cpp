@@ -46,11 +46,13 @@ TEST_F(SettingsTest, ValuesAreReadFromWhateverBytesThereAre) {
     EXPECT_EQ(store.GetString("V"), text);
     EXPECT_EQ(store.GetBool("V", true), text == "true") << testing::PrintToString(bytes);
   }
-  EXPECT_TRUE(store.GetNumber("Absent", -5) == -5 && !store.GetString("Absent"));
-  EXPECT_TRUE(store.GetBool("Absent", true) && !store.GetBool("Absent", false));
+  EXPECT_EQ(store.GetNumber("Absent", -5), -5);
+  EXPECT_EQ(store.GetString("Absent"), std::nullopt);
+  for (const bool fallback : {false, true}) EXPECT_EQ(store.GetBool("Absent", fallback), fallback);
 
-  EXPECT_TRUE(store.SetNumber("N", 0x12B45678) && store.SetString("T", "caf\xE9") &&
-              store.SetBool("B", true));
+  EXPECT_TRUE(store.SetNumber("N", 0x12B45678));
+  EXPECT_TRUE(store.SetString("T", "caf\xE9"));
+  EXPECT_TRUE(store.SetBool("B", true));
   EXPECT_EQ(values.values["N"], std::pair(ValueType::number, "\x78\x56\xB4\x12"s));
   EXPECT_EQ(values.values["T"], std::pair(ValueType::text, "caf\xE9\0"s));
   EXPECT_EQ(store.GetString("B"), "true");
@@ -58,9 +60,12 @@ TEST_F(SettingsTest, ValuesAreReadFromWhateverBytesThereAre) {
   MemoryValues otherValues;
   SettingsStore other(otherValues);
   store.SetString("InstallDir", "here");
-  EXPECT_TRUE(InstallDir(store, other) == "here" && InstallDir(other, store) == "here");
+  EXPECT_EQ(InstallDir(store, other), "here");
+  EXPECT_EQ(InstallDir(other, store), "here");
   values.readOnly = true;
-  EXPECT_FALSE(store.SetNumber("N", 1) || store.SetString("T", "x") || store.SetBool("B", false));
+  EXPECT_FALSE(store.SetNumber("N", 1));
+  EXPECT_FALSE(store.SetString("T", "x"));
+  EXPECT_FALSE(store.SetBool("B", false));
 }
 
 /// Which rows two records differ in.
@@ -181,7 +186,9 @@ TEST(HistoryList, AddedNamesMoveToTheFront) {
   list.detach(view);
   list.SetMaximum(0);
   for (int i = 0; i < 100; ++i) list.Add(std::to_string(i));
-  EXPECT_TRUE(list.Count() == 102 && list.First() == "99" && view.shown.size() == 2);
+  EXPECT_EQ(list.Count(), 102);
+  EXPECT_EQ(list.First(), "99");
+  EXPECT_EQ(view.shown.size(), 2u);
 }
 
 TEST_F(SettingsTest, MissingAndStaleNumbersOfAHistoryAreHarmless) {
@@ -237,8 +244,10 @@ TEST(NameBox, GoesUpNoHigherThanTheRootAndTakesDropsOfItsKinds) {
   for (const char* path : {"C:\\", "C:", "\\", "\\\\server\\share\\", "\\\\server", "a", "dir\\", ""}) {
     EXPECT_EQ(upOneFolder(path), std::nullopt) << path;
   }
-  EXPECT_TRUE(acceptsDrop(FileKind::file, kDropFiles) && !acceptsDrop(FileKind::file, kDropFolders));
-  EXPECT_TRUE(acceptsDrop(FileKind::folder, kDropFolders) && !acceptsDrop(FileKind::folder, kDropFiles));
+  for (const FileKind kind : {FileKind::file, FileKind::folder}) {
+    EXPECT_EQ(acceptsDrop(kind, kDropFiles), kind == FileKind::file);
+    EXPECT_EQ(acceptsDrop(kind, kDropFolders), kind == FileKind::folder);
+  }
   EXPECT_FALSE(acceptsDrop(FileKind::none, kDropFiles | kDropFolders));
 }
 

@@ -31,7 +31,7 @@ TEST(WindowPlacement, WhatIsReadMustBeWholeAndTouchTheScreen) {
   EXPECT_EQ(formatDialogPosition({-1, 740}), "ffffffff,2e4");
   EXPECT_EQ(parseDialogPosition("ffffffff,2e4", kWorkArea), (ScreenPoint{-1, 740}));
   EXPECT_EQ(parseDialogPosition("400,10", kWorkArea), (ScreenPoint{1024, 16}));
-  EXPECT_FALSE(parseDialogPosition("401,0", kWorkArea) || parseDialogPosition("0,2e5", kWorkArea));
+  for (const char* text : {"401,0", "0,2e5"}) EXPECT_EQ(parseDialogPosition(text, kWorkArea), std::nullopt);
 }
 
 TEST(WindowPlacement, WindowsOpenWhereTheyWereAndFurtherOnesAStepAway) {
@@ -78,7 +78,8 @@ TEST(FrameLayout, NothingOverlapsOrLeavesTheWindowAndBarsFollowThePanes) {
     EXPECT_EQ(view, (Area{0, bar + 32, width - bar, 480 - bar - 17 - bar - 32}));
     EXPECT_EQ(summary, (Area{width - bar, view.top, bar, view.height}));
     EXPECT_EQ(split.thumb, (Area{at - 10, view.bottom(), 20, 17}));
-    EXPECT_TRUE(split.scrollBar[0].right() == at - 10 && names.upOneFolder[0].right() == at - 10);
+    EXPECT_EQ(split.scrollBar[0].right(), at - 10);
+    EXPECT_EQ(names.upOneFolder[0].right(), at - 10);
     EXPECT_EQ(split.scrollBar[1], (Area{at + 10, view.bottom(), width - bar - 17 - at - 10, 17}));
     EXPECT_EQ(names.nameBox[1].left, at + 10);
   }
@@ -109,13 +110,15 @@ TEST(WindowList, TheMenuListsFoldersThenTexts) {
                                              {Kind::placeholder, {}, "(no text windows)", false}};
   EXPECT_EQ(windowMenuItems(folders, {}), items);
   const auto full = windowMenuItems({}, std::vector<MenuWindow>(600));
-  EXPECT_TRUE(full.size() == 502 && full.back().command == static_cast<Command>(59999));
+  EXPECT_EQ(full.size(), 502u);
+  EXPECT_EQ(full.back().command, static_cast<Command>(59999));
   EXPECT_EQ(full.front().text, "(no folder windows)");
   const auto place = [](int number) { return listedPlace(static_cast<Command>(number)); };
-  EXPECT_FALSE(place(58999) || place(60000));
-  const auto folder = WindowKind::folder, text = WindowKind::text;
-  EXPECT_TRUE(place(59000) == (ListedPlace{folder, 0}) && place(59499) == (ListedPlace{folder, 499}));
-  EXPECT_TRUE(place(59500) == (ListedPlace{text, 0}) && place(59999) == (ListedPlace{text, 499}));
+  for (const int number : {58999, 60000}) EXPECT_EQ(place(number), std::nullopt);
+  for (const size_t i : {0u, 499u}) {
+    EXPECT_EQ(place(59000 + static_cast<int>(i)), (ListedPlace{WindowKind::folder, i}));
+    EXPECT_EQ(place(59500 + static_cast<int>(i)), (ListedPlace{WindowKind::text, i}));
+  }
 }
 
 TEST(WindowList, OnlyPairsOfAKindAreCompared) {

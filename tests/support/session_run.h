@@ -1,0 +1,105 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "shell/text_session.h"
+#include "tests/support/edit_run.h"
+#include "tests/support/memory_files.h"
+#include "tests/support/memory_values.h"
+
+namespace merivane {
+
+/// Answers as told and writes down what it was asked to do.
+class FakeWindow final : public TextSessionHost {
+ public:
+  std::string name(int side) const override { return names[side]; }
+  void setName(int side, const std::string& name) override { names[side] = name; }
+  Answer ask(const Question& question) override {
+    log += question.warning ? "warn" : "ask";
+    log += question.cancel ? " or cancel: " : question.noByDefault ? ", rather no: " : ", rather yes: ";
+    log += question.text + "\n";
+    if (answers.empty()) return Answer::cancel;
+    const Answer answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
+  void report(const std::string& message, ReportKind kind) override {
+    log += (kind == ReportKind::error ? "error: " : "tell: ") + message + "\n";
+  }
+  void reportOutOfMemory() override { ++outOfMemory; }
+  void showStatus(const std::string& text) override { status = text; }
+  void startJob(Work work, WhenWorkEnds whenEnded) override {
+    job = std::move(work);
+    whenJobEnds = std::move(whenEnded);
+  }
+  std::optional<std::string> chooseSaveFile(const std::string& title, const std::string& name) override {
+    log += title + " from " + name + "\n";
+    return chosen;
+  }
+  std::optional<ExportChoice> chooseExport(const ExportChoice& choice) override {
+    log += "export from " + choice.path + "\n";
+    if (!chosen) return std::nullopt;
+    return ExportChoice{ExportScope::differences, *chosen};
+  }
+
+  std::string names[2];
+  std::deque<Answer> answers;  // Cancel when there are no more
+  std::optional<std::string> chosen;
+  Work job;
+  WhenWorkEnds whenJobEnds;
+  std::string log, status;
+  int outOfMemory = 0;
+};
+
+/// Two files with a different second line, their names in the boxes of a window.
+struct SessionRun {
+  SessionRun() {
+    files.files["C:\\l.txt"].contents = "a\nb\nc\n";
+    files.files["C:\\r.txt"].contents = "a\r\nx\r\nc\r\n";
+    window.names[0] = "C:\\l.txt";
+    window.names[1] = "C:\\r.txt";
+    for (const int side : {0, 1}) edits.view().file(side).path.clear();
+  }
+
+  /// What the session said since the last time.
+  std::string said() { return std::exchange(window.log, {}); }
+
+  bool isComparing() const { return window.job != nullptr; }
+  void finish(WorkEnd end) {
+    const Work job = std::exchange(window.job, nullptr);
+    if (end != WorkEnd::outOfMemory) job({});
+    std::exchange(window.whenJobEnds, nullptr)(end);
+  }
+  /// Compares, and returns what is said of it.
+  std::string compare(WorkEnd end = WorkEnd::done) {
+    session.compare();
+    finish(end);
+    return said();
+  }
+  /// Types a character at the start of a side.
+  void type(int side, const char* text = "!") {
+    edits.view().placeCaret(side, {});
+    edits.press(text);
+  }
+  const std::string& contents(const std::string& path) { return files.files[path].contents; }
+  const std::string& left() { return contents("C:\\l.txt"); }
+  const std::string& right() { return contents("C:\\r.txt"); }
+  const EditedFile& side(int side) { return edits.view().file(side); }
+  bool isModified(int side) { return edits.history().isModified(side); }
+
+  static std::string target(const std::string& path) { return path.ends_with(".lnk") ? "C:\\r.txt" : path; }
+  static std::string time() { return "now"; }
+
+  MemoryFiles files;
+  Settings settings;
+  MemoryValues values;
+  SettingsStore store{values};
+  FakeWindow window;
+  EditRun edits{"", ""};
+  TextSession session{window, {files, settings, store, target, time}, edits.view(), edits.history()};
+};
+
+}  // namespace merivane
