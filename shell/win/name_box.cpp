@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <exception>
+#include <utility>
 #include <vector>
 
 #include "base/win/messages.h"
@@ -13,6 +14,19 @@ namespace merivane {
 namespace {
 
 constexpr int longestName = 32767;
+
+/// Says for its lifetime that the text is changed by the program.
+class Setting {
+ public:
+  explicit Setting(bool& flag) : flag_(flag), before_(std::exchange(flag, true)) {}
+  ~Setting() { flag_ = before_; }
+  Setting(const Setting&) = delete;
+  Setting& operator=(const Setting&) = delete;
+
+ private:
+  bool& flag_;
+  const bool before_;
+};
 
 }  // namespace
 
@@ -38,9 +52,13 @@ void NameBox::create(HWND parent, int id, uint32_t dropKinds, HistoryList& histo
 
 std::string NameBox::text() const { return windowText(handle_); }
 
-void NameBox::setText(const std::string& text) { SetWindowTextA(handle_, text.c_str()); }
+void NameBox::setText(const std::string& text) {
+  const Setting setting(settingText_);
+  SetWindowTextA(handle_, text.c_str());
+}
 
 void NameBox::refill(const HistoryList& list) {
+  const Setting setting(settingText_);
   const std::string edited = text();
   DWORD selection[2] = {};
   SendMessageA(edit_, EM_GETSEL, reinterpret_cast<WPARAM>(&selection[0]),
@@ -55,8 +73,10 @@ void NameBox::refill(const HistoryList& list) {
 }
 
 void NameBox::onEdit() {
+  if (settingText_) return;
   const auto completion = completion_.onEdit(text(), *history_);
   if (!completion) return;
+  const Setting setting(settingText_);
   SendMessageA(handle_, CB_SETCURSEL, static_cast<WPARAM>(completion->entry), 0);
   SendMessageA(edit_, EM_SETSEL, completion->selectionBegin, static_cast<LPARAM>(completion->selectionEnd));
 }

@@ -34,7 +34,7 @@ class NameBox final : public HistoryView {
   bool isListOpen() const { return SendMessageA(handle_, CB_GETDROPPEDSTATE, 0, 0) != 0; }
   void undo() const { SendMessageA(edit_, EM_UNDO, 0, 0); }
 
-  /// The parent passes on that the edit text changed.
+  /// The parent passes on that the edit text changed. What the program itself puts there completes nothing.
   void onEdit();
 
   /// Takes one dropped item, if it is of a kind that the box accepts.
@@ -54,6 +54,7 @@ class NameBox final : public HistoryView {
   HistoryList* history_ = nullptr;
   uint32_t dropKinds_ = 0;
   NameCompletion completion_;
+  bool settingText_ = false;
 };
 
 }  // namespace merivane
