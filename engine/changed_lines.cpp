@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <stdexcept>
 
 namespace merivane {
 namespace {
@@ -9,10 +10,10 @@ namespace {
 constexpr uint32_t kMinimumRun = 2;
 constexpr uint64_t kSimilarityPercent = 50;
 
-/// Returns the end of the run of unflagged elements that begins at `at`.
-size_t endOfRun(const std::vector<uint8_t>& changed, size_t at, size_t size) {
-  const void* const flag = std::memchr(changed.data() + at, 1, size - at);
-  return flag ? static_cast<size_t>(static_cast<const uint8_t*>(flag) - changed.data()) : size;
+/// Returns the first place from `at` on that has this flag; `end` if none has.
+size_t findFlag(const std::vector<uint8_t>& changed, uint8_t flag, size_t at, size_t end) {
+  const void* const found = std::memchr(changed.data() + at, flag, end - at);
+  return found ? static_cast<size_t>(static_cast<const uint8_t*>(found) - changed.data()) : end;
 }
 
 }  // namespace
@@ -82,11 +83,15 @@ bool ChangedLineTest::compare(std::string_view left, std::string_view right, Row
     return total <= 2 * kMinimumRun || matched * 200 / total >= kSimilarityPercent;
   };
   // No script matches more than this, in runs or not: most pairs of unlike lines need no script.
-  const std::optional<uint32_t> common = common_.count(a, b);
+  const std::optional<uint32_t> common = common_.count(a, b, abort_);
   if (!alike(common ? *common : sharedCharacters(a, b, abort_))) return false;
   const int32_t edits = common ? static_cast<int32_t>(a.size() + b.size() - 2 * *common) : kUnknown;
-  if (!findEditScript(std::span<const char>(a), std::span<const char>(b), abort_, script_, {}, edits))
-    return false;
+  try {
+    if (!findEditScript(std::span<const char>(a), std::span<const char>(b), abort_, script_, {}, edits))
+      return false;
+  } catch (const std::length_error&) {
+    return false;  // lines that are too long to compare are not changed but deleted and inserted
+  }
   if (!alike(matchedInRuns())) return false;
   marks = RowMarks::allocate(static_cast<uint32_t>(left.size()), static_cast<uint32_t>(right.size()));
   if (!marks.none()) setMarks(marks);
@@ -101,10 +106,10 @@ uint64_t ChangedLineTest::matchedInRuns() const {
   for (;;) {
     for (const int side : {0, 1}) {
       if (at[side] < ends[side]) continue;
-      while (script_.changed[side][at[side]]) ++at[side];
+      at[side] = findFlag(script_.changed[side], 0, at[side], sizes[side]);
       // Both sides have the same number of unflagged elements.
       if (at[side] == sizes[side]) return sum;
-      ends[side] = endOfRun(script_.changed[side], at[side], sizes[side]);
+      ends[side] = findFlag(script_.changed[side], 1, at[side], sizes[side]);
     }
     const size_t run = std::min(ends[0] - at[0], ends[1] - at[1]);
     if (run >= kMinimumRun) sum += run;

@@ -41,7 +41,8 @@ class ChangedLineTest {
  public:
   ChangedLineTest(const CompareOptions& options, const AbortFlag* abort) : options_(options), abort_(abort) {}
 
-  /// Returns whether the lines, each with its LF if it has one, are a changed pair. If so, `marks` are filled
+  /// Returns whether the lines, each with its LF if it has one, are a changed pair; lines too long for
+  /// findEditScript() are none. If so, `marks` are filled
   /// in, or none if there is no memory for them; where memory for the work itself runs out, std::bad_alloc is
   /// thrown. If the abort flag is raised meanwhile, the result is undefined.
   bool compare(std::string_view left, std::string_view right, RowMarks& marks);

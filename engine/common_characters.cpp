@@ -20,12 +20,13 @@ uint64_t sharedCharacters(std::string_view left, std::string_view right, const A
   return shared;
 }
 
-std::optional<uint32_t> CommonCharacters::count(std::string_view left, std::string_view right) {
-  const size_t first = equalAtStart(left.data(), right.data(), std::min(left.size(), right.size()));
+std::optional<uint32_t> CommonCharacters::count(std::string_view left, std::string_view right,
+                                                const AbortFlag* abort) {
+  const size_t first = equalAtStart(left.data(), right.data(), std::min(left.size(), right.size()), abort);
   left.remove_prefix(first);
   right.remove_prefix(first);
-  const size_t last =
-      equalAtEnd(left.data() + left.size(), right.data() + right.size(), std::min(left.size(), right.size()));
+  const size_t last = equalAtEnd(left.data() + left.size(), right.data() + right.size(),
+                                 std::min(left.size(), right.size()), abort);
   left.remove_suffix(last);
   right.remove_suffix(last);
   if (left.size() < right.size()) std::swap(left, right);
@@ -33,10 +34,10 @@ std::optional<uint32_t> CommonCharacters::count(std::string_view left, std::stri
 
   for (size_t j = 0; j < right.size(); ++j) columns_[static_cast<uint8_t>(right[j])] |= uint64_t{1} << j;
   uint64_t row = ~uint64_t{0};
-  for (const char c : left) {
-    const uint64_t common = row & columns_[static_cast<uint8_t>(c)];
+  forEach<size_t>(0, left.size(), abort, [&](size_t i) {
+    const uint64_t common = row & columns_[static_cast<uint8_t>(left[i])];
     row = (row + common) | (row ^ common);
-  }
+  });
   for (const char c : right) columns_[static_cast<uint8_t>(c)] = 0;
   return static_cast<uint32_t>(first + last) + static_cast<uint32_t>(std::popcount(~row));
 }

@@ -17,8 +17,9 @@ uint64_t sharedCharacters(std::string_view left, std::string_view right, const A
 /// one word.
 class CommonCharacters {
  public:
-  /// Returns the length, or nothing where it is not cheap. Time: O(characters of both strings).
-  std::optional<uint32_t> count(std::string_view left, std::string_view right);
+  /// Returns the length, or nothing where it is not cheap. Time: O(characters of both strings). If the flag
+  /// is raised meanwhile, the result is undefined.
+  std::optional<uint32_t> count(std::string_view left, std::string_view right, const AbortFlag* abort);
 
  private:
   uint64_t columns_[256] = {};  // for each character where it occurs; zero between calls

@@ -5,6 +5,7 @@
 #include <limits>
 #include <new>
 #include <optional>
+#include <stdexcept>
 
 #include "base/side_by_side.h"
 #include "engine/search/banded_split.h"
@@ -50,12 +51,13 @@ constexpr double kTooMany = std::numeric_limits<double>::infinity();
 template <typename Element>
 class DivideAndConquer {
  public:
+  /// For elements whose flags begin at `firstFlag` of the script's.
   DivideAndConquer(std::span<const Element> left, std::span<const Element> right, const AbortFlag* abort,
-                   const SearchCosts& costs, EditScript& script)
+                   const SearchCosts& costs, EditScript& script, size_t firstFlag)
       : left_(left),
         right_(right),
-        changedLeft_(script.changed[0].data()),
-        changedRight_(script.changed[1].data()),
+        changedLeft_(script.changed[0].data() + firstFlag),
+        changedRight_(script.changed[1].data() + firstFlag),
         abort_(abort),
         costs_(costs),
         space_(script.space),
@@ -89,7 +91,7 @@ class DivideAndConquer {
     for (;;) {
       if (isRaised(abort_)) aborted_ = true;
       if (aborted_) return;
-      trimEqualEnds(left_.data(), right_.data(), box);
+      trimEqualEnds(left_.data(), right_.data(), abort_, box);
       if (box.empty()) {
         mark(box);
         return;
@@ -169,7 +171,7 @@ class DivideAndConquer {
   bool tryMatched(const MatchedBox& matched, int32_t& matchedEdits) {
     const uint32_t* const classes[2] = {matched.classes[0].data(), matched.classes[1].data()};
     Box rest{0, 0, matched.matched(0), matched.matched(1)};
-    trimEqualEnds(classes[0], classes[1], rest);
+    trimEqualEnds(classes[0], classes[1], abort_, rest);
     if (rest.empty()) {
       matchedEdits = static_cast<int32_t>(rest.size());
       return true;
@@ -243,12 +245,21 @@ class DivideAndConquer {
 template <typename Element>
 bool findEditScript(std::span<const Element> left, std::span<const Element> right, const AbortFlag* abort,
                     EditScript& script, const SearchCosts& costs, int32_t edits) {
-  if (uint64_t{left.size()} + right.size() > std::numeric_limits<int32_t>::max() - 3) throw std::bad_alloc();
   for (const int side : {0, 1}) {
     script.changed[side].clear();
     if (!resize(script.changed[side], (side == 0 ? left : right).size() + 1, abort)) return false;
   }
-  return DivideAndConquer<Element>(left, right, abort, costs, script).run(edits);
+  // Points are 32-bit, so the equal ends are not part of the first box.
+  const size_t shorter = std::min(left.size(), right.size());
+  const size_t atStart = equalAtStart(left.data(), right.data(), shorter, abort);
+  const size_t atEnd =
+      equalAtEnd(left.data() + left.size(), right.data() + right.size(), shorter - atStart, abort);
+  left = left.subspan(atStart, left.size() - atStart - atEnd);
+  right = right.subspan(atStart, right.size() - atStart - atEnd);
+  if (isRaised(abort)) return false;
+  if (uint64_t{left.size()} + right.size() > std::numeric_limits<int32_t>::max() - 3)
+    throw std::length_error("more elements than a search has positions for");
+  return DivideAndConquer<Element>(left, right, abort, costs, script, atStart).run(edits);
 }
 
 template bool findEditScript(std::span<const uint32_t>, std::span<const uint32_t>, const AbortFlag*,

@@ -36,8 +36,9 @@ struct SearchCosts {
 /// for the box at hand.
 ///
 /// Large parts are searched side by side. Memory: at most 150 bytes per element and 4 MB. Throws
-/// std::bad_alloc, also for 2^31 elements or more on both sides together. `edits`: how many there are, or
-/// kUnknown. A null flag never aborts. Returns false when the flag was raised; the script is then undefined.
+/// std::bad_alloc, and std::length_error for sequences that have 2^31 elements or more together without what
+/// is equal at their ends. `edits`: how many there are, or kUnknown. A null flag never aborts. Returns false
+/// when the flag was raised; the script is then undefined.
 template <typename Element>
 bool findEditScript(std::span<const Element> left, std::span<const Element> right, const AbortFlag* abort,
                     EditScript& script, const SearchCosts& costs = {}, int32_t edits = kUnknown);

@@ -9,6 +9,7 @@
 #include "base/message_format.h"
 #include "base/paths.h"
 #include "base/side_by_side.h"
+#include "base/system_error.h"
 
 namespace merivane {
 
@@ -207,6 +208,11 @@ Outcome load(FileSystem& files, const std::string (&paths)[2], TextDocument (&do
     loading[side].readSample(files, paths[side]);
     if (loading[side].error == 0 && isBinary(loading[side].bytes.view())) return {binary[side]};
   }
+  for (Loading& side : loading) {
+    if (side.error == 0 && side.file->size() > ByteArray::maxSize) side.error = kFileTooLarge;
+  }
+  // Nothing is read if the first failure is known already.
+  if (loading[0].error != 0) return {unreadable[0], loading[0].error};
   forBothSides(loading[0].stamp.size + loading[1].stamp.size,
                [&](int side) { loading[side].readRest(abort); });
   if (isRaised(abort)) return {Result::cancelled};

@@ -58,8 +58,9 @@ std::string outcomeMessage(const Outcome& outcome);
 
 /// Loads both files. The checks run in this order: left path, right path, left binary, right binary, left
 /// load, right load. The first that fails is the outcome, and the documents stay as they were. Each file is
-/// opened and read once, so that what was tested is what is compared. A file that does not fit in memory or
-/// in 32-bit positions is unreadable, with notEnoughStorage(). A null flag never aborts.
+/// opened and read once, so that what was tested is what is compared. A file of more than
+/// ByteArray::maxSize bytes is unreadable with kFileTooLarge, and is not read; one that does not fit in
+/// memory is with notEnoughStorage(). A null flag never aborts.
 Outcome loadDocuments(FileSystem& files, const std::string (&paths)[2], TextDocument (&documents)[2],
                       const AbortFlag* abort = nullptr);
 

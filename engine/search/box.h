@@ -15,14 +15,14 @@ struct Box {
   int64_t size() const { return int64_t{xhi} - xlo + yhi - ylo; }
 };
 
-/// Takes the equal elements off both ends of a box.
+/// Takes the equal elements off both ends of a box; fewer when aborted.
 template <typename Element>
-void trimEqualEnds(const Element* left, const Element* right, Box& box) {
+void trimEqualEnds(const Element* left, const Element* right, const AbortFlag* abort, Box& box) {
   const auto shorter = [&box] { return static_cast<size_t>(std::min(box.xhi - box.xlo, box.yhi - box.ylo)); };
-  const auto atStart = static_cast<int32_t>(equalAtStart(left + box.xlo, right + box.ylo, shorter()));
+  const auto atStart = static_cast<int32_t>(equalAtStart(left + box.xlo, right + box.ylo, shorter(), abort));
   box.xlo += atStart;
   box.ylo += atStart;
-  const auto atEnd = static_cast<int32_t>(equalAtEnd(left + box.xhi, right + box.yhi, shorter()));
+  const auto atEnd = static_cast<int32_t>(equalAtEnd(left + box.xhi, right + box.yhi, shorter(), abort));
   box.xhi -= atEnd;
   box.yhi -= atEnd;
 }

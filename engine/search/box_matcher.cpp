@@ -122,25 +122,32 @@ bool BoxMatcher::match(const Box& box, const AbortFlag* abort, MatchedBox& match
     int32_t* const positions = matched.positions[side].data() + 1;
     size_t count = 0;
     // Whether an element is matched is hard to predict, so all are written, and unmatched ones overwritten.
-    const bool done = forSide(side, [&](int32_t at, Class& of) {
-      const uint32_t others = of.counts[1 - side];
-      if (side == 0) {
-        const bool isNew = others != 0 && of.number == kUnnumbered;
-        of.number = isNew ? matched.classCount : of.number;
-        matched.classCount += isNew;
-        matched.matches += others;
-      }
+    // What is known of a class is reset when it is last of use: on the left if it does not occur on the
+    // right, else at its last occurrence there.
+    const auto matchLeft = [&](int32_t at, Class& of) {
+      const bool isMatched = of.counts[1] != 0;
+      const bool isNew = isMatched && of.number == kUnnumbered;
+      of.number = isNew ? matched.classCount : of.number;
+      of.counts[0] = isMatched ? of.counts[0] : 0;
+      matched.classCount += isNew;
+      matched.matches += of.counts[1];
       classes[count] = of.number;
       positions[count] = at;
-      count += others != 0;
-    });
+      count += isMatched;
+    };
+    const auto matchRight = [&](int32_t at, Class& of) {
+      classes[count] = of.number;
+      positions[count] = at;
+      count += of.counts[0] != 0;
+      const bool isLast = --of.counts[1] == 0;
+      of.counts[0] = isLast ? 0 : of.counts[0];
+      of.number = isLast ? kUnnumbered : of.number;
+    };
+    const bool done = side == 0 ? forSide(0, matchLeft) : forSide(1, matchRight);
     if (!done) return false;
     matched.classes[side].resize(count);
     positions[count] = sizes[side];
     matched.positions[side].resize(count + 2);
-  }
-  for (const int side : {0, 1}) {
-    if (!forSide(side, [](int32_t, Class& of) { of = {}; })) return false;
   }
   return true;
 }

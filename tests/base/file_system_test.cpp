@@ -70,13 +70,17 @@ TEST_F(SystemFilesTest, TellsWhatAPathNamesAndWhenItWasWritten) {
   for (const std::string& nothing : {path("missing"), path("file/below"), std::string()}) {
     EXPECT_EQ(files_.kind(nothing), FileKind::none);
     EXPECT_FALSE(files_.isWritable(nothing));
-    EXPECT_FALSE(IsFile(nothing) || IsFolder(nothing));
+    EXPECT_FALSE(IsFile(nothing));
+    EXPECT_FALSE(IsFolder(nothing));
   }
-  EXPECT_TRUE(IsFile(path("file")) && !IsFile(path("sub")) && IsFolder(path("sub")));
+  EXPECT_TRUE(IsFile(path("file")));
+  EXPECT_FALSE(IsFile(path("sub")));
+  EXPECT_TRUE(IsFolder(path("sub")));
   EXPECT_TRUE(files_.isWritable(path("file")));
 
   const FileStamp stamp = files_.stamp(path("file"));
-  EXPECT_TRUE(stamp.exists && stamp.size == 4);
+  EXPECT_TRUE(stamp.exists);
+  EXPECT_EQ(stamp.size, 4u);
   fs::last_write_time(folder_ / "file", fs::last_write_time(folder_ / "file") + std::chrono::seconds(2));
   EXPECT_NE(files_.stamp(path("file")), stamp);
   EXPECT_EQ(files_.stamp(path("missing")), FileStamp());
@@ -105,7 +109,8 @@ TEST_F(SystemFilesTest, KnowsAFileByEachOfItsNames) {
 
   const fs::path before = fs::current_path();
   fs::current_path(folder_);
-  EXPECT_TRUE(sameFile(files_, file, "file") && sameFile(files_, file, ".//file"));
+  EXPECT_TRUE(sameFile(files_, file, "file"));
+  EXPECT_TRUE(sameFile(files_, file, ".//file"));
   EXPECT_EQ(files_.absolute("new"), files_.absolute("./new"));
   EXPECT_EQ(files_.absolute(files_.absolute("new")), files_.absolute("new"));
   EXPECT_TRUE(fs::path(files_.absolute("new")).is_absolute());
@@ -124,7 +129,8 @@ TEST_F(SystemFilesTest, RemovesUnfinishedFilesForASignal) {
   EXPECT_EQ(filesThere(), 2);
   removeUnfinishedFiles();
   outputs[0].reset();
-  EXPECT_TRUE(filesThere() == 1 && fs::exists(folder_ / "kept"));
+  EXPECT_EQ(filesThere(), 1);
+  EXPECT_TRUE(fs::exists(folder_ / "kept"));
 }
 
 TEST_F(SystemFilesTest, ErrorsOfOurOwnHaveTheirWords) {
@@ -144,7 +150,8 @@ TEST_F(SystemFilesTest, ReadsWholeFilesInPieces) {
   ByteArray bytes;
   ASSERT_TRUE(bytes.allocate(1000));
   uint32_t got = 0;
-  ASSERT_TRUE(file->read(bytes.data(), 1000, got) == 0 && got == 1000);
+  ASSERT_EQ(file->read(bytes.data(), 1000, got), 0u);
+  ASSERT_EQ(got, 1000u);
   ASSERT_EQ(readToEnd(*file, bytes), 0u);
   EXPECT_TRUE(bytes.view() == text);
   EXPECT_NE(files_.open(folder_.string(), file), 0u);
@@ -208,7 +215,9 @@ TEST_F(SystemFilesTest, BufferedWritesArriveInOrder) {
     sink.write(piece);
     all += piece;
   }
-  EXPECT_TRUE(sink.finish() == 0 && sink.finish() == 0 && file->commit() == 0);
+  EXPECT_EQ(sink.finish(), 0u);
+  EXPECT_EQ(sink.finish(), 0u);
+  EXPECT_EQ(file->commit(), 0u);
   EXPECT_TRUE(contents("file") == all);
 }
 

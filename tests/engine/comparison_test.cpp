@@ -1,9 +1,11 @@
 #include "engine/comparison.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
+#include "base/system_error.h"
 #include "engine/row_builder.h"
 #include "tests/support/comparison_oracle.h"
 #include "tests/support/failing_allocator.h"
@@ -14,6 +16,16 @@
 
 namespace merivane {
 namespace {
+
+/// A flag for each line of a side and one more, as in an EditScript.
+std::vector<uint8_t> linesThatDiffer(const DiffModel& model, int side) {
+  std::vector<uint8_t> differ;
+  for (uint32_t row = 0; row < model.rowCount(); ++row) {
+    if (fillerSide(model.status(row)) != side) differ.push_back(model.status(row) != RowStatus::same);
+  }
+  differ.push_back(0);
+  return differ;
+}
 
 TEST(Comparison, RowsRebuildBothTextsAndDifferWhereTheReferenceDoes) {
   Random random(5);
@@ -29,16 +41,9 @@ TEST(Comparison, RowsRebuildBothTextsAndDifferWhereTheReferenceDoes) {
       DiffModel model;
       ASSERT_EQ(compareTexts(left, right, options, nullptr, model), Result::success);
       ASSERT_EQ(comparisonFault(model, left, right, options), "");
-      const LineTable tables[2] = {tableLines(left, options), tableLines(right, options)};
-      const ReferenceDiff<uint32_t> reference(tables[0].keys, tables[1].keys);
-      for (const int side : {0, 1}) {
-        std::vector<uint8_t> changed;
-        for (uint32_t row = 0; row < model.rowCount(); ++row) {
-          if (fillerSide(model.status(row)) != side) changed.push_back(model.status(row) != RowStatus::same);
-        }
-        changed.resize(tables[side].keys.size() + 1, 0);
-        ASSERT_EQ(changed, reference.changed[side]);
-      }
+      const ReferenceDiff<uint32_t> reference(tableLines(left, options).keys,
+                                              tableLines(right, options).keys);
+      for (const int side : {0, 1}) ASSERT_EQ(linesThatDiffer(model, side), reference.changed[side]);
     }
   }
 }
@@ -53,11 +58,11 @@ TEST(Comparison, RowsOfAHunkAreInOrder) {
       {"", "a\nb", ">>", {}},
       {"a\nb\nc\n", "b\n", "<=<", {}},
       {"a\nb", "a\nb\n", "=!", {}},
-      // As many lines on both: paired up to the first that are not alike.
+      // Hunks with as many lines on both sides pair up to the first lines that are not alike.
       {"x\nhello\ny\n", "x\nthing\ny\n", "=<>=", {}},
       {"line 1\nabcdef\nline 2\nz\n", "line 3\nuvwxyz\nline 4\nz\n", "!<<>>=", {}},
       {"line 1\nline 2\n", "line 3\nline 4\n", "<<>>", noChanges},
-      // More on one: the longer side first, however alike.
+      // In other hunks the longer side comes first, however alike the lines are.
       {"line 1\nline 2\n", "line 3\n", "<<>", {}},
       {"line 1\nz\n", "line 3\nline 4\nz\n", ">><=", {}},
   };
@@ -76,7 +81,7 @@ TEST(Comparison, LeavesTheModelWhenMemoryRunsOutOrItIsStopped) {
     failEachAllocation([&] { model = modelOf("<><"); },
                        [&] { return compareTexts(texts[0], texts[1], options, nullptr, model); },
                        [&](Result result) {
-                         // Only marks can be done without.
+                         // A comparison succeeds without memory for marks alone.
                          withoutMarks |= result == Result::success;
                          EXPECT_EQ(patternOf(model), result == Result::success ? "=!=!" : "<><");
                          EXPECT_TRUE(result == Result::success || result == Result::outOfMemory);
@@ -89,7 +94,7 @@ TEST(Comparison, LeavesTheModelWhenMemoryRunsOutOrItIsStopped) {
   for (const std::string_view right : {texts[0], texts[1], std::string_view()}) {
     EXPECT_EQ(compareTexts(texts[0], right, {}, &abort, model), Result::cancelled);
     EXPECT_EQ(patternOf(model), "<><");
-    // As when asked after the search.
+    // The flag may also be raised between the search and the rows.
     const LineTable left = tableLines(texts[0], {}), other = tableLines(right, {});
     EditScript script;
     ASSERT_TRUE(findEditScript(std::span(left.keys), std::span(other.keys), nullptr, script));
@@ -158,18 +163,65 @@ TEST_F(ComparisonOfFiles, IsWholeOrOneEmptyRow) {
     const auto& [left, right] = comparison_.documents;
     EXPECT_EQ(left.text.view(), "left\nlines\n");
     EXPECT_TRUE(right.text.view() == files_.files["pipe"].contents);
-    EXPECT_TRUE(left.lineEndKind == LineEndKind::crLf && right.lineEndKind == LineEndKind::lf);
-    EXPECT_TRUE(!left.readOnly && right.readOnly);
+    EXPECT_EQ(left.lineEndKind, LineEndKind::crLf);
+    EXPECT_EQ(right.lineEndKind, LineEndKind::lf);
+    EXPECT_FALSE(left.readOnly);
+    EXPECT_TRUE(right.readOnly);
+    EXPECT_EQ(left.stamp, files_.stamp("text"));
+    EXPECT_EQ(right.stamp, files_.stamp("pipe"));
     EXPECT_EQ(comparisonFault(comparison_.model, left.text.view(), right.text.view(), {}), "");
   };
-  // An open and two reads a side.
+  // Each side takes an open and two reads.
   EXPECT_GE(failEachStep(files_, notEnoughStorage(), run, expectFailure), 6u);
   expectComparison();
   failEachAllocation([&] { compare("missing", "text"); }, run,
                      [&](const Outcome& outcome) {
-                       // Giving memory back may fail and nobody need care.
+                       // A failure to give memory back harms nobody.
                        outcome.succeeded() ? expectComparison() : expectFailure(outcome);
                      });
+}
+
+TEST_F(ComparisonOfFiles, KeepsTheStampOfWhatItHasRead) {
+  // The file is written to between the look at its stamp and the end of reading.
+  files_.files["text"].modified = 5;
+  files_.onRead = [this] { files_.files["text"].modified = 6; };
+  ASSERT_TRUE(compare("text", "pipe").succeeded());
+  EXPECT_EQ(comparison_.documents[0].stamp.modified, 5);
+  EXPECT_NE(comparison_.documents[0].stamp, files_.stamp("text"));
+}
+
+TEST_F(ComparisonOfFiles, RefusesATooLargeFileBeforeReadingIt) {
+  files_.files["large"].contents = "some text\n";
+  files_.files["large"].toldSize = uint64_t{1} << 32;
+  for (const int side : {0, 1}) {
+    const Outcome outcome = side == 0 ? compare("large", "text") : compare("text", "large");
+    EXPECT_EQ(outcome.result, side == 0 ? Result::leftUnreadable : Result::rightUnreadable);
+    EXPECT_EQ(outcome.error, kFileTooLarge);
+    EXPECT_THAT(outcomeMessage(outcome), testing::HasSubstr("4 GB"));
+    expectNothing();
+  }
+}
+
+TEST_F(ComparisonOfFiles, LargeOnesAreWorkedOnSideBySideAndAlike) {
+  // So large that both sides are read at once and the search has parts for a second processor.
+  Random random(8);
+  std::string left, right;
+  for (int line = 0; line < 20000; ++line) {
+    const auto text = [&] {
+      return random.below(4) == 0 ? std::string(&"}{"[random.below(2)], 1)
+                                  : "line " + std::to_string(random.below(9000));
+    };
+    const std::string both = text() + "\n";
+    if (random.below(40) != 0) left += both;
+    right += line / 16 % 2 == 0 ? both : random.below(3) == 0 ? both + text() + "\n" : text() + "\n";
+  }
+  files_.files["a"].contents = left;
+  files_.files["b"].contents = right;
+  ASSERT_GT(left.size() + right.size(), 300000u);
+  ASSERT_TRUE(compare("a", "b").succeeded());
+  EXPECT_EQ(comparisonFault(comparison_.model, left, right, {}), "");
+  const ReferenceDiff<uint32_t> reference(tableLines(left, {}).keys, tableLines(right, {}).keys);
+  for (const int side : {0, 1}) EXPECT_EQ(linesThatDiffer(comparison_.model, side), reference.changed[side]);
 }
 
 TEST(DiffModel, IsAfterEveryEditWhatItsRowsMakeAnew) {
@@ -194,7 +246,7 @@ TEST(DiffModel, IsAfterEveryEditWhatItsRowsMakeAnew) {
     for (const int side : {0, 1}) model.shiftPositions(side, range.end, int64_t{sizeOf(side)} - sizes[side]);
     model.replaceRows(range, std::move(replacement));
     if (step % 9 == 0) {
-      // Appending goes on behind an edit in the middle.
+      // Rows can be appended after an edit in the middle.
       model.addRow(RowStatus::leftOnly, sizeOf(0), sizeOf(1));
       model.numberLines();
       model.countDifferences();

@@ -14,7 +14,7 @@ namespace {
 
 CompareOptions optionsOf(uint32_t bits) { return {(bits & 16) != 0, bits & 15, (bits & 32) == 0}; }
 
-/// What of a line counts under the options, and where in the line it stands.
+/// The characters of a line that count under the options, and where in the line they are.
 struct Normalised {
   std::string characters;
   std::vector<size_t> sources;
@@ -87,7 +87,8 @@ TYPED_TEST(SixteenBytesOf, EveryVersionGivesWhatByteByByteComesOut) {
   Random random(2);
   for (int round = 0; round < 20000; ++round) {
     std::string bytes(16, '\0');
-    // Neighbours of the LF and of zero, too, which a borrow or carry would make one of.
+    // Half of them are neighbours of the LF and of zero, which a wrong borrow or carry would mistake for
+    // these.
     for (char& c : bytes)
       c = round % 2 == 0 ? "\n\t\v\x8a\x80\x01\xff\x7f"[random.below(8)] : char(random.below(256));
     const auto kept = static_cast<ptrdiff_t>(1 + random.below(15));
@@ -106,7 +107,7 @@ TYPED_TEST(SixteenBytesOf, EveryVersionGivesWhatByteByByteComesOut) {
   }
 }
 
-/// Which characters of both lines differ, as "--x- xx"; "unlike" where they are no changed pair.
+/// Returns which characters of both lines differ, as "--x- xx"; "unlike" if they are no changed pair.
 std::string decided(const std::string& left, const std::string& right, const CompareOptions& options) {
   ChangedLineTest test(options, nullptr);
   RowMarks marks;
@@ -119,7 +120,7 @@ std::string decided(const std::string& left, const std::string& right, const Com
   return result;
 }
 
-/// The rules in their plainest form: the matched pairs, their runs, the runs' share of both lines.
+/// Applies the rules in their plainest form: matched pairs, their runs, the runs' share of both lines.
 std::string reference(const std::string& left, const std::string& right, const CompareOptions& options) {
   const Normalised sides[2] = {normalised(left, options), normalised(right, options)};
   const ReferenceDiff<char> diff(sides[0].characters, sides[1].characters);
@@ -154,7 +155,7 @@ TEST(ChangedLines, AreTheReferencesUnderAllOptions) {
     if (random.below(3) == 0)
       right = left.substr(0, random.below(static_cast<uint32_t>(left.size()))) + right;
     const std::vector<uint8_t> kept = ReferenceDiff<char>(left, right).changed[0];
-    if (const auto count = common.count(left, right)) {
+    if (const auto count = common.count(left, right, nullptr)) {
       ASSERT_EQ(*count, std::count(kept.begin(), kept.end() - 1, 0));
     }
     for (uint32_t bits = 0; bits < 64; ++bits) {

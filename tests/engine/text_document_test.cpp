@@ -38,7 +38,7 @@ TEST(LineEnds, AreToldFromTheFirstOnes) {
       {"a\n", lf},
       {"a\r\n", crLf},
       {"a\rb", cr},
-      {"a\r", crLf},  // nothing follows that could tell
+      {"a\r", crLf},  // no byte follows that would count it
       {"a\rb\r\nc", crLf},
       {"a\nb\rc", lf},
       {"a\r\r\nb\r\r\nc\rd", cr},  // five: three CRs, two CR LFs
@@ -55,7 +55,7 @@ TEST(LineEnds, AreToldFromTheFirstOnes) {
   }
 }
 
-/// `text` with every `from` replaced.
+/// Returns `text` with every `from` replaced.
 std::string replaced(std::string text, std::string_view from, std::string_view to) {
   for (size_t at = 0; (at = text.find(from, at)) != text.npos; at += to.size())
     text.replace(at, from.size(), to);

@@ -9,9 +9,9 @@
 
 namespace merivane {
 
-/// The first thing that is wrong with a comparison of two texts, or an empty string. The rows have to
-/// rebuild both texts line by line, their statuses to agree with the lines' keys, marks to fit the lines,
-/// and numbers and counts to be those of the rows. Marks may be missing, as when memory ran out for them.
+/// Returns the first fault of a comparison of two texts, or an empty string. The rows must rebuild both texts
+/// line by line, their statuses agree with the lines' keys, marks fit the lines, and numbers and counts be
+/// those of the rows. Marks may be missing, as when memory ran out for them.
 inline std::string comparisonFault(const DiffModel& model, std::string_view left, std::string_view right,
                                    const CompareOptions& options) {
   const std::string_view texts[2] = {left, right};

@@ -13,7 +13,7 @@ constexpr bool kMallocFails = true;
 #endif
 
 /// While it lives, an allocation of the test program fails: the `failing`-th from 0 alone, or that one and
-/// all behind it. One at a time, and no other thread may allocate meanwhile.
+/// all after it. There may be one at a time, and no other thread may allocate meanwhile.
 class AllocationFailure {
  public:
   enum Extent { once, fromThenOn };
@@ -26,16 +26,16 @@ class AllocationFailure {
 };
 
 /// Runs `operation` over and over, each time with the next of its allocations failing, until it gets by
-/// without that one. `prepare` runs before each time; `check` looks at what each failing run answered.
+/// without that one. `prepare` runs before each time; `check` looks at what each failing run returned.
 template <typename Prepare, typename Operation, typename Check>
 void failEachAllocation(Prepare prepare, Operation operation, Check check) {
   for (const auto extent : {AllocationFailure::once, AllocationFailure::fromThenOn}) {
     for (uint32_t failing = 0;; ++failing) {
       prepare();
       AllocationFailure failure(failing, extent);
-      const auto answer = operation();
+      const auto returned = operation();
       if (!failure.end()) break;
-      check(answer);
+      check(returned);
     }
   }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <iterator>
 #include <map>
 #include <memory>
@@ -21,10 +22,12 @@ class MemoryFiles final : public FileSystem {
     std::string contents;
     bool writable = true;
     FileKind kind = FileKind::file;
-    int64_t modified = 0;  // counts the commits
+    int64_t modified = 0;   // counts the commits
+    uint64_t toldSize = 0;  // what an opened file says its size is, if it is not 0
   };
 
   std::map<std::string, File> files;
+  std::function<void()> onRead;  // called before every read if there is one
   std::map<std::string, std::string>
       otherNames;  // of files, to the name in `files`; known to identity() alone
 
@@ -77,12 +80,16 @@ class MemoryFiles final : public FileSystem {
     Input(MemoryFiles& owner, const File& file) : owner_(owner), file_(file) {}
     SystemError read(char* bytes, uint32_t wanted, uint32_t& got) override {
       got = 0;
+      if (owner_.onRead) owner_.onRead();
       if (const SystemError error = owner_.next()) return error;
       got = static_cast<uint32_t>(file_.contents.copy(bytes, wanted, at_));
       at_ += got;
       return 0;
     }
-    uint64_t size() const override { return file_.kind == FileKind::file ? file_.contents.size() : 0; }
+    uint64_t size() const override {
+      if (file_.toldSize != 0) return file_.toldSize;
+      return file_.kind == FileKind::file ? file_.contents.size() : 0;
+    }
 
    private:
     MemoryFiles& owner_;
@@ -120,14 +127,14 @@ class MemoryFiles final : public FileSystem {
 };
 
 /// Runs `operation` over and over, each time with the next of its steps failing, until it gets by without
-/// that one; `check` looks at what each failing run answered. Answers how many steps there were.
+/// that one; `check` looks at what each failing run returned. Returns how many steps there were.
 template <typename Operation, typename Check>
 uint32_t failEachStep(MemoryFiles& files, SystemError error, Operation operation, Check check) {
   for (uint32_t failing = 0;; ++failing) {
     files.failStep(failing, error);
-    const auto answer = operation();
+    const auto returned = operation();
     if (!files.endFailing()) return failing;
-    check(answer);
+    check(returned);
   }
 }
 
