@@ -17,13 +17,14 @@
 namespace merivane {
 namespace {
 
-/// A flag for each line of a side and one more, as in an EditScript.
-std::vector<uint8_t> linesThatDiffer(const DiffModel& model, int side) {
+/// A flag for each of a side's lines and one more, as in an EditScript. The one row of an empty model is no
+/// line.
+std::vector<uint8_t> linesThatDiffer(const DiffModel& model, int side, size_t lines) {
   std::vector<uint8_t> differ;
   for (uint32_t row = 0; row < model.rowCount(); ++row) {
     if (fillerSide(model.status(row)) != side) differ.push_back(model.status(row) != RowStatus::same);
   }
-  differ.push_back(0);
+  differ.resize(lines + 1, 0);
   return differ;
 }
 
@@ -41,9 +42,11 @@ TEST(Comparison, RowsRebuildBothTextsAndDifferWhereTheReferenceDoes) {
       DiffModel model;
       ASSERT_EQ(compareTexts(left, right, options, nullptr, model), Result::success);
       ASSERT_EQ(comparisonFault(model, left, right, options), "");
-      const ReferenceDiff<uint32_t> reference(tableLines(left, options).keys,
-                                              tableLines(right, options).keys);
-      for (const int side : {0, 1}) ASSERT_EQ(linesThatDiffer(model, side), reference.changed[side]);
+      const LineTable tables[2] = {tableLines(left, options), tableLines(right, options)};
+      const ReferenceDiff<uint32_t> reference(tables[0].keys, tables[1].keys);
+      for (const int side : {0, 1}) {
+        ASSERT_EQ(linesThatDiffer(model, side, tables[side].keys.size()), reference.changed[side]);
+      }
     }
   }
 }
@@ -220,8 +223,11 @@ TEST_F(ComparisonOfFiles, LargeOnesAreWorkedOnSideBySideAndAlike) {
   ASSERT_GT(left.size() + right.size(), 300000u);
   ASSERT_TRUE(compare("a", "b").succeeded());
   EXPECT_EQ(comparisonFault(comparison_.model, left, right, {}), "");
-  const ReferenceDiff<uint32_t> reference(tableLines(left, {}).keys, tableLines(right, {}).keys);
-  for (const int side : {0, 1}) EXPECT_EQ(linesThatDiffer(comparison_.model, side), reference.changed[side]);
+  const LineTable tables[2] = {tableLines(left, {}), tableLines(right, {})};
+  const ReferenceDiff<uint32_t> reference(tables[0].keys, tables[1].keys);
+  for (const int side : {0, 1}) {
+    EXPECT_EQ(linesThatDiffer(comparison_.model, side, tables[side].keys.size()), reference.changed[side]);
+  }
 }
 
 TEST(DiffModel, IsAfterEveryEditWhatItsRowsMakeAnew) {
