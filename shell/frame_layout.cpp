@@ -48,7 +48,9 @@ SplitLayout layOutSplit(const Area& contents, const PaneMetrics& metrics, int32_
 
 std::array<int32_t, 4> statusPartEdges(int32_t width, int32_t resolution) {
   const auto fromRight = [&](int32_t pixels) { return width - pixels * resolution / 96; };
-  return {fromRight(375), fromRight(215), fromRight(140), width};
+  // The longest texts fit where room is left for the help text.
+  const bool roomy = width >= 640 * resolution / 96;
+  return {fromRight(roomy ? 455 : 375), fromRight(roomy ? 255 : 215), fromRight(140), width};
 }
 
 }  // namespace merivane

@@ -95,7 +95,8 @@ void TextSession::compare() {
   if (!areThere(names)) return;
   if (!offerToSave(TextId::saveBeforeComparing)) return showNames();
   for (const int side : {0, 1}) {
-    host_.setName(side, names[side]);
+    // A box whose text is right already keeps its caret.
+    if (host_.name(side) != names[side]) host_.setName(side, names[side]);
     world_.store.SetString(boxTextKey(kFileBoxNames[side]), names[side]);
   }
   comparison->options = world_.settings.compareOptions();
@@ -325,11 +326,6 @@ bool TextSession::offerToSave(TextId question) {
     if (!(canBeFile(name) ? saveTo(side, world_.files.absolute(name)) : saveAs(side))) return false;
   }
   return true;
-}
-
-std::string TextSession::unsavedText() const {
-  if (!history_.isModified()) return {};
-  return formatMessage(TextId::unsavedChanges, {shownName(history_.isModified(0) ? 0 : 1)});
 }
 
 }  // namespace merivane

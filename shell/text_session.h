@@ -122,9 +122,6 @@ class TextSession {
   /// when the user cancels, or wants a side saved and it cannot be.
   bool offerToSave(TextId question = TextId::saveChangesTo);
 
-  /// What would be lost if the user's session at the computer ended now; empty when nothing would.
-  std::string unsavedText() const;
-
  private:
   struct Comparison;
 
