@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "engine/compare_options.h"
-#include "mergeview/edited_pair.h"
+#include "mergeview/edited_file.h"
 
 namespace merivane {
 

@@ -6,7 +6,6 @@
 
 #include "mergeview/edit.h"
 #include "mergeview/editor.h"
-#include "mergeview/merge_rules.h"
 
 namespace merivane {
 namespace {

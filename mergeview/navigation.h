@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "mergeview/view_state.h"
 
@@ -19,18 +20,17 @@ void selectAll(ViewState& view);
 /// Makes the other pane the active one.
 void switchPane(ViewState& view);
 
+/// The difference before, or behind, the block around a row; with `wrap` from the other end when there is
+/// none. If the row's own block is all that is left, that; else none.
+std::optional<RowRange> previousDifference(const DiffModel& model, uint32_t row, bool wrap);
+std::optional<RowRange> nextDifference(const DiffModel& model, uint32_t row, bool wrap);
+
+/// The difference that a row is in, else the nearer of those around it; of two as near the one before.
+std::optional<RowRange> nearestDifference(const DiffModel& model, uint32_t row);
+
 /// Goes to the start of the difference before or behind the caret's, which comes into view. False when
 /// there is none, and nothing changes.
 bool goToPreviousDifference(ViewState& view);
 bool goToNextDifference(ViewState& view);
-
-/// What the status bar says of the caret. All are one-based; a filler row's line is 0.
-struct CaretNumbers {
-  uint32_t row;
-  uint32_t line;
-  uint32_t column;
-  bool operator==(const CaretNumbers&) const = default;
-};
-CaretNumbers caretNumbers(const ViewState& view);
 
 }  // namespace merivane

@@ -27,17 +27,6 @@ bool TextBuffer::copyFrom(const TextBuffer& other) {
   return true;
 }
 
-bool TextBuffer::insert(uint32_t pos, const char* bytes, uint32_t n) {
-  if (n == 0) return true;
-  if (!reserve(n)) return false;
-  replace(pos, 0, {bytes, n});
-  return true;
-}
-
-void TextBuffer::erase(uint32_t pos, uint32_t n) {
-  if (n > 0) replace(pos, n, {});
-}
-
 bool TextBuffer::reserve(uint32_t n) { return gapSize_ >= n || resizeGap(uint64_t{n} + quantum()); }
 
 void TextBuffer::replace(uint32_t pos, uint32_t removed, std::string_view bytes) {
@@ -61,17 +50,6 @@ TextBuffer::Stretch TextBuffer::stretch(uint32_t a, uint32_t b) const {
 std::string_view TextBuffer::view(uint32_t a, uint32_t b) {
   if (a < gapStart_ && gapStart_ < b) moveGap(gapStart_ - a < b - gapStart_ ? a : b);
   return stretch(a, b).head;
-}
-
-std::string_view TextBuffer::extractLine(uint32_t pos) {
-  if (atEnd(pos)) return {};
-  const Stretch rest = stretch(pos, length_);
-  size_t end = rest.head.find('\n');
-  if (end == std::string_view::npos) {
-    end = rest.tail.find('\n');
-    end = end == std::string_view::npos ? length_ - pos - 1 : rest.head.size() + end;
-  }
-  return view(pos, pos + static_cast<uint32_t>(end) + 1);
 }
 
 bool TextBuffer::extract(uint32_t a, uint32_t b, ByteArray& copy) const {

@@ -31,9 +31,6 @@ class TextBuffer {
   /// Becomes a byte-for-byte copy of `other`, gap included.
   bool copyFrom(const TextBuffer& other);
 
-  bool insert(uint32_t pos, const char* bytes, uint32_t n);
-  void erase(uint32_t pos, uint32_t n);
-
   /// Makes sure that the next replacement can insert `n` bytes.
   bool reserve(uint32_t n);
 
@@ -42,11 +39,9 @@ class TextBuffer {
 
   char charAt(uint32_t i) const { return storage_.data()[i < gapStart_ ? i : i + gapSize_]; }
   char charBefore(uint32_t i) const { return charAt(i - 1); }
-  void setCharAt(uint32_t i, char c) { storage_.data()[i < gapStart_ ? i : i + gapSize_] = c; }
 
   bool atEnd(uint32_t i) const { return i >= length_; }
   uint32_t size() const { return length_; }
-  bool isEmpty() const { return length_ == 0; }
   uint32_t allocated() const { return storage_.size(); }
 
   /// The text of [a, b) as it lies in storage: two views, the second empty unless the gap is in between.
@@ -60,9 +55,6 @@ class TextBuffer {
   /// The text of [a, b) in one view, for which the gap moves aside when it has to. Holds until the next
   /// change or view.
   std::string_view view(uint32_t a, uint32_t b);
-
-  /// The text from `pos` through the first "\n", or to the end; as view().
-  std::string_view extractLine(uint32_t pos);
 
   /// Copies the text of [a, b).
   bool extract(uint32_t a, uint32_t b, ByteArray& copy) const;

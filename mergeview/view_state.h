@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "engine/comparison.h"
-#include "mergeview/edited_pair.h"
+#include "mergeview/edited_file.h"
 #include "mergeview/line_ruler.h"
 #include "mergeview/row_layout.h"
 #include "mergeview/split.h"
@@ -99,7 +99,6 @@ class ViewState {
   uint32_t caretColumn() const { return caret_.column; }
   uint32_t caretPos(int side) const { return side == activeSide_ ? caret_.position : otherCaretPos_; }
   uint32_t anchor() const { return anchor_; }
-  int64_t desiredX() const { return desiredX_; }
   int32_t caretX() const;  // from the left of the text area
   int32_t caretY() const;
   bool hasSelection() const { return anchor_ != caret_.position; }

@@ -1,6 +1,6 @@
 #include "shell/menu_state.h"
 
-#include "mergeview/merge_rules.h"
+#include "mergeview/merge_commands.h"
 #include "shell/command_table.h"
 
 namespace merivane {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "base/win/back_buffer.h"
-#include "mergeview/differences.h"
+#include "mergeview/navigation.h"
 
 namespace merivane {
 namespace {

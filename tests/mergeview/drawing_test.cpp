@@ -50,7 +50,8 @@ TEST(RowLayout, ChangedCharactersAndSidesHaveTheirColours) {
   RowLayout layout;
   const auto expect = [&](int side, uint32_t row, Colour background, const char* number) {
     layOutRow(run.view().source(side), row, {0, 320}, layout);
-    EXPECT_TRUE(layout.background == background && layout.number == number) << side << ' ' << row;
+    EXPECT_EQ(layout.background, background) << side << ' ' << row;
+    EXPECT_EQ(layout.number, number) << side << ' ' << row;
   };
   using Runs = std::vector<TextRun>;
   const Colour changed = 0xA6CAF0, empty = 0xF4F4F4;
@@ -83,7 +84,8 @@ TEST(RowLayout, OnlyWhatIsInViewIsLaidOut) {
   };
   for (const auto& [begin, end, scrollX, left, right] : selections) {
     const RowLayout layout = layOut("abcdefgh\n", {scrollX, 40, begin, end});
-    EXPECT_TRUE(layout.selectionLeft == left && layout.selectionRight == right) << begin << ' ' << scrollX;
+    EXPECT_EQ(std::pair(layout.selectionLeft, layout.selectionRight), std::pair(left, right))
+        << begin << ' ' << scrollX;
   }
 }
 
@@ -97,8 +99,11 @@ TEST(LineRuler, PlacesAgreeWithStepsOneByOne) {
     std::string line(12000, 'x');
     for (char& c : line) c = "xxxxxxxxxx\t\2 i\xFE"[random.below(15)];
     TextBuffer text;
-    ASSERT_TRUE(text.insert(0, line.data(), static_cast<uint32_t>(line.size())));
-    ASSERT_TRUE(text.insert(5000, "yy", 2));  // the gap lies within the line
+    ByteArray bytes;
+    ASSERT_TRUE(bytes.assign(line));
+    text.take(std::move(bytes));
+    ASSERT_TRUE(text.reserve(2));
+    text.replace(5000, 0, "yy");  // the gap lies within the line
     const uint32_t end = text.size();
     for (LinePlace place{100}, next = place; place.position < end; place = next) {
       const char c = text.charAt(place.position);
@@ -112,7 +117,8 @@ TEST(LineRuler, PlacesAgreeWithStepsOneByOne) {
       ASSERT_LE(width, ruler.widestCharacter());
       ASSERT_EQ(next.column - place.column, glyphs.size());
       const LinePlace found = ruler.placeAtPosition(text, 100, place.position);
-      ASSERT_TRUE(found.column == place.column && found.x == place.x);
+      ASSERT_EQ(found.column, place.column);
+      ASSERT_EQ(found.x, place.x);
       for (int64_t x = place.x; x < next.x; ++x) {
         ASSERT_EQ(ruler.placeBeforeX(text, 100, end, x).position, place.position);
         const LinePlace& nearest = x - place.x < next.x - x ? place : next;
@@ -158,7 +164,8 @@ TEST(DiffArrows, PointFromTheSideThatHasTheLines) {
   EXPECT_EQ(high[0].corners, (Corners{{100, -30}, {110, -30}, {120, 70}, {110, 170}, {100, 170}}));
   gap.topRow = 20000;
   const int32_t top = diffArrows(modelOf(std::string(50000, '<')), colours, gap)[0].corners[0].y;
-  EXPECT_TRUE(top < -5000 && top > -100000) << "far off, and in pixels that can be drawn";
+  EXPECT_LT(top, -5000) << "far off";
+  EXPECT_GT(top, -100000) << "and in pixels that can be drawn";
   colours.drawArrows = false;
   EXPECT_TRUE(diffArrows(modelOf("<!>"), colours, gap).empty());
 }
@@ -172,17 +179,20 @@ std::string shown(const SummaryMap& map) {
 TEST(SummaryMap, RowsInViewKeepTheirHeightAndMoreFillTheTrack) {
   SummaryMap map;
   map.update(modelOf("=<!="), {500, 17, 3, 20});
-  EXPECT_TRUE(map.mapTop() == 0 && shown(map) == "===<<<!!!===");
+  EXPECT_EQ(map.mapTop(), 0);
+  EXPECT_EQ(shown(map), "===<<<!!!===");
   const SummaryMap::Geometry geometry{38, 17, 16, 2};
   map.update(modelOf("=<>!=<>="), geometry);
-  EXPECT_TRUE(map.mapTop() == 17 && shown(map) == "=>!>") << "the last difference wins a line";
+  EXPECT_EQ(map.mapTop(), 17);
+  EXPECT_EQ(shown(map), "=>!>") << "the last difference wins a line";
   map.update(modelOf("========"), geometry);
   EXPECT_EQ(shown(map), "=>!>") << "kept until told";
   map.rowsChanged();
   map.update(modelOf("========"), geometry);
   EXPECT_EQ(shown(map), "====");
   map.update(modelOf("=<>!=<>="), {20, 17, 16, 2});
-  EXPECT_TRUE(map.mapHeight() == 0 && map.rowAt(18) == 7);
+  EXPECT_EQ(map.mapHeight(), 0);
+  EXPECT_EQ(map.rowAt(18), 7u);
 }
 
 TEST(SummaryMap, EveryDifferenceShowsAndIsFoundAgain) {
@@ -197,17 +207,24 @@ TEST(SummaryMap, EveryDifferenceShowsAndIsFoundAgain) {
     int32_t reached = 0;
     for (uint32_t row = 0; row < rows.size(); ++row) {
       const PixelRange lines = map.pixelsOf(row), marker = map.caretMarker(row);
-      ASSERT_TRUE(lines.begin < lines.end && lines.begin <= reached && lines.end >= reached);
+      ASSERT_LT(lines.begin, lines.end);
+      ASSERT_LE(lines.begin, reached);
+      ASSERT_GE(lines.end, reached);
       if (rows[row] != '=') std::fill(&expected[lines.begin], &expected[lines.end], rows[row]);
       reached = lines.end;
-      ASSERT_TRUE(marker.begin <= lines.begin && marker.end >= lines.end && marker.end <= height);
-      ASSERT_TRUE(height < 5 || (marker.begin >= 0 && marker.end - marker.begin >= 5));
+      ASSERT_LE(marker.begin, lines.begin);
+      ASSERT_GE(marker.end, lines.end);
+      ASSERT_LE(marker.end, height);
+      if (height < 5) continue;
+      ASSERT_GE(marker.begin, 0);
+      ASSERT_GE(marker.end - marker.begin, 5);
     }
     ASSERT_EQ(reached, height);
     ASSERT_EQ(shown(map), expected);
     for (int32_t y = -1; y <= height; ++y) {
       const PixelRange lines = map.pixelsOf(map.rowAt(top + y));
-      ASSERT_TRUE(lines.begin <= std::max(y, 0) && y <= lines.end);
+      ASSERT_LE(lines.begin, std::max(y, 0));
+      ASSERT_LE(y, lines.end);
     }
   }
   SummaryMap map;

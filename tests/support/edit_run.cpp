@@ -158,6 +158,28 @@ std::string EditRun::place() const {
   return place;
 }
 
+std::string EditRun::marked(int side) const {
+  const bool active = side == view_.activeSide();
+  const uint32_t anchorRow = view_.rowOf(side, view_.anchor());
+  std::string marked;
+  for (uint32_t row = 0; row < view_.rowCount(); ++row) {
+    const uint32_t start = view_.rowStart(side, row);
+    std::string line = text(side).substr(start, view_.rowEnd(side, row) - start);
+    std::replace(line.begin(), line.end(), '\n', '/');
+    if (view_.isFiller(side, row)) line = "~";
+    const auto mark = [&](bool here, uint32_t position, const char* sign) {
+      if (here) line.insert(position - start, sign);
+    };
+    const bool caretFirst = view_.caretPos(side) <= view_.anchor();
+    const bool anchorHere = active && view_.hasSelection() && row == anchorRow;
+    mark(anchorHere && caretFirst, view_.anchor(), "^");
+    mark(active && row == view_.caretRow(), view_.caretPos(side), "|");
+    mark(anchorHere && !caretFirst, view_.anchor(), "^");
+    marked += line;
+  }
+  return marked;
+}
+
 std::string EditRun::fault() const {
   const DiffModel& model = view_.model();
   std::string wrong = comparisonFault(model, text(0), text(1), view_.compareOptions());

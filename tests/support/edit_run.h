@@ -56,6 +56,10 @@ class EditRun {
   /// the top row and first column where the view has been scrolled.
   std::string place() const;
 
+  /// The side's text row by row with "/" for line ends and "~" for a filler; on the active side with "|" for
+  /// the caret and, with a selection, "^" for the anchor.
+  std::string marked(int side) const;
+
   /// The first thing that is wrong with rows, counts, caret or anchor; an empty string if nothing is.
   std::string fault() const;
 

@@ -1,0 +1,148 @@
+// Moving through the texts: keys, mouse, differences, and what is scrolled into view.
+
+#include <gtest/gtest.h>
+
+#include "mergeview/navigation.h"
+#include "tests/mergeview/walk.h"
+#include "tests/support/row_pattern.h"
+
+namespace merivane {
+namespace {
+
+TEST(Navigation, KeysMoveTheCaretAndExtendTheSelection) {
+  // Over the ends of rows, and through a filler, which holds the caret at its start.
+  expectWalk("ab/cd/xyz # ab/longer/cd/xyz",
+             "left (|ab/~cd/xyz) right (a|b/~cd/xyz) right (ab|/~cd/xyz) right (ab/|~cd/xyz) end "
+             "(ab/|~cd/xyz) right (ab/~|cd/xyz) left left (ab|/~cd/xyz) "
+             "down down (ab/~cd|/xyz) S-left (ab/~c|d^/xyz) S-up (ab/|~cd^/xyz) S-up (a|b/~cd^/xyz) left "
+             "(|ab/~cd/xyz) S-end (^ab|/~cd/xyz) "
+             "C-end (ab/~cd/xyz|) right (ab/~cd/xyz|) up C-S-home (|ab/~cd^/xyz) pagedown (ab/~cd/|xyz) end "
+             "S-home (ab/~cd/|xyz^) pageup (|ab/~cd/xyz) "
+             "select-all (^ab/~cd/xyz|) switch-pane (ab/longer/cd/xyz|) C-home down end (ab/longer|/cd/xyz) "
+             "switch-pane (ab/|~cd/xyz) switch-pane (ab/longer|/cd/xyz)");
+  // Nothing leads behind the last line end.
+  expectWalk("ab/ # ab/", "end right (ab|/) C-end (ab|/) select-all (^ab|/)");
+  // Words and the signs between them.
+  expectWalk("foo  b\xE4r[x]/y # foo  b\xE4r[x]/y",
+             "C-right (foo  |b\xE4r[x]/y) C-right (foo  b\xE4r|[x]/y) C-right C-right C-right (foo  "
+             "b\xE4r[x]|/y) C-right (foo  b\xE4r[x]/|y) C-left (foo  b\xE4r[x]|/y) "
+             "C-left C-left (foo  b\xE4r[|x]/y) C-left C-left (foo  |b\xE4r[x]/y) C-S-left (|foo  "
+             "^b\xE4r[x]/y) C-left (|foo  b\xE4r[x]/y)");
+  // The x of the last sideways move is kept over shorter rows, and falls on the nearest side of a tab.
+  expectWalk("abcd/e/\tx/ab # abcd/e/\tx/ab",
+             "end down (abcd/e|/\tx/ab) down (abcd/e/\t|x/ab) C-home right right right down (abcd/e|/\tx/ab) "
+             "down (abcd/e/\t|x/ab) "
+             "C-home right right down down (abcd/e/\t|x/ab) C-home right down down (abcd/e/|\tx/ab)");
+}
+
+TEST(Navigation, WhatIsGoneToComesIntoView) {
+  // Scrolling keys leave the caret, and pages take it along.
+  expectWalk(
+      longRun(),
+      "C-down C-down (0,0 top 2) C-up (0,0 top 1) C-S-down (0,0-1,0 top 1) C-pagedown (0,0-1,0 top 11) "
+      "C-pageup (0,0-1,0 top 1) pagedown (11,0 top 11) down down (13,0 top 11) up up up (10,0 top 10) "
+      "C-end (99,2 top 90) C-up (99,2 top 89) C-S-up (99,2-98,2 top 89) pageup (88,2 top 79) "
+      "C-home C-pageup C-up pageup (0,0) pagedown down (11,0 top 10) select-all (0,0-99,2 top 90)");
+  // Two rows are centred; more than fit have one above them; the top row is as good as out of view.
+  expectWalk(longRun(" 5 30 31 60 61 62 63 64 65 66 67 68 "),
+             "next-difference (5,0) next-difference (30,0 top 26) next-difference (60,0 top 59) "
+             "next-difference (5,0 top 1) previous-difference (60,0 top 59) "
+             "C-home C-down C-down C-down C-down C-down next-difference (5,0 top 1)");
+}
+
+TEST(Navigation, SidewaysScrollingKeepsTheCaretInView) {
+  const std::string line = std::string(100, 'a') + "\n";
+  EditRun run(line, line);
+  for (int i = 0; i < 39; ++i) run.press("right");
+  // A quarter of the pane on; at the end there is a column for the line end and one for the caret.
+  expectWalk(run, "(0,39) right (0,40 left 11) end (0,100 left 62) x y (0,102 left 64)");
+  ViewOptions options = run.view().options();
+  for (const bool together : {false, true}) {
+    options.syncScroll = together;
+    run.view().setOptions(options);
+    EXPECT_EQ(run.view().hScroll(1), together ? 0u : 62u);
+    run.press("home");
+  }
+}
+
+TEST(Navigation, AnotherComparisonKeepsThePlaceOrGoesToTheFirstDifference) {
+  std::string text, more = "more\n";
+  for (int row = 0; row < 50; ++row) text += "line\n";
+  EditRun run(text, text);
+  run.press("C-end click1@364,50 S-click1@380,83");
+  run.load(text, text + more, AfterComparison::keepPlace);
+  expectWalk(run, "(43,1-45,3 top 40)");
+  run.load("ab\nc", "ab\nc", AfterComparison::keepPlace);
+  expectWalk(run, "(ab/c|)");
+  run.load(text, text + more + more, AfterComparison::firstDifference);
+  expectWalk(run, "(50,0 top 42) switch-pane (50,0 top 42)");
+  run.load(text, text, AfterComparison::firstDifference);
+  expectWalk(run, "(0,0)");
+}
+
+TEST(Navigation, TheCaretKeepsItsTextWhenWidthsChange) {
+  EditRun run("\tab\n", "x\n\tab\n");
+  ViewState& view = run.view();
+  run.press("switch-pane down right right");
+  ViewOptions options = view.options();
+  options.tabStop = 8;
+  options.lineNumbers = LineNumbers::rows;
+  view.setOptions(options);
+  EXPECT_EQ(view.caretX(), 72);
+  EXPECT_EQ(view.pane(0).textLeft, 8 + 12) << "one digit and its padding";
+  FontMetrics font;
+  font.charWidth = 10;
+  font.lineHeight = 20;
+  view.setFont(font);
+  EXPECT_EQ(run.place(), "1,9");
+  EXPECT_EQ(view.caretX(), 90);
+  EXPECT_EQ(view.caretY(), 20);
+  EXPECT_EQ(view.visibleRows(), 8u);
+  run.press("C-home switch-pane");
+  EXPECT_EQ(run.place(), "0,0");
+  view.setSplitFromX(150);
+  EXPECT_EQ(view.pane(0).paneRight, 140);
+  EXPECT_EQ(view.visibleColumns(0), 12u);
+}
+
+TEST(Navigation, DifferencesAreFoundAroundABlock) {
+  // For each row the first row of what is found from there.
+  const auto found = [](std::string_view rows, auto find) {
+    const DiffModel model = modelOf(rows);
+    std::string digits;
+    for (uint32_t row = 0; row < model.rowCount(); ++row) {
+      const std::optional<RowRange> block = find(model, row);
+      digits += block && *block == model.blockAround(block->begin) ? std::to_string(block->begin) : "-";
+    }
+    return digits;
+  };
+  using M = const DiffModel&;
+  const auto rows = "!=>><===!=";
+  EXPECT_EQ(found(rows, [](M m, uint32_t row) { return previousDifference(m, row, false); }), "0000244448");
+  EXPECT_EQ(found(rows, [](M m, uint32_t row) { return previousDifference(m, row, true); }), "8000244448");
+  EXPECT_EQ(found(rows, [](M m, uint32_t row) { return nextDifference(m, row, false); }), "224488888-");
+  EXPECT_EQ(found(rows, [](M m, uint32_t row) { return nextDifference(m, row, true); }), "2244888800");
+  EXPECT_EQ(found(rows, nearestDifference), "0022444888") << "midway the one above";
+  EXPECT_EQ(found("==", nearestDifference) + found("=!", nearestDifference), "--11");
+}
+
+TEST(Navigation, TheMousePlacesAndSelects) {
+  // The panes' texts begin at 8 and 356.
+  expectWalk("foo bar/a\tb/ # foo bar/xy/a\tb/",
+             "click1@27,3 (fo|o bar/~a\tb/) click1@29,3 (foo| bar/~a\tb/) click1@300,20 (foo bar/|~a\tb/) "
+             "click1@2,400 (foo bar/~|a\tb/) click1@373,20 (foo bar/xy|/a\tb/) "
+             "click1@40,3 (foo |bar/~a\tb/) drag@50,20 (foo ^bar/|~a\tb/) "
+             // Words, blanks and lines, and onwards from all of what was clicked, to either side.
+             "click2@33,3 (foo^ |bar/~a\tb/) click2@50,3 (foo ^bar|/~a\tb/) drag@11,3 (|foo bar^/~a\tb/) "
+             "drag@11,40 (foo ^bar/~a|\tb/) "
+             "click3@50,3 (^foo bar/|~a\tb/) click3@50,40 (foo bar/~^a\tb/|) "
+             // With Shift on from the anchor, but not from one pane to the other.
+             "S-click1@11,3 (|foo bar/~^a\tb/) S-click1@375,3 (fo|o bar/xy/a\tb/)");
+  // Outside the view every tick of the timer scrolls on.
+  expectWalk(longRun(),
+             "click1@10,10 drag@10,170 drag@10,170 drag@10,170 (0,0-12,0 top 3) "
+             "drag@10,-20 (0,0-1,0 top 1) drag@10,-20 drag@10,-20 (0,0)");
+}
+
+}  // namespace
+}  // namespace merivane

@@ -1,0 +1,160 @@
+// Whole sides: the buffer that holds a text, its file, replacing and exchanging.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "mergeview/edited_file.h"
+#include "mergeview/side_commands.h"
+#include "tests/support/edit_run.h"
+#include "tests/support/failing_allocator.h"
+#include "tests/support/memory_files.h"
+#include "tests/support/random.h"
+
+namespace merivane {
+namespace {
+
+TEST(TextBuffer, BehavesAsAStringOnRandomOperations) {
+  Random random(1);
+  TextBuffer buffer;
+  std::string model;
+  for (int step = 0; step < 10000; ++step) {
+    const auto size = static_cast<uint32_t>(model.size()), at = random.below(size + 1);
+    const uint32_t removed = std::min(size - at, random.below(random.below(20) == 0 ? 10000 : 30));
+    const std::string text = random.text("abcdefgh\n", random.below(20) == 0 ? 5000 : 30);
+    buffer.replace(at, removed, {});
+    const uint32_t gap = std::max(TextBuffer::kGapQuantum, buffer.size() / TextBuffer::kGapShare);
+    ASSERT_LE(buffer.allocated(), buffer.size() + 2 * gap);
+    ASSERT_TRUE(buffer.reserve(static_cast<uint32_t>(text.size())));
+    buffer.replace(at, 0, text);
+    model.replace(at, removed, text);
+    ASSERT_FALSE(buffer.reserve(0xFFFFFFFF)) << "more than positions can count";
+
+    const uint32_t a = random.below(buffer.size() + 1), b = a + random.below(buffer.size() - a + 1);
+    const std::string expected = model.substr(a, b - a);
+    ByteArray copy;
+    ASSERT_TRUE(buffer.extract(a, b, copy));
+    ASSERT_EQ(copy.view(), expected);
+    if (a < b) {
+      ASSERT_EQ(buffer.charAt(a), model[a]);
+      ASSERT_EQ(buffer.charBefore(b), model[b - 1]);
+    }
+    if (random.below(2) == 0) {
+      ASSERT_EQ(buffer.view(a, b), expected);
+    }
+    const auto [head, tail] = buffer.stretch(0, buffer.size());
+    ASSERT_EQ(std::string(head) + std::string(tail), model);
+  }
+}
+
+class EditedFileTest : public testing::Test {
+ protected:
+  void load(const std::string& contents) {
+    file.contents = contents;
+    FileComparison comparison;
+    ASSERT_TRUE(compareFiles(files, {"left", "left"}, {}, nullptr, comparison).succeeded());
+    run.view().take(std::move(comparison), {"left", "left"}, AfterComparison::top);
+  }
+  SystemError save(FileSystem& to) { return saveFile(to, "left", edited); }
+
+  MemoryFiles files;
+  MemoryFiles::File& file = files.files["left"];
+  EditRun run{"", ""};
+  EditedFile& edited = run.view().file(0);
+};
+
+TEST_F(EditedFileTest, WhatWasNotEditedComesBackByteForByte) {
+  std::string allBytes(2000, ' ');
+  for (int byte = 0; byte < 256; ++byte) allBytes += byte == '\r' ? ' ' : static_cast<char>(byte);
+  const std::string texts[] = {"a\nb\n", "a\r\nb\r\n",      "a\rb\r",           "a\nb",
+                               "",       "a\nb\nc\rd\r\ne", "a\r\nb\rc\r\nd\r", allBytes + "\n"};
+  for (const std::string& text : texts) {
+    load(text);
+    EXPECT_EQ(save(files), 0u);
+    EXPECT_EQ(file.contents, text);
+    run.press("x");
+    EXPECT_EQ(save(files), 0u);
+    EXPECT_EQ(file.contents, "x" + text);
+  }
+  // Line ends of other kinds are lost where the file's own kind cannot tell them apart.
+  load("a\r\nb\r\nc\nd");
+  EXPECT_EQ(save(files), 0u);
+  EXPECT_EQ(file.contents, "a\r\nb\r\nc\r\nd");
+}
+
+TEST_F(EditedFileTest, AFailedSaveLeavesTheFileWholeAndASideKnowsItsFileAgain) {
+  load("a\r\nb\r\n");
+  run.press("x");
+  file.modified = 7;
+  edited.readOnly = true;
+  edited.path = "earlier";
+  const auto changed = [&] { return changedOnDisk(files, "left", edited.stamp); };
+  bool failed = true;
+  for (uint32_t failing = 0; failed; ++failing) {
+    EXPECT_TRUE(changed());
+    EXPECT_TRUE(edited.readOnly);
+    EXPECT_EQ(file.contents, "a\r\nb\r\n");
+    EXPECT_EQ(edited.path, "earlier");
+    files.failStep(failing, 77);
+    const SystemError error = save(files);
+    failed = files.endFailing();
+    EXPECT_EQ(error, failed ? 77u : 0u);
+  }
+  EXPECT_EQ(file.contents, "xa\r\nb\r\n");
+  EXPECT_FALSE(changed());
+  EXPECT_FALSE(edited.readOnly);
+  EXPECT_EQ(edited.path, "left");
+  failEachAllocation([&] { file.contents = "as it was"; }, [&] { return save(files); },
+                     [&](SystemError error) {
+                       EXPECT_EQ(error, notEnoughStorage());
+                       EXPECT_EQ(file.contents, "as it was");
+                     });
+  file.contents += "longer";
+  EXPECT_TRUE(changed());
+  files.files.erase("left");
+  EXPECT_FALSE(changed()) << "nobody's work is in the way";
+}
+
+class SideCommandsTest : public testing::Test {
+ protected:
+  SideCommandsTest() {
+    files[1].lineEndKind = LineEndKind::lf;
+    run.press("down right right x");
+  }
+
+  EditRun run{"a\nb\nc\n", "a\nd\n"};
+  EditedFile (&files)[2] = run.view().pair().files;
+};
+
+TEST_F(SideCommandsTest, ACopyTakesASidesPlaceOrIsAnEdit) {
+  run.press("switch-pane");
+  SideCopy copy;
+  ASSERT_TRUE(copyOtherSide(run.view(), 0, copy));
+  takeCopy(run.view(), run.history(), 0, std::move(copy));
+  EXPECT_EQ(files[0].lineEndKind, LineEndKind::lf);
+  EXPECT_EQ(run.state() + run.fault(), EditRun("a\nd\n", "a\nd\n").state());
+
+  run.load("a\nb\nc\n", "a\nd\n");
+  copyAsEdit(run.view(), run.history(), 0);
+  EXPECT_EQ(run.text(0), "a\nd\n");
+  EXPECT_TRUE(run.history().isModified(0));
+  EXPECT_EQ(files[0].lineEndKind, LineEndKind::crLf);
+  EXPECT_EQ(run.undoAndRedoAll(), "");
+}
+
+TEST_F(SideCommandsTest, SwitchedSidesAreThoseOfAComparisonThatWayRound) {
+  files[1].readOnly = files[1].stamp.exists = true;
+  run.press("switch-sides");
+  EditRun other("a\nd\n", "a\nb\nc\n");
+  other.press("switch-pane down right right x");
+  EXPECT_EQ(run.state(), other.state());
+  EXPECT_TRUE(files[0].readOnly);
+  EXPECT_FALSE(files[1].readOnly);
+  EXPECT_EQ(files[0].path + ' ' + files[1].path, "right left");
+  EXPECT_EQ(files[0].lineEndKind, LineEndKind::lf);
+  EXPECT_TRUE(files[0].stamp.exists);
+  EXPECT_EQ(run.undoAndRedoAll(), "");
+}
+
+}  // namespace
+}  // namespace merivane
