@@ -22,12 +22,12 @@ bool replace(ViewState& view, const UndoRecord& record, const ByteArray& old, co
   view.rowsChanged(changed->compared);
   view.showCaret();
   ViewChanges& changes = view.changes();
-  if (changed->answer == RowsAnswer::rows) {
+  if (changed->extent == ChangeExtent::rows) {
     changes.everything = true;
     return true;
   }
   changes.addRows(side, changed->touched);
-  if (changed->answer == RowsAnswer::marks) changes.addRows(1 - side, changed->touched);
+  if (changed->extent == ChangeExtent::marks) changes.addRows(1 - side, changed->touched);
   return true;
 }
 

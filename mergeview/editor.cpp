@@ -89,7 +89,7 @@ void Editor::deleteRow() {
 }
 
 void Editor::deleteToLineEnd() {
-  // Behind a last "\n" the caret is beyond the line's end.
+  // After a last "\n" the caret is beyond the line's end.
   eraseNotSelection(caret(), std::max(caret(), view_.lineEnd(side(), view_.caretRow())));
 }
 

@@ -16,7 +16,7 @@ struct FindQuery {
   bool wholeWord = false;
 };
 
-/// Searches the active side for the next match behind the selection, or the previous one before it, and once
+/// Searches the active side for the next match after the selection, or the previous one before it, and once
 /// around the ends, the row it started in again included. A match is brought into view and selected, with the
 /// caret at its end. False when there is none, and nothing changes.
 bool findNext(ViewState& view, const FindQuery& query);

@@ -35,7 +35,7 @@ class LineRuler {
   /// The pixels that no character takes more of.
   int32_t widestCharacter() const { return widestCharacter_; }
 
-  /// Moves a place over the character behind it.
+  /// Moves a place over the character after it.
   void step(LinePlace& place, char c) const;
 
   /// Appends what a character at a column shows as: as many characters as it takes columns.

@@ -17,7 +17,7 @@ uint32_t sizeOf(const TextChange& change) { return static_cast<uint32_t>(change.
 
 int64_t growth(const TextChange& change) { return int64_t{sizeOf(change)} - change.removed; }
 
-/// The row of the byte at a position; behind the end that of the last byte, as the fillers behind it hold
+/// The row of the byte at a position; behind the end that of the last byte, as the fillers after it hold
 /// none.
 uint32_t rowOfByte(const EditedPair& pair, int side, uint64_t position) {
   const uint32_t size = pair.files[side].text.size();
@@ -26,7 +26,7 @@ uint32_t rowOfByte(const EditedPair& pair, int side, uint64_t position) {
 }
 
 /// The rows that a change takes part of its lines from. Text that is inserted may be the other side's next
-/// rows, so that as many bytes behind it take part.
+/// rows, so that as many bytes after it take part.
 RowRange rowsOf(const EditedPair& pair, const TextChange& change) {
   const TextBuffer& text = pair.files[change.side].text;
   uint32_t first = pair.rowOf(change.side, change.start);
@@ -55,22 +55,22 @@ bool changedStretch(const TextBuffer& text, uint32_t begin, uint32_t end, const 
   return true;
 }
 
-/// Compares old rows, those behind the change at the places they have after it, with what came in their
+/// Compares old rows, those after the change at the places they have after it, with what came in their
 /// place.
-RowsAnswer classify(const DiffModel& model, RowRange window, const DiffModel& fresh, const TextChange& change,
-                    uint32_t lastChanged) {
-  if (fresh.rowCount() != window.size()) return RowsAnswer::rows;
-  RowsAnswer answer = RowsAnswer::text;
+ChangeExtent classify(const DiffModel& model, RowRange window, const DiffModel& fresh,
+                      const TextChange& change, uint32_t lastChanged) {
+  if (fresh.rowCount() != window.size()) return ChangeExtent::rows;
+  ChangeExtent extent = ChangeExtent::text;
   for (uint32_t i = 0; i < fresh.rowCount(); ++i) {
     const uint32_t row = window.begin + i;
-    if (model.status(row) != fresh.status(i)) return RowsAnswer::rows;
+    if (model.status(row) != fresh.status(i)) return ChangeExtent::rows;
     for (const int side : {0, 1}) {
       const int64_t moved = side == change.side && row > lastChanged ? growth(change) : 0;
-      if (model.position(side, row) + moved != fresh.position(side, i)) return RowsAnswer::rows;
+      if (model.position(side, row) + moved != fresh.position(side, i)) return ChangeExtent::rows;
     }
-    if (fresh.status(i) == RowStatus::changed) answer = RowsAnswer::marks;
+    if (fresh.status(i) == RowStatus::changed) extent = ChangeExtent::marks;
   }
-  return answer;
+  return extent;
 }
 
 std::optional<RowsChange> tryToChange(EditedPair& pair, const TextChange& change,
@@ -104,7 +104,7 @@ std::optional<RowsChange> tryToChange(EditedPair& pair, const TextChange& change
   for (const int side : {0, 1}) fresh.shiftPositions(side, 0, begin[side]);
 
   RowsChange result;
-  result.answer = classify(model, window, fresh, change, lastChanged);
+  result.extent = classify(model, window, fresh, change, lastChanged);
   result.touched = {rows.begin, lastChanged + 1};
   result.compared = {window.begin, window.begin + fresh.rowCount()};
   // The last step that can fail, and the first that changes anything.

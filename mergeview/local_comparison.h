@@ -22,14 +22,14 @@ struct TextChange {
 };
 
 /// How far the rows look different after a change.
-enum class RowsAnswer {
+enum class ChangeExtent {
   text = 0,   // the changed rows do, in their own pane
   marks = 1,  // and, as their characters are marked anew, in the other one too
   rows = 2,   // rows came, went or stand elsewhere
 };
 
 struct RowsChange {
-  RowsAnswer answer = RowsAnswer::text;
+  ChangeExtent extent = ChangeExtent::text;
   RowRange touched;   // the rows that the change was made in; look at them only where no row moved
   RowRange compared;  // the rows that were compared anew, as they are now
 };
@@ -38,7 +38,7 @@ struct RowsChange {
 RowRange comparisonWindow(const DiffModel& model, RowRange changed);
 
 /// Changes a text and compares the rows around the change anew, so that the sides stay aligned. How many
-/// rows take part depends on the change alone, not on the length of the texts. Answers none, and nothing
+/// rows take part depends on the change alone, not on the length of the texts. Returns none, and nothing
 /// has changed, when memory runs out.
 std::optional<RowsChange> changeText(EditedPair& pair, const TextChange& change,
                                      const CompareOptions& options);

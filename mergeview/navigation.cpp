@@ -68,7 +68,7 @@ uint32_t firstDiffering(const DiffModel& model, RowRange range) {
   return row;
 }
 
-/// The row behind the last one of a range that differs, or its begin.
+/// The row after the last one of a range that differs, or its begin.
 uint32_t lastDifferingEnd(const DiffModel& model, RowRange range) {
   uint32_t end = range.end;
   while (end > range.begin && !differs(model, end - 1)) --end;

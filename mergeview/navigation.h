@@ -20,7 +20,7 @@ void selectAll(ViewState& view);
 /// Makes the other pane the active one.
 void switchPane(ViewState& view);
 
-/// The difference before, or behind, the block around a row; with `wrap` from the other end when there is
+/// The difference before, or after, the block around a row; with `wrap` from the other end when there is
 /// none. If the row's own block is all that is left, that; else none.
 std::optional<RowRange> previousDifference(const DiffModel& model, uint32_t row, bool wrap);
 std::optional<RowRange> nextDifference(const DiffModel& model, uint32_t row, bool wrap);
@@ -28,7 +28,7 @@ std::optional<RowRange> nextDifference(const DiffModel& model, uint32_t row, boo
 /// The difference that a row is in, else the nearer of those around it; of two as near the one before.
 std::optional<RowRange> nearestDifference(const DiffModel& model, uint32_t row);
 
-/// Goes to the start of the difference before or behind the caret's, which comes into view. False when
+/// Goes to the start of the difference before or after the caret's, which comes into view. False when
 /// there is none, and nothing changes.
 bool goToPreviousDifference(ViewState& view);
 bool goToNextDifference(ViewState& view);

@@ -74,10 +74,10 @@ void TextBuffer::moveGap(uint32_t to) {
 }
 
 bool TextBuffer::resizeGap(uint64_t size) {
-  const uint32_t behind = length_ - gapStart_;
+  const uint32_t after = length_ - gapStart_;
   if (size > gapSize_ && !storage_.resize(length_ + size)) return false;
   char* const gap = storage_.data() + gapStart_;
-  if (behind > 0) std::memmove(gap + size, gap + gapSize_, behind);
+  if (after > 0) std::memmove(gap + size, gap + gapSize_, after);
   if (size < gapSize_) storage_.truncate(length_ + static_cast<uint32_t>(size));
   gapSize_ = static_cast<uint32_t>(size);
   return true;

@@ -11,12 +11,12 @@ namespace merivane {
 /// near each other cost no more than their own length. It knows nothing of lines.
 ///
 /// Positions run from 0 to size(). The text at a position lies in storage before the gap, or `gapSize`
-/// further on behind it; storage is always exactly text and gap. An operation that answers false ran out of
+/// further on after it; storage is always exactly text and gap. An operation that returns false ran out of
 /// memory, or of 32-bit positions, and changed nothing; telling the user is the caller's.
 class TextBuffer {
  public:
   /// The gap that is made where one is needed; a share of a long text, so that a run of edits moves the text
-  /// behind it seldom.
+  /// after it seldom.
   static constexpr uint32_t kGapQuantum = 2048;
   static constexpr uint32_t kGapShare = 32;
 

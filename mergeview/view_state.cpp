@@ -196,7 +196,7 @@ uint32_t ViewState::visibleColumns(int side) const {
 
 uint32_t ViewState::maxHScroll(int side) const {
   const auto limit = [this](int of) {
-    // One column more, for a caret behind the last character.
+    // One column more, for a caret after the last character.
     const int64_t columns = (widest_[of] + font().charWidth - 1) / font().charWidth + 1;
     return std::clamp<int64_t>(columns - visibleColumns(of), 0, std::numeric_limits<int32_t>::max());
   };

@@ -25,7 +25,7 @@ enum class AfterComparison { top, keepPlace, firstDifference };
 /// changes.
 ///
 /// The caret is on the active side, in a row of the model, at a text position from the row's start to its
-/// end; in a filler row at the row's start, which holds no text. It may stand behind the very last "\n" of a
+/// end; in a filler row at the row's start, which holds no text. It may stand after the very last "\n" of a
 /// side, where an edit can leave it. The selection is the active side's text between anchor and caret. All
 /// lengths are pixels, of the client area where they are coordinates.
 class ViewState {
@@ -83,13 +83,13 @@ class ViewState {
 
   uint32_t rowStart(int side, uint32_t row) const { return model().position(side, row); }
 
-  /// Behind the row's last character, its "\n" included, and before that "\n".
+  /// After the row's last character, its "\n" included, and before that "\n".
   uint32_t rowEnd(int side, uint32_t row) const { return model().endPosition(side, row, text(side).size()); }
   uint32_t lineEnd(int side, uint32_t row) const;
   bool isFiller(int side, uint32_t row) const { return fillerSide(model().status(row)) == side; }
 
   /// The row in which a caret at a position shows: at the end of a text without a last "\n" the row of that
-  /// line, not a filler behind it.
+  /// line, not a filler after it.
   uint32_t rowOf(int side, uint32_t position) const { return pair_.rowOf(side, position); }
 
   // Caret and selection.

@@ -22,7 +22,7 @@ struct CharacterRun {
 uint32_t nextWordStart(std::string_view line, uint32_t at);
 uint32_t previousWordStart(std::string_view line, uint32_t at);
 
-/// The word, blanks or signs that the character at an index belongs to; the last ones behind the end.
+/// The word, blanks or signs that the character at an index belongs to; the last ones after the end.
 CharacterRun wordAround(std::string_view line, uint32_t at);
 
 }  // namespace merivane

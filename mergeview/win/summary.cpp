@@ -29,7 +29,7 @@ LRESULT Summary::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_PAINT: onPaint(); return 0;
     case WM_ERASEBKGND: return TRUE;
-    case WM_SIZE: refresh(); return 0;
+    case WM_SIZE: redraw(); return 0;
     case WM_LBUTTONDOWN: onLeftButtonDown(static_cast<short>(HIWORD(lParam))); return 0;
     case WM_RBUTTONDOWN: onRightButtonDown(static_cast<short>(HIWORD(lParam))); return 0;
     default: return defaultProcedure(message, wParam, lParam);
@@ -45,10 +45,10 @@ SummaryMap::Geometry Summary::geometry() const {
 void Summary::setBlank(bool blank) {
   if (blank == blank_) return;
   blank_ = blank;
-  refresh();
+  redraw();
 }
 
-void Summary::refresh() {
+void Summary::redraw() {
   map_.rowsChanged();
   InvalidateRect(handle(), nullptr, FALSE);
 }

@@ -22,7 +22,7 @@ class Summary final : public Window {
   void setBlank(bool blank);
 
   /// Rows, colours or their scale are others.
-  void refresh();
+  void redraw();
 
   /// Only the frame around the caret's row moves.
   void moveCaretMarker();

@@ -54,12 +54,12 @@ void TextView::showCaretBox(bool show) {
 
 LRESULT TextView::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const HWND window = handle();
-  const LRESULT result = answer(message, wParam, lParam);
+  const LRESULT result = dispatch(message, wParam, lParam);
   if (of(window) == this) applyChanges();  // the message may have been the last
   return result;
 }
 
-LRESULT TextView::answer(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT TextView::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_PAINT: onPaint(); return 0;
     case WM_ERASEBKGND: return TRUE;

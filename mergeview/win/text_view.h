@@ -56,7 +56,7 @@ class TextView final : public Window, private ViewHost {
 
  private:
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-  LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam);
+  LRESULT dispatch(UINT message, WPARAM wParam, LPARAM lParam);
   void onPaint();
   void onSize(int width, int height);
   void onSetFocus();

@@ -19,7 +19,7 @@ struct ViewFonts {
 /// `dc` is the device's. `height` is that of the characters in its pixels.
 ViewFonts makeViewFonts(HDC dc, const std::string& face, int height);
 
-/// Of a font of so many points.
+/// The height of a font of this many points, in pixels of a device.
 int fontHeight(HDC dc, int points);
 
 }  // namespace merivane

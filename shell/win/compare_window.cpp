@@ -63,7 +63,7 @@ TopLevelWindow::StatusTexts CompareWindow::statusTexts() const {
 void CompareWindow::onViewChanges(const ViewChanges& changes) {
   const bool all = changes.everything;
   if (all || changes.history) panes_.summary.setBlank(!session_.showsComparison());
-  if (all) panes_.summary.refresh();
+  if (all) panes_.summary.redraw();
   if (all || changes.edges || changes.scrolled || changes.scrollRanges) panes_.followSplit();
   if (all || changes.edges) layOutNames();
   if (all || changes.caret) panes_.summary.moveCaretMarker();

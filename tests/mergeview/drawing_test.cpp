@@ -242,6 +242,10 @@ TEST(SummaryMap, BandsHaveEdges) {
                                           {face, face},       {changed, changed}, {changed, 0xA6CAF0},
                                           {changed, changed}, {left, 0xC0DCC0},   {changed, changed}};
   EXPECT_EQ(summaryLines(pixels, {}, face), lines);
+  // Blue is halved after it was added, green and red before: 193 and 49, 221 and 49.
+  RowColours odd;
+  odd.left = 0xC1DDC1;
+  EXPECT_EQ(summaryLines({&one, 1}, odd, 0xC4C4C4)[0].edge, 0x798678u);
 }
 
 }  // namespace

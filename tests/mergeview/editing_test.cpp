@@ -30,7 +30,7 @@ TEST(Editing, KeysChangeTheTextAtTheCaret) {
   expectWalk("a/b/ # a/b/", "down backspace (~~a|b/ # a/b/~) undo (a/|b/) up end delete (~~a|b/ # a/b/~)");
   expectWalk("abcd/ # abcd/", "right S-right S-right backspace (a|d/ # abcd/)");
   expectWalk("ab # ab", "end delete (ab| # ab) home S-right delete (|b # ab)");
-  // Beside a filler they only move the caret, unless that stands behind an unended last line.
+  // Beside a filler they only move the caret, unless that stands after an unended last line.
   expectWalk("a/b/ # a/new/b/", "down down backspace (a/|~b/ # a/new/b/) delete (a/~|b/ # a/new/b/)");
   expectWalk("a/b/ # a/new/b/", "down down end backspace (a/~~|/ # a/new/b/~)");
   expectWalk("a/b # a/long line/", "C-end delete (a/b|~ # a/~long line/) backspace (a/|~ # a/long line/)");
@@ -62,7 +62,7 @@ TEST(Editing, RowsAndBlocksAreCopiedAndDeleted) {
       "undo switch-pane S-right copy-line-left (a/~y/b/ # a/x/^y|/b/) undo copy-block-left (a/x/^y|/b/)");
   expectWalk("a/x/y/b/ # a/b/",
              "down end copy-line-right (a/x|/y/b/ # a/x/~b/) undo copy-block-right (a/x|/y/b/ # a/x/y/b/)");
-  // Changed lines: a caret behind the shorter line comes back.
+  // Changed lines: a caret after the shorter line comes back.
   expectWalk("abcdefgh/ # abcdef/",
              "end copy-line-left (abcdef|/ # abcdef/) undo home copy-line-left (|abcdef/)");
   expectWalk("abcde/x/ # abcdef/x/",

@@ -11,7 +11,7 @@
 namespace merivane {
 namespace {
 
-TEST(Find, GoesOnBehindTheSelectionAndOnceAround) {
+TEST(Find, GoesOnAfterTheSelectionAndOnceAround) {
   expectWalk(
       "ab ab/ab # ab ab/x/ab",
       "find-next (^ab| ab/~ab) find-next (ab ^ab|/~ab) find-next (ab ab/~^ab|) find-next (^ab| ab/~ab) "

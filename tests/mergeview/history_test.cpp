@@ -26,7 +26,7 @@ TEST(UndoHistory, TellsWhatIsModified) {
   EXPECT_EQ(after("undo redo"), "LR") << "forgetting saves nothing";
 }
 
-TEST(UndoHistory, KeepsTheLast250AndNothingUndoneBehindANewRecord) {
+TEST(UndoHistory, KeepsTheLast250AndNothingUndoneAfterANewRecord) {
   EditRun run("\n", "\n");
   for (int i = 0; i < 251; ++i) run.press("x");
   int steps = 0;

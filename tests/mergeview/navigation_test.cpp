@@ -20,7 +20,7 @@ TEST(Navigation, KeysMoveTheCaretAndExtendTheSelection) {
              "S-home (ab/~cd/|xyz^) pageup (|ab/~cd/xyz) "
              "select-all (^ab/~cd/xyz|) switch-pane (ab/longer/cd/xyz|) C-home down end (ab/longer|/cd/xyz) "
              "switch-pane (ab/|~cd/xyz) switch-pane (ab/longer|/cd/xyz)");
-  // Nothing leads behind the last line end.
+  // Nothing leads after the last line end.
   expectWalk("ab/ # ab/", "end right (ab|/) C-end (ab|/) select-all (^ab|/)");
   // Words and the signs between them.
   expectWalk("foo  b\xE4r[x]/y # foo  b\xE4r[x]/y",
@@ -78,6 +78,23 @@ TEST(Navigation, AnotherComparisonKeepsThePlaceOrGoesToTheFirstDifference) {
   expectWalk(run, "(50,0 top 42) switch-pane (50,0 top 42)");
   run.load(text, text, AfterComparison::firstDifference);
   expectWalk(run, "(0,0)");
+}
+
+TEST(Navigation, TheLongestLineOfTheShownTextsCanBeScrolledTo) {
+  const std::string longLine = std::string(100, 'a') + '\n';
+  EditRun run(longLine, "a\n");
+  ViewState& view = run.view();
+  ViewOptions options = view.options();
+  options.syncScroll = false;
+  view.setOptions(options);
+  const auto ranges = [&view] { return std::pair(view.maxHScroll(0), view.maxHScroll(1)); };
+  EXPECT_EQ(ranges(), std::pair(62u, 0u));
+  run.press("switch-sides");
+  EXPECT_EQ(ranges(), std::pair(0u, 62u));
+  run.load("a\n", longLine + longLine, AfterComparison::keepPlace);
+  EXPECT_EQ(ranges(), std::pair(0u, 62u));
+  run.load("a\n", "a\n", AfterComparison::keepPlace);
+  EXPECT_EQ(ranges(), std::pair(0u, 0u)) << "what was longer has gone";
 }
 
 TEST(Navigation, TheCaretKeepsItsTextWhenWidthsChange) {
