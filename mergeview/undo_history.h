@@ -56,6 +56,7 @@ class UndoHistory {
   void stepForward();
 
   bool isModified(int side) const { return savedStateId_[side] != currentStateId_[side]; }
+  bool isModified() const { return isModified(0) || isModified(1); }
 
   /// A side is now as it is in its file.
   void markSaved(int side) { savedStateId_[side] = currentStateId_[side]; }
