@@ -7,8 +7,6 @@
 namespace merivane {
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;
-
 constexpr bool isHigh(char32_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
 constexpr bool isLow(char32_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
 
@@ -25,33 +23,30 @@ void append(std::string& bytes, char32_t code) {
   }
 }
 
-/// Takes the next character off the front, or one byte that belongs to none.
+/// How many bytes a character has that starts with this one; 1 as well for a byte that starts none.
+constexpr size_t lengthFrom(uint8_t first) {
+  if (first < 0xC0 || first >= 0xF8) return 1;
+  return first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+}
+
+constexpr bool isTail(char byte) { return (static_cast<uint8_t>(byte) & 0xC0) == 0x80; }
+
+constexpr char32_t kNone = 0xFFFFFFFF;
+
+/// Takes the next character off the front, or one byte that belongs to none and kNone.
 char32_t takeCharacter(std::string_view& bytes) {
-  const auto at = [&bytes](size_t i) { return static_cast<uint8_t>(bytes[i]); };
-  const char32_t first = at(0);
-  size_t length = 1;
-  char32_t least = 0;
-  char32_t code = first;
-  if (first >= 0xC0 && first < 0xE0) {
-    length = 2, least = 0x80, code = first & 0x1F;
-  } else if (first >= 0xE0 && first < 0xF0) {
-    length = 3, least = 0x800, code = first & 0x0F;
-  } else if (first >= 0xF0 && first < 0xF8) {
-    length = 4, least = 0x10000, code = first & 0x07;
-  } else if (first >= 0x80) {
-    code = kReplacement;
-  }
-  bool wellFormed = length <= bytes.size();
+  constexpr char32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+  const auto first = static_cast<uint8_t>(bytes[0]);
+  const size_t length = lengthFrom(first);
+  char32_t code = length == 1 ? first : first & (0x7F >> length);
+  bool wellFormed = length <= bytes.size() && (length > 1 || first < 0x80);
   for (size_t i = 1; wellFormed && i < length; ++i) {
-    wellFormed = (at(i) & 0xC0) == 0x80;
-    code = code << 6 | (at(i) & 0x3F);
+    wellFormed = isTail(bytes[i]);
+    code = code << 6 | (static_cast<uint8_t>(bytes[i]) & 0x3F);
   }
-  if (!wellFormed || code < least || code > 0x10FFFF) {
-    length = 1;
-    code = kReplacement;
-  }
-  bytes.remove_prefix(length);
-  return code;
+  wellFormed = wellFormed && code >= smallest[length] && code <= 0x10FFFF;
+  bytes.remove_prefix(wellFormed ? length : 1);
+  return wellFormed ? code : kNone;
 }
 
 }  // namespace
@@ -75,12 +70,15 @@ std::string utf8FromUtf16(std::basic_string_view<Unit> units) {
 }
 
 template <typename Unit>
-std::basic_string<Unit> utf16FromUtf8(std::string_view bytes) {
+std::basic_string<Unit> utf16FromUtf8(std::string_view bytes, const Unit* otherwise) {
   std::basic_string<Unit> units;
   units.reserve(bytes.size());
   while (!bytes.empty()) {
+    const auto first = static_cast<uint8_t>(bytes[0]);
     const char32_t code = takeCharacter(bytes);
-    if (code < 0x10000) {
+    if (code == kNone) {
+      units += otherwise == nullptr ? static_cast<Unit>(0xFFFD) : otherwise[first];
+    } else if (code < 0x10000) {
       units += static_cast<Unit>(code);
     } else {
       units += static_cast<Unit>(0xD800 + ((code - 0x10000) >> 10));
@@ -90,11 +88,19 @@ std::basic_string<Unit> utf16FromUtf8(std::string_view bytes) {
   return units;
 }
 
+size_t unfinishedCharacter(std::string_view bytes) {
+  for (size_t length = 1; length <= 3 && length <= bytes.size(); ++length) {
+    const char byte = bytes[bytes.size() - length];
+    if (!isTail(byte)) return lengthFrom(static_cast<uint8_t>(byte)) > length ? length : 0;
+  }
+  return 0;
+}
+
 template std::string utf8FromUtf16(std::u16string_view);
-template std::u16string utf16FromUtf8(std::string_view);
+template std::u16string utf16FromUtf8(std::string_view, const char16_t*);
 #if WCHAR_MAX <= 0xFFFF
 template std::string utf8FromUtf16(std::wstring_view);
-template std::wstring utf16FromUtf8(std::string_view);
+template std::wstring utf16FromUtf8(std::string_view, const wchar_t*);
 #endif
 
 }  // namespace merivane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -12,8 +13,12 @@ namespace merivane {
 template <typename Unit>
 std::string utf8FromUtf16(std::basic_string_view<Unit> units);
 
-/// The way back. Each byte that belongs to no character becomes U+FFFD.
+/// The way back. Each byte that belongs to no character becomes U+FFFD, or the byte's own unit of the 256 in
+/// `otherwise`.
 template <typename Unit>
-std::basic_string<Unit> utf16FromUtf8(std::string_view bytes);
+std::basic_string<Unit> utf16FromUtf8(std::string_view bytes, const Unit* otherwise = nullptr);
+
+/// How many bytes at the end are the start of a character whose rest is still to come.
+size_t unfinishedCharacter(std::string_view bytes);
 
 }  // namespace merivane

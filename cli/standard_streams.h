@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
 
 #include "base/file_system.h"
 #include "base/result.h"
@@ -8,7 +9,11 @@
 
 namespace merivane {
 
-/// The process's standard streams, byte for byte on every platform. There is one of these a process.
+/// Writes to standard error as far as that takes it.
+void writeStandardError(std::string_view bytes);
+
+/// The process's standard streams, byte for byte on every platform, save that a Windows console gets UTF-8 as
+/// characters. There is one of these a process.
 class StandardStreams {
  public:
   /// From here on a reader that went away is an error of writing, not the end of the process, and a closed

@@ -1,4 +1,3 @@
-#include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <exception>
@@ -17,7 +16,7 @@ namespace {
 
 class ErrorSink final : public merivane::ByteSink {
  public:
-  void write(std::string_view bytes) override { std::fwrite(bytes.data(), 1, bytes.size(), stderr); }
+  void write(std::string_view bytes) override { merivane::writeStandardError(bytes); }
 };
 
 /// The time now, in one form on every computer.

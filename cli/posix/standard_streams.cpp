@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <clocale>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <string_view>
 
@@ -59,6 +60,8 @@ bool terminalShowsColours() {
 }
 
 }  // namespace
+
+void writeStandardError(std::string_view bytes) { std::fwrite(bytes.data(), 1, bytes.size(), stderr); }
 
 StandardStreams::StandardStreams()
     : input_(std::make_unique<StandardInput>()), output_(std::make_unique<StandardOutput>()) {

@@ -2,12 +2,8 @@
 
 #include <windows.h>
 
-#include <shellapi.h>
-
-#include <new>
-
 #include "base/unfinished_files.h"
-#include "base/win/wide.h"
+#include "base/win/command_line.h"
 
 namespace merivane {
 namespace {
@@ -25,14 +21,6 @@ void keepFreedMemory() {}
 
 void removeUnfinishedFilesOnSignals() { SetConsoleCtrlHandler(onConsoleEvent, TRUE); }
 
-std::vector<std::string> commandLineArguments(int, char**) {
-  int count = 0;
-  wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
-  if (words == nullptr) throw std::bad_alloc();
-  std::vector<std::string> arguments;
-  for (int i = 1; i < count; ++i) arguments.push_back(utf8(words[i]));
-  LocalFree(words);
-  return arguments;
-}
+std::vector<std::string> commandLineArguments(int, char**) { return commandLineArguments(); }
 
 }  // namespace merivane

@@ -3,6 +3,10 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <memory>
+#include <new>
+
+#include "cli/win/console.h"
 
 #ifndef ENABLE_VIRTUAL_TERMINAL_PROCESSING
 #define ENABLE_VIRTUAL_TERMINAL_PROCESSING 0x0004
@@ -65,9 +69,12 @@ class StandardInput final : public InputFile {
 class StandardOutput final : public OutputFile {
  public:
   SystemError write(std::string_view bytes) override {
+    if (console_ == nullptr && ConsoleWriter::isConsole(outputHandle())) {
+      console_ = std::make_unique<ConsoleWriter>(outputHandle());
+    }
+    if (console_ != nullptr) return console_->write(bytes);
     while (!bytes.empty()) {
-      // Consoles of older systems refuse more at once.
-      const DWORD wanted = static_cast<DWORD>(std::min<size_t>(bytes.size(), 32768));
+      const DWORD wanted = static_cast<DWORD>(std::min<size_t>(bytes.size(), 1u << 24));
       DWORD written = 0;
       if (!WriteFile(outputHandle(), bytes.data(), wanted, &written, nullptr)) {
         const DWORD error = GetLastError();
@@ -79,10 +86,27 @@ class StandardOutput final : public OutputFile {
     return 0;
   }
 
-  SystemError commit() override { return 0; }
+  SystemError commit() override { return console_ != nullptr ? console_->finish() : 0; }
+
+ private:
+  std::unique_ptr<ConsoleWriter> console_;  // where the output goes to one
 };
 
 }  // namespace
+
+void writeStandardError(std::string_view bytes) {
+  const HANDLE handle = GetStdHandle(STD_ERROR_HANDLE);
+  if (ConsoleWriter::isConsole(handle)) {
+    try {
+      ConsoleWriter console(handle);
+      if (console.write(bytes) == 0 && console.finish() == 0) return;
+    } catch (const std::bad_alloc&) {
+      // What tells of it is plain ASCII, the same in every code page.
+    }
+  }
+  DWORD written = 0;
+  WriteFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+}
 
 StandardStreams::StandardStreams()
     : input_(std::make_unique<StandardInput>()), output_(std::make_unique<StandardOutput>()) {
@@ -94,8 +118,9 @@ TerminalFacts StandardStreams::terminal() {
   DWORD mode = 0;
   terminal.isTerminal = GetConsoleMode(outputHandle(), &mode) != 0;
   const UINT codePage = terminal.isTerminal ? GetConsoleOutputCP() : GetACP();
-  terminal.bytes.utf8 = codePage == CP_UTF8;
-  if (!terminal.bytes.utf8) terminal.bytes.controls = controlBytes(codePage);
+  // Whatever its code page, a console is written characters.
+  terminal.bytes.utf8 = terminal.isTerminal || codePage == CP_UTF8;
+  if (codePage != CP_UTF8) terminal.bytes.controls = controlBytes(codePage);
   if (!terminal.isTerminal) return terminal;
   terminal.showsColours = (mode & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
   if (!terminal.showsColours && SetConsoleMode(outputHandle(), mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING)) {

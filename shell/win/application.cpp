@@ -19,14 +19,14 @@ std::string currentFolder() {
 
 }  // namespace
 
-bool Application::InitApplication(const std::string& commandLine) {
+bool Application::InitApplication(const std::vector<std::string>& arguments) {
   LoadSettings(store_, systemFacts(), settings);
   printer.takeDefault(settings.printPortrait);
   // What needs it, shortcuts and drags, fails by itself without; comparing does not.
   oleStarted_ = SUCCEEDED(OleInitialize(nullptr));
   startFolder = currentFolder();
 
-  const StartAction action = readArguments(splitArguments(commandLine), systemFiles(), absolutePath);
+  const StartAction action = readArguments(arguments, systemFiles());
   switch (action.kind) {
     case StartAction::Kind::message:
       showMessage(nullptr, action.message, MB_OK | MB_ICONINFORMATION);

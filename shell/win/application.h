@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <string>
+#include <vector>
 
 #include "shell/settings.h"
 #include "shell/text_session.h"
@@ -20,7 +21,7 @@ class Application {
 
   /// Loads the settings and opens what the command line asks for. False: there is nothing to run for, but
   /// the exit steps are due all the same.
-  bool InitApplication(const std::string& commandLine);
+  bool InitApplication(const std::vector<std::string>& arguments);
 
   /// Serves messages until WM_QUIT.
   void run();

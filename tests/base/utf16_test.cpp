@@ -49,5 +49,22 @@ TEST(Utf16, EveryByteThatBelongsToNoCharacterIsReplaced) {
   for (const auto& [bytes, units] : cases) EXPECT_EQ(back(bytes), units);
 }
 
+TEST(Utf16, ATextInPiecesKeepsItsCharactersAndOtherBytesAreACodePages) {
+  char16_t codePage[256] = {};
+  for (char16_t i = 0; i < 256; ++i) codePage[i] = static_cast<char16_t>(0x400 + i);
+  EXPECT_EQ(utf16FromUtf8<char16_t>("a\xE9z\xC3\xA9", codePage), u"a\u04E9z\u00E9");
+  const std::pair<const char*, size_t> cases[] = {{"", 0},
+                                                  {"a", 0},
+                                                  {"\xC3", 1},
+                                                  {"a\xC3\xA9", 0},
+                                                  {"\xE4\xB8", 2},
+                                                  {"a\xE4\xB8\xAD", 0},
+                                                  {"\xF0\x9F\x98", 3},
+                                                  {"\xF0\x9F\x98\x80", 0},
+                                                  {"\x80\x80\x80\x80", 0},
+                                                  {"\xFF", 0}};
+  for (const auto& [bytes, waiting] : cases) EXPECT_EQ(unfinishedCharacter(bytes), waiting) << bytes;
+}
+
 }  // namespace
 }  // namespace merivane

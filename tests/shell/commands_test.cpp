@@ -19,26 +19,12 @@
 namespace merivane {
 namespace {
 
-TEST(CommandLine, ArgumentsArePartedAsTheSystemPartsThem) {
-  const std::pair<const char*, std::vector<std::string>> cases[] = {
-      {" \t ", {}},
-      {"a b\tc", {"a", "b", "c"}},
-      {R"("C:\a b\c.txt"  "d")", {R"(C:\a b\c.txt)", "d"}},
-      {R"(C:\dir\ "C:\dir\\" x)", {R"(C:\dir\)", R"(C:\dir\)", "x"}},
-      {R"("a\"b" c\"d)", {R"(a"b)", R"(c"d)"}},
-      {R"("a\\\"b" \\\\server)", {R"(a\"b)", R"(\\\\server)"}},
-      {R"(a" b"c "d""e f")", {"a bc", R"(d"e f)"}},
-      {R"("" x "")", {"", "x", ""}},
-      {R"("open end\)", {R"(open end\)"}},
-  };
-  for (const auto& [line, arguments] : cases) EXPECT_EQ(splitArguments(line), arguments) << line;
-}
-
 TEST(CommandLine, WhatIsAskedForIsDoneOrSaid) {
   MemoryFiles files;
   files.files = {{"a", {}}, {"b", {}}, {"-c", {}}};
+  files.folder = "C:\\";
   files.files["d"].kind = files.files["e"].kind = FileKind::folder;
-  files.files["con"].kind = FileKind::other;
+  files.files["con"].kind = files.files["nul"].kind = FileKind::other;
   const std::string help = text(TextId::commandLineHelp), notFound = "Could not find the file or folder:\n";
   const std::pair<std::vector<std::string>, std::string> cases[] = {
       {{}, "0: , "},
@@ -51,12 +37,12 @@ TEST(CommandLine, WhatIsAskedForIsDoneOrSaid) {
       {{"a", "missing\\%1"}, notFound + "missing\\%1"},
       {{"", "a"}, notFound},
       {{"con"}, notFound + "con"},
+      {{"nul", "a"}, "2: C:\\nul, C:\\a"},
       {{"a", "d"}, "A file cannot be compared with a folder:\na\nd\n\n" + help},
       {{"d", "e"}, text(TextId::foldersNotYet) + ("\n\n" + help)},
   };
   for (const auto& [arguments, answer] : cases) {
-    const auto [kind, paths, message] =
-        readArguments(arguments, files, [](const auto& path) { return "C:\\" + path; });
+    const auto [kind, paths, message] = readArguments(arguments, files);
     const std::string opens = std::to_string(static_cast<int>(kind)) + ": " + paths[0] + ", " + paths[1];
     EXPECT_EQ(kind == StartAction::Kind::message ? message : opens, answer);
   }

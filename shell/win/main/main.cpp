@@ -6,6 +6,7 @@
 
 #include <exception>
 
+#include "base/win/command_line.h"
 #include "base/win/messages.h"
 #include "shell/win/application.h"
 
@@ -23,12 +24,12 @@ void guarded(Step step) {
 
 }  // namespace
 
-int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR commandLine, int showCommand) {
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int showCommand) {
   INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&controls);
   merivane::Application application(showCommand);
   guarded([&] {
-    if (application.InitApplication(commandLine)) application.run();
+    if (application.InitApplication(merivane::commandLineArguments())) application.run();
   });
   guarded([&] { application.end(); });
   return 0;
