@@ -33,6 +33,13 @@ class NormalisedLine {
   std::vector<uint32_t> sources_;  // the index in the line of each character of kept_
 };
 
+/// A changed pair of lines that an earlier comparison by the same options found: where the two lines, whose
+/// bytes are those of then, begin now. In a list, ascending on both sides.
+struct KnownChange {
+  uint32_t start[2] = {0, 0};
+  const RowMarks* marks = nullptr;
+};
+
 /// Decides whether a left and a right line are one changed line, and which of their characters differ. They
 /// are if the runs of at least two matched characters make up half of both lines.
 ///

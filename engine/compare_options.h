@@ -19,6 +19,8 @@ struct CompareOptions {
   bool compareChanges = true;  // whether unequal lines may pair up as changed
 
   bool comparesBytes() const { return !ignoreCase && ignoreBlanks == 0; }
+
+  bool operator==(const CompareOptions&) const = default;
 };
 
 /// Returns whether a character is one of the six blanks; bytes from 0x80 on never are.

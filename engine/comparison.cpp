@@ -14,7 +14,7 @@
 namespace merivane {
 
 Result compareTexts(std::string_view left, std::string_view right, const CompareOptions& options,
-                    const AbortFlag* abort, DiffModel& model) {
+                    const AbortFlag* abort, DiffModel& model, std::span<const KnownChange> known) {
   try {
     const std::string_view texts[2] = {left, right};
     std::vector<uint32_t> starts[2];
@@ -30,7 +30,7 @@ Result compareTexts(std::string_view left, std::string_view right, const Compare
       script.space = WorkSpace();
     }
     DiffModel compared;
-    if (!buildRows(texts, starts, script, options, abort, compared)) return Result::cancelled;
+    if (!buildRows(texts, starts, script, options, known, abort, compared)) return Result::cancelled;
     model = std::move(compared);
     return Result::success;
   } catch (const std::bad_alloc&) {

@@ -88,7 +88,7 @@ void DiffModel::shiftPositions(int side, uint32_t row, int64_t delta) {
   if (row < rowCount()) rows_.shiftPositions(side, row, static_cast<uint32_t>(delta));
 }
 
-void DiffModel::replaceRows(RowRange range, DiffModel&& replacement) {
+DiffModel DiffModel::replaceRows(RowRange range, DiffModel&& replacement) {
   const RowRange fresh{range.begin, range.begin + replacement.rowCount()};
   uint32_t lines[2] = {linesBefore(0, range.begin), linesBefore(1, range.begin)};
   const uint32_t oldLines[2] = {linesBefore(0, range.end), linesBefore(1, range.end)};
@@ -96,13 +96,15 @@ void DiffModel::replaceRows(RowRange range, DiffModel&& replacement) {
   const uint32_t oldBlocks = blockStarts({range.begin, std::min(range.end + 1, rowCount())});
   const uint32_t oldRows = differing(range);
 
-  rows_.replace(range, std::move(replacement.rows_));
+  DiffModel replaced;
+  replaced.rows_ = rows_.replace(range, std::move(replacement.rows_));
   replacement.clear();
 
   numberLines(fresh, lines);
   for (const int side : {0, 1}) rows_.shiftLines(side, fresh.end, lines[side] - oldLines[side]);
   differenceBlocks_ += blockStarts({fresh.begin, std::min(fresh.end + 1, rowCount())}) - oldBlocks;
   differingRows_ += differing(fresh) - oldRows;
+  return replaced;
 }
 
 /// Returns how many lines of a side come before a row; `row` may be the row count.

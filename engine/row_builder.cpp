@@ -9,8 +9,14 @@ namespace {
 class RowBuilder {
  public:
   RowBuilder(const std::string_view (&texts)[2], const std::vector<uint32_t> (&starts)[2],
-             const CompareOptions& options, const AbortFlag* abort, DiffModel& model)
-      : texts_{texts[0], texts[1]}, starts_(starts), test_(options, abort), abort_(abort), model_(model) {}
+             const CompareOptions& options, std::span<const KnownChange> known, const AbortFlag* abort,
+             DiffModel& model)
+      : texts_{texts[0], texts[1]},
+        starts_(starts),
+        test_(options, abort),
+        known_(known),
+        abort_(abort),
+        model_(model) {}
 
   bool build(const EditScript& script) {
     const uint8_t* const changed[2] = {script.changed[0].data(), script.changed[1].data()};
@@ -58,11 +64,25 @@ class RowBuilder {
     return forEach(y0, y1, abort_, [&](uint32_t y) { add(RowStatus::rightOnly, x, y); });
   }
 
+  /// Whether two lines are a changed pair; as they were the last time if that is known.
+  bool isChanged(uint32_t x, uint32_t y, RowMarks& marks) {
+    const std::string_view left = line(0, x), right = line(1, y);
+    const auto at = std::lower_bound(
+        known_.begin(), known_.end(), starts_[0][x],
+        [](const KnownChange& each, uint32_t start) { return each.start[0] < start; });
+    if (at != known_.end() && at->start[0] == starts_[0][x] && at->start[1] == starts_[1][y] &&
+        at->marks->side(0).size() == left.size() && at->marks->side(1).size() == right.size()) {
+      marks = at->marks->copy();
+      if (!marks.none()) return true;
+    }
+    return test_.compare(left, right, marks);
+  }
+
   bool addHunk(uint32_t x0, uint32_t x1, uint32_t y0, uint32_t y1) {
     if (x1 - x0 == y1 - y0) {
       // The lines pair up from the top for as long as they are alike.
       RowMarks marks;
-      while (x0 < x1 && test_.compare(line(0, x0), line(1, y0), marks)) {
+      while (x0 < x1 && isChanged(x0, y0, marks)) {
         if (isRaised(abort_)) return false;
         add(RowStatus::changed, x0++, y0++, std::move(marks));
       }
@@ -76,6 +96,7 @@ class RowBuilder {
   const std::string_view texts_[2];
   const std::vector<uint32_t> (&starts_)[2];
   ChangedLineTest test_;
+  const std::span<const KnownChange> known_;
   const AbortFlag* const abort_;
   DiffModel& model_;
 };
@@ -83,9 +104,9 @@ class RowBuilder {
 }  // namespace
 
 bool buildRows(const std::string_view (&texts)[2], const std::vector<uint32_t> (&starts)[2],
-               const EditScript& script, const CompareOptions& options, const AbortFlag* abort,
-               DiffModel& model) {
-  return RowBuilder(texts, starts, options, abort, model).build(script);
+               const EditScript& script, const CompareOptions& options, std::span<const KnownChange> known,
+               const AbortFlag* abort, DiffModel& model) {
+  return RowBuilder(texts, starts, options, known, abort, model).build(script);
 }
 
 }  // namespace merivane

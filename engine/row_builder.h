@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -19,7 +20,7 @@ namespace merivane {
 /// model without any row gets one empty row, so that there is always one to stand on. Throws std::bad_alloc.
 /// Returns false when the abort flag was raised; the rows so far are then undefined.
 bool buildRows(const std::string_view (&texts)[2], const std::vector<uint32_t> (&starts)[2],
-               const EditScript& script, const CompareOptions& options, const AbortFlag* abort,
-               DiffModel& model);
+               const EditScript& script, const CompareOptions& options, std::span<const KnownChange> known,
+               const AbortFlag* abort, DiffModel& model);
 
 }  // namespace merivane

@@ -16,6 +16,15 @@ RowMarks RowMarks::allocate(uint32_t leftLength, uint32_t rightLength) {
   return marks;
 }
 
+RowMarks RowMarks::copy() const {
+  if (none()) return {};
+  RowMarks same = allocate(block_.get()[0], block_.get()[1]);
+  if (!same.none()) {
+    for (const int each : {0, 1}) std::copy(side(each).begin(), side(each).end(), same.side(each).begin());
+  }
+  return same;
+}
+
 std::span<uint8_t> RowMarks::side(int side) {
   if (none()) return {};
   auto* bytes = reinterpret_cast<uint8_t*>(block_.get() + 2);
@@ -53,19 +62,21 @@ void RowStore::shiftLines(int side, uint32_t row, uint32_t delta) {
   afterGap_.lines[side] += delta;
 }
 
-void RowStore::replace(RowRange range, RowStore&& replacement) {
+RowStore RowStore::replace(RowRange range, RowStore&& replacement) {
+  RowStore replaced;
+  replaced.rows_.reserve(range.size());
   const uint32_t count = replacement.size();
   const uint32_t room = gapSize_ + range.size();
   if (count > room) growGap(gapSize_ + count - room);
   moveGap(range.end);
-  while (gapStart_ > range.begin) {
-    rows_[--gapStart_] = {};
-    ++gapSize_;
-  }
+  for (uint32_t row = range.begin; row < range.end; ++row) replaced.append(std::move(rows_[row]));
+  gapStart_ = range.begin;
+  gapSize_ += range.size();
   replacement.moveGap(count);
   for (uint32_t row = 0; row < count; ++row) rows_[gapStart_++] = std::move(replacement.rows_[row]);
   gapSize_ -= count;
   replacement = {};
+  return replaced;
 }
 
 void RowStore::moveGap(uint32_t row) {

@@ -28,6 +28,10 @@ class RowMarks {
   static RowMarks allocate(uint32_t leftLength, uint32_t rightLength);
 
   bool none() const { return block_ == nullptr; }
+
+  /// The same marks; none() when memory runs out.
+  RowMarks copy() const;
+
   std::span<uint8_t> side(int side);
   std::span<const uint8_t> side(int side) const;
 
@@ -97,8 +101,8 @@ class RowStore {
   void shiftPositions(int side, uint32_t row, uint32_t delta);
   void shiftLines(int side, uint32_t row, uint32_t delta);
 
-  /// Puts the rows of `replacement` in the place of `range`.
-  void replace(RowRange range, RowStore&& replacement);
+  /// Puts the rows of `replacement` in the place of `range`, and returns those that stood there.
+  RowStore replace(RowRange range, RowStore&& replacement);
 
  private:
   /// What is to be added to what the rows after the gap hold.

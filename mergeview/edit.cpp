@@ -7,20 +7,22 @@
 namespace merivane {
 namespace {
 
-/// Replaces bytes of a record's side and shows what the comparison says looks different. Every action puts
-/// some bytes in the place of others, so that all are done, undone and redone alike.
-bool replace(ViewState& view, const UndoRecord& record, const ByteArray& old, const ByteArray& fresh,
+void placeCaret(ViewState& view, const UndoRecord& record, const CaretPlace& caret) {
+  view.placeCaret(record.activeSide, caret);
+  view.rowsChanged(record.rows);
+  view.showCaret();
+}
+
+/// Makes the replacement of a record, which takes note of the rows that it cost.
+bool replace(ViewState& view, UndoRecord& record, const ByteArray& old, const ByteArray& fresh,
              RowRange from, const CaretPlace& caret) {
   const int side = record.side;
-  const auto changed =
-      changeText(view.pair(), {side, record.start, old.size(), fresh.view(), from}, view.compareOptions());
-  if (!changed) {
-    view.host().reportOutOfMemory();
-    return false;
-  }
-  view.placeCaret(record.activeSide, caret);
-  view.rowsChanged(changed->compared);
-  view.showCaret();
+  auto changed = changeText(view.pair(), {side, record.start, old.size(), fresh.view(), from},
+                            view.compareOptions());
+  if (!changed) return false;
+  record.rows = changed->compared;
+  record.replaced = std::move(changed->replaced);
+  placeCaret(view, record, caret);
   ViewChanges& changes = view.changes();
   if (changed->extent == ChangeExtent::rows) {
     changes.everything = true;
@@ -31,12 +33,28 @@ bool replace(ViewState& view, const UndoRecord& record, const ByteArray& old, co
   return true;
 }
 
+/// Makes the replacement of a record the other way round, with the rows as they were. Where they are not
+/// known any more they are found by comparing.
+bool goBack(ViewState& view, UndoRecord& record, const ByteArray& old, const ByteArray& fresh,
+            const CaretPlace& caret) {
+  if (record.replaced.rowCount() == 0) return replace(view, record, old, fresh, {}, caret);
+  const TextChange change = {record.side, record.start, old.size(), fresh.view(), {}};
+  if (!changeText(view.pair(), change, record.rows, record.replaced)) return false;
+  placeCaret(view, record, caret);
+  return true;
+}
+
 /// Changes the history and notes that.
 void step(ViewState& view, UndoHistory& history, int side, auto&& change) {
   const bool wasModified = history.isModified(side);
   change();
   view.changes().history = true;
   view.changes().modified |= history.isModified(side) != wasModified;
+}
+
+bool reportFailure(ViewState& view) {
+  view.host().reportOutOfMemory();
+  return false;
 }
 
 }  // namespace
@@ -49,19 +67,18 @@ bool performEdit(ViewState& view, UndoHistory& history, Edit&& edit) {
   record.inserted = std::move(edit.inserted);
   record.before = {view.caretPos(record.activeSide), view.anchor(), view.caretRow()};
   record.after = {edit.caretAfter, edit.side == record.activeSide ? edit.caretAfter : view.anchor()};
-  if (!view.text(edit.side).extract(edit.start, edit.start + edit.removed, record.removed)) {
-    view.host().reportOutOfMemory();
-    return false;
+  if (!view.text(edit.side).extract(edit.start, edit.start + edit.removed, record.removed) ||
+      !replace(view, record, record.removed, record.inserted, edit.from, record.after)) {
+    return reportFailure(view);
   }
-  if (!replace(view, record, record.removed, record.inserted, edit.from, record.after)) return false;
   step(view, history, edit.side, [&] { history.push(std::move(record)); });
   return true;
 }
 
 bool undo(ViewState& view, UndoHistory& history) {
   if (!history.canUndo()) return false;
-  const UndoRecord& record = history.toUndo();
-  if (!replace(view, record, record.inserted, record.removed, {}, record.before)) return false;
+  UndoRecord& record = history.toUndo();
+  if (!goBack(view, record, record.inserted, record.removed, record.before)) return reportFailure(view);
   step(view, history, record.side, [&] { history.stepBack(); });
   view.changes().everything = true;
   return true;
@@ -69,8 +86,8 @@ bool undo(ViewState& view, UndoHistory& history) {
 
 bool redo(ViewState& view, UndoHistory& history) {
   if (!history.canRedo()) return false;
-  const UndoRecord& record = history.toRedo();
-  if (!replace(view, record, record.removed, record.inserted, {}, record.after)) return false;
+  UndoRecord& record = history.toRedo();
+  if (!goBack(view, record, record.removed, record.inserted, record.after)) return reportFailure(view);
   step(view, history, record.side, [&] { history.stepForward(); });
   view.changes().everything = true;
   return true;

@@ -1,6 +1,7 @@
 #include "mergeview/find.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "engine/compare_options.h"
 #include "mergeview/words.h"
@@ -89,6 +90,15 @@ std::optional<uint32_t> findLast(std::string_view stretch, const FindQuery& quer
     if (matcher.matchesAt(index)) return index;
   }
   return std::nullopt;
+}
+
+std::optional<std::string> selectionToFind(const ViewState& view) {
+  const uint32_t size = view.selectionEnd() - view.selectionBegin();
+  if (size == 0 || size > kMaxFindText) return std::nullopt;
+  const auto [head, tail] = view.text(view.activeSide()).stretch(view.selectionBegin(), view.selectionEnd());
+  std::string selected(head);
+  selected += tail;
+  return selected.find('\n') == std::string::npos ? std::optional(std::move(selected)) : std::nullopt;
 }
 
 bool findNext(ViewState& view, const FindQuery& query) {

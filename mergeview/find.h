@@ -22,6 +22,11 @@ struct FindQuery {
 bool findNext(ViewState& view, const FindQuery& query);
 bool findPrevious(ViewState& view, const FindQuery& query);
 
+/// What a search starts with: the selected text where it lies in one line and is no longer than can be
+/// searched for; else none.
+constexpr uint32_t kMaxFindText = 255;
+std::optional<std::string> selectionToFind(const ViewState& view);
+
 /// The first, or last, match in a stretch of text, as an index.
 std::optional<uint32_t> findFirst(std::string_view stretch, const FindQuery& query);
 std::optional<uint32_t> findLast(std::string_view stretch, const FindQuery& query);

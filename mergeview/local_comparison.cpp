@@ -4,6 +4,7 @@
 #include <cstring>
 #include <new>
 #include <utility>
+#include <vector>
 
 #include "engine/comparison.h"
 
@@ -17,27 +18,41 @@ uint32_t sizeOf(const TextChange& change) { return static_cast<uint32_t>(change.
 
 int64_t growth(const TextChange& change) { return int64_t{sizeOf(change)} - change.removed; }
 
-/// The row of the byte at a position; behind the end that of the last byte, as the fillers after it hold
-/// none.
+/// The row of the byte at a position; at the end, as the fillers there hold no byte, that of the last one.
 uint32_t rowOfByte(const EditedPair& pair, int side, uint64_t position) {
   const uint32_t size = pair.files[side].text.size();
   const uint64_t byte = std::min<uint64_t>(position, size == 0 ? 0 : size - 1);
   return static_cast<uint32_t>(pair.model.rowAtPosition(side, static_cast<uint32_t>(byte)));
 }
 
-/// The rows that a change takes part of its lines from. Text that is inserted may be the other side's next
-/// rows, so that as many bytes after it take part.
+uint32_t linesOf(std::string_view text) {
+  const auto ended = static_cast<uint32_t>(std::count(text.begin(), text.end(), '\n'));
+  return ended + (!text.empty() && text.back() != '\n' ? 1 : 0);
+}
+
+/// The rows that a change takes part of its lines from. More lines than it was made from may be those that
+/// the side lacked so far: as many rows take part from there on, and as many fillers before and after those.
 RowRange rowsOf(const EditedPair& pair, const TextChange& change) {
+  const DiffModel& model = pair.model;
   const TextBuffer& text = pair.files[change.side].text;
+  const bool atLineStart = change.start == 0 || text.charBefore(change.start) == '\n';
   uint32_t first = pair.rowOf(change.side, change.start);
-  if (change.start == 0 || text.charBefore(change.start) == '\n') {
-    first = change.from.empty()
-                ? static_cast<uint32_t>(pair.model.rowAtPositionFromTop(change.side, change.start))
-                : std::min(first, change.from.begin);
+  if (atLineStart) {
+    first = change.from.empty() ? static_cast<uint32_t>(model.rowAtPositionFromTop(change.side, change.start))
+                                : std::min(first, change.from.begin);
   }
-  const uint64_t reach = std::max(change.removed, sizeOf(change));
-  const uint32_t last = rowOfByte(pair, change.side, change.start + reach);
-  return {first, std::max({first + 1, change.from.end, last + 1})};
+  uint32_t end = std::max(first + 1, change.from.end);
+  if (change.removed > 0) {
+    end = std::max(end, rowOfByte(pair, change.side, uint64_t{change.start} + change.removed - 1) + 1);
+  }
+  const uint32_t lines = linesOf(change.inserted);
+  if (lines <= change.from.size()) return {first, end};
+
+  const auto isFiller = [&](uint32_t row) { return fillerSide(model.status(row)) == change.side; };
+  end = static_cast<uint32_t>(std::min<uint64_t>(uint64_t{end} + lines, model.rowCount()));
+  for (uint32_t left = lines; left > 0 && end < model.rowCount() && isFiller(end); --left) ++end;
+  for (uint32_t left = lines; left > 0 && atLineStart && first > 0 && isFiller(first - 1); --left) --first;
+  return {first, end};
 }
 
 /// The text of one side in the window as it will be.
@@ -73,6 +88,25 @@ ChangeExtent classify(const DiffModel& model, RowRange window, const DiffModel& 
   return extent;
 }
 
+/// The changed rows of a window whose bytes stay, where they will lie in the stretches that begin there.
+std::vector<KnownChange> knownChanges(const EditedPair& pair, RowRange window, const uint32_t (&begin)[2],
+                                      const TextChange& change) {
+  const DiffModel& model = pair.model;
+  const uint32_t changeEnd = change.start + change.removed;
+  std::vector<KnownChange> known;
+  for (uint32_t row = window.begin; row < window.end; ++row) {
+    const uint32_t start = model.position(change.side, row);
+    const uint32_t end = model.endPosition(change.side, row, pair.files[change.side].text.size());
+    const bool touched = start < changeEnd && end > change.start;
+    if (model.status(row) != RowStatus::changed || model.marks(row).none() || touched) continue;
+    KnownChange& at = known.emplace_back();
+    at.marks = &model.marks(row);
+    for (const int side : {0, 1}) at.start[side] = model.position(side, row) - begin[side];
+    if (start >= changeEnd) at.start[change.side] += static_cast<uint32_t>(growth(change));
+  }
+  return known;
+}
+
 std::optional<RowsChange> tryToChange(EditedPair& pair, const TextChange& change,
                                       const CompareOptions& options) {
   DiffModel& model = pair.model;
@@ -98,8 +132,10 @@ std::optional<RowsChange> tryToChange(EditedPair& pair, const TextChange& change
   std::string_view stretches[2];
   stretches[change.side] = stretch.view();
   stretches[other] = pair.files[other].text.view(begin[other], end[other]);
+  std::vector<KnownChange> known;
+  if (pair.rowsOfOptions) known = knownChanges(pair, window, begin, change);
   DiffModel fresh;
-  if (compareTexts(stretches[0], stretches[1], options, nullptr, fresh) != Result::success)
+  if (compareTexts(stretches[0], stretches[1], options, nullptr, fresh, known) != Result::success)
     return std::nullopt;
   for (const int side : {0, 1}) fresh.shiftPositions(side, 0, begin[side]);
 
@@ -108,7 +144,7 @@ std::optional<RowsChange> tryToChange(EditedPair& pair, const TextChange& change
   result.touched = {rows.begin, lastChanged + 1};
   result.compared = {window.begin, window.begin + fresh.rowCount()};
   // The last step that can fail, and the first that changes anything.
-  model.replaceRows(window, std::move(fresh));
+  result.replaced = model.replaceRows(window, std::move(fresh));
   model.shiftPositions(change.side, result.compared.end, growth(change));
   text.replace(change.start, change.removed, change.inserted);
   return result;
@@ -136,6 +172,21 @@ std::optional<RowsChange> changeText(EditedPair& pair, const TextChange& change,
   } catch (const std::bad_alloc&) {
     return std::nullopt;
   }
+}
+
+bool changeText(EditedPair& pair, const TextChange& change, RowRange& range, DiffModel& rows) {
+  TextBuffer& text = pair.files[change.side].text;
+  if (!text.reserve(sizeOf(change))) return false;
+  try {
+    const RowRange fresh = {range.begin, range.begin + rows.rowCount()};
+    rows = pair.model.replaceRows(range, std::move(rows));
+    range = fresh;
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
+  pair.model.shiftPositions(change.side, range.end, growth(change));
+  text.replace(change.start, change.removed, change.inserted);
+  return true;
 }
 
 }  // namespace merivane

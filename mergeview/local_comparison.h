@@ -31,7 +31,8 @@ enum class ChangeExtent {
 struct RowsChange {
   ChangeExtent extent = ChangeExtent::text;
   RowRange touched;   // the rows that the change was made in; look at them only where no row moved
-  RowRange compared;  // the rows that were compared anew, as they are now
+  RowRange compared;   // the rows that were compared anew, as they are now
+  DiffModel replaced;  // those that stood in their place
 };
 
 /// The rows that are compared anew around changed ones: 40 each way, and up to 20 more that differ.
@@ -42,5 +43,9 @@ RowRange comparisonWindow(const DiffModel& model, RowRange changed);
 /// has changed, when memory runs out.
 std::optional<RowsChange> changeText(EditedPair& pair, const TextChange& change,
                                      const CompareOptions& options);
+
+/// The same with rows that are known: exchanges `rows` with those in `range`, which becomes their place.
+/// False, and nothing has changed, when memory runs out.
+bool changeText(EditedPair& pair, const TextChange& change, RowRange& range, DiffModel& rows);
 
 }  // namespace merivane

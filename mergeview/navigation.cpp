@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <span>
 
 #include "mergeview/words.h"
 
@@ -92,9 +93,46 @@ std::optional<RowRange> own(const DiffModel& model, uint32_t row) {
   return model.blockAround(row);
 }
 
+bool isMarked(std::span<const uint8_t> marks, size_t at) { return (marks[at] & kDiffersMark) != 0; }
+
+bool startsRun(std::span<const uint8_t> marks, size_t at) {
+  return isMarked(marks, at) && (at == 0 || !isMarked(marks, at - 1));
+}
+
+/// Where the first run of marks from an index on begins, or the last one before it.
+std::optional<uint32_t> runFrom(std::span<const uint8_t> marks, size_t at) {
+  while (at < marks.size() && !startsRun(marks, at)) ++at;
+  return at < marks.size() ? std::optional(static_cast<uint32_t>(at)) : std::nullopt;
+}
+std::optional<uint32_t> runBefore(std::span<const uint8_t> marks, size_t at) {
+  at = std::min(at, marks.size());
+  while (at > 0 && !startsRun(marks, at - 1)) --at;
+  return at > 0 ? std::optional(static_cast<uint32_t>(at - 1)) : std::nullopt;
+}
+
+/// Brings the first mark of a row into view on both sides, on the active one where they scroll together.
+void showFirstMark(ViewState& view, uint32_t row) {
+  const int active = view.activeSide();
+  for (const int side : {1 - active, active}) {
+    if (const auto run = runFrom(view.model().marks(row).side(side), 0)) {
+      view.showPosition(side, row, view.rowStart(side, row) + *run);
+    }
+  }
+}
+
 bool goTo(ViewState& view, const std::optional<RowRange>& difference) {
-  if (difference) view.goToBlock(*difference);
-  return difference.has_value();
+  if (!difference) return false;
+  view.goToBlock(*difference);
+  showFirstMark(view, difference->begin);
+  return true;
+}
+
+bool goToMark(ViewState& view, uint32_t row, const std::optional<uint32_t>& at) {
+  if (!at) return false;
+  view.showRows({row, row + 1});
+  view.moveCaret(row, view.rowStart(view.activeSide(), row) + *at, false);
+  view.showCaret();
+  return true;
 }
 
 }  // namespace
@@ -197,6 +235,36 @@ bool goToPreviousDifference(ViewState& view) {
 
 bool goToNextDifference(ViewState& view) {
   return goTo(view, nextDifference(view.model(), view.caretRow(), view.options().wrapAround));
+}
+
+bool goToNextMark(ViewState& view) {
+  const int side = view.activeSide();
+  const uint32_t rows = view.rowCount(), from = view.caretRow();
+  const auto marks = [&](uint32_t row) { return view.model().marks(row).side(side); };
+  const uint32_t caret = view.caretPos(side) - view.rowStart(side, from);
+  if (goToMark(view, from, runFrom(marks(from), caret + 1))) return true;
+  for (uint32_t row = from + 1; row < rows; ++row) {
+    if (goToMark(view, row, runFrom(marks(row), 0))) return true;
+  }
+  for (uint32_t row = 0; view.options().wrapAround && row <= from; ++row) {
+    if (goToMark(view, row, runFrom(marks(row), 0))) return true;
+  }
+  return false;
+}
+
+bool goToPreviousMark(ViewState& view) {
+  const int side = view.activeSide();
+  const uint32_t from = view.caretRow();
+  const auto marks = [&](uint32_t row) { return view.model().marks(row).side(side); };
+  const uint32_t caret = view.caretPos(side) - view.rowStart(side, from);
+  if (goToMark(view, from, runBefore(marks(from), caret))) return true;
+  for (uint32_t row = from; row-- > 0;) {
+    if (goToMark(view, row, runBefore(marks(row), marks(row).size()))) return true;
+  }
+  for (uint32_t row = view.rowCount(); view.options().wrapAround && row-- > from;) {
+    if (goToMark(view, row, runBefore(marks(row), marks(row).size()))) return true;
+  }
+  return false;
 }
 
 }  // namespace merivane

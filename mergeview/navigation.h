@@ -28,9 +28,14 @@ std::optional<RowRange> nextDifference(const DiffModel& model, uint32_t row, boo
 /// The difference that a row is in, else the nearer of those around it; of two as near the one before.
 std::optional<RowRange> nearestDifference(const DiffModel& model, uint32_t row);
 
-/// Goes to the start of the difference before or after the caret's, which comes into view. False when
-/// there is none, and nothing changes.
+/// Goes to the start of the difference before or after the caret's, which comes into view with the first of
+/// its marks. False when there is none, and nothing changes.
 bool goToPreviousDifference(ViewState& view);
 bool goToNextDifference(ViewState& view);
+
+/// Goes to where the next, or previous, run of differing characters begins in the changed rows of the active
+/// side; past the last or first one as the differences do. False when there is none, and nothing changes.
+bool goToPreviousMark(ViewState& view);
+bool goToNextMark(ViewState& view);
 
 }  // namespace merivane

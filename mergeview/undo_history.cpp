@@ -33,6 +33,7 @@ void UndoHistory::swapSides() {
   for (uint32_t i = 0; i < count_; ++i) {
     at(i).activeSide = 1 - at(i).activeSide;
     at(i).side = 1 - at(i).side;
+    at(i).replaced.clear();
   }
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "base/byte_array.h"
+#include "engine/diff_model.h"
 
 namespace merivane {
 
@@ -16,7 +17,8 @@ struct CaretPlace {
   bool operator==(const CaretPlace&) const = default;
 };
 
-/// One action of the user that can be taken back: bytes of one side that gave way to others.
+/// One action of the user that can be taken back: bytes of one side that gave way to others, and rows that
+/// gave way to those of a comparison.
 struct UndoRecord {
   int activeSide = 0;  // had the caret
   int side = 0;        // has changed
@@ -25,6 +27,8 @@ struct UndoRecord {
   ByteArray inserted;
   CaretPlace before;  // on the active side
   CaretPlace after;
+  RowRange rows;       // that the action, or undoing it, put into the model last
+  DiffModel replaced;  // the rows that stood there before; none where they are to be found by comparing
   uint32_t previousStateId = 0;
   uint32_t stateId = 0;  // the side's from then on
 };
@@ -48,8 +52,8 @@ class UndoHistory {
   bool canRedo() const { return undone_ > 0; }
 
   /// The record that is undone next, and the one that is done again next; only where there is one.
-  const UndoRecord& toUndo() const { return at(undone_); }
-  const UndoRecord& toRedo() const { return at(undone_ - 1); }
+  UndoRecord& toUndo() { return at(undone_); }
+  UndoRecord& toRedo() { return at(undone_ - 1); }
 
   /// The record has been undone, or done again.
   void stepBack();
@@ -61,7 +65,7 @@ class UndoHistory {
   /// A side is now as it is in its file.
   void markSaved(int side) { savedStateId_[side] = currentStateId_[side]; }
 
-  /// The two sides have changed places, their modified marks with them.
+  /// The two sides have changed places, their modified marks with them, and have other rows.
   void swapSides();
 
   /// Forgets all records; which sides are modified stays.
@@ -69,7 +73,6 @@ class UndoHistory {
 
  private:
   UndoRecord& at(uint32_t index) { return records_[(newest_ + index) % kCapacity]; }
-  const UndoRecord& at(uint32_t index) const { return records_[(newest_ + index) % kCapacity]; }
 
   std::array<UndoRecord, kCapacity> records_;  // a ring, newest first
   uint32_t newest_ = 0;

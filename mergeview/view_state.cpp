@@ -36,6 +36,7 @@ void ViewState::take(FileComparison&& comparison, std::array<std::string, 2>&& p
     edited.path = std::move(paths[static_cast<size_t>(side)]);
   }
   pair_.model = std::move(comparison.model);
+  pair_.rowsOfOptions = true;
   const uint32_t lastRow = rowCount() - 1;
   if (after != AfterComparison::keepPlace) {
     restart(activeSide_);
@@ -69,6 +70,7 @@ void ViewState::restart(int side) {
 void ViewState::swapSides(DiffModel&& model) {
   std::swap(pair_.files[0], pair_.files[1]);
   pair_.model = std::move(model);
+  pair_.rowsOfOptions = true;
   std::swap(hScroll_[0], hScroll_[1]);
   std::swap(widest_[0], widest_[1]);
   activeSide_ = 1 - activeSide_;
@@ -99,6 +101,11 @@ void ViewState::setRuler(const FontMetrics& font) {
   caret_ = ruler_.placeAtPosition(text(activeSide_), rowStart(activeSide_, caretRow_), caret_.position);
   desiredX_ = caret_.x;
   remeasure();
+}
+
+void ViewState::setCompareOptions(const CompareOptions& options) {
+  if (options != compareOptions_) pair_.rowsOfOptions = false;
+  compareOptions_ = options;
 }
 
 void ViewState::resize(int32_t width, int32_t height) {
@@ -223,11 +230,19 @@ void ViewState::showCaret() {
   if (caretRow_ < topRow_) scrollTo(caretRow_);
   if (caretRow_ >= topRow_ + visibleRows_) scrollTo(int64_t{caretRow_} - visibleRows_ + 1);
 
-  const int64_t column = caret_.x / font().charWidth;
-  const int64_t visible = visibleColumns(activeSide_);
-  const int64_t first = hScroll_[activeSide_];
-  if (column < first) scrollColumnsTo(activeSide_, column - visible / 4);
-  if (column >= first + visible) scrollColumnsTo(activeSide_, column - visible + 1 + visible / 4);
+  showX(activeSide_, caret_.x);
+}
+
+void ViewState::showX(int side, int64_t x) {
+  const int64_t column = x / font().charWidth;
+  const int64_t visible = visibleColumns(side);
+  const int64_t first = hScroll_[side];
+  if (column < first) scrollColumnsTo(side, column - visible / 4);
+  if (column >= first + visible) scrollColumnsTo(side, column - visible + 1 + visible / 4);
+}
+
+void ViewState::showPosition(int side, uint32_t row, uint32_t position) {
+  showX(side, ruler_.placeAtPosition(text(side), rowStart(side, row), position).x);
 }
 
 void ViewState::showRows(RowRange rows) {

@@ -68,7 +68,7 @@ class ViewState {
 
   /// What counts as equal where an edit has its rows compared anew.
   const CompareOptions& compareOptions() const { return compareOptions_; }
-  void setCompareOptions(const CompareOptions& options) { compareOptions_ = options; }
+  void setCompareOptions(const CompareOptions& options);
   void resize(int32_t width, int32_t height);
 
   int32_t width() const { return width_; }
@@ -131,6 +131,9 @@ class ViewState {
   /// Scrolls no more than it takes to see the caret; sideways a quarter of the pane beyond.
   void showCaret();
 
+  /// Scrolls a side sideways, by no more than it takes to see a position of a row.
+  void showPosition(int side, uint32_t row, uint32_t position);
+
   /// Centres rows that are not well within view, as jumps do; the top row counts as not in view.
   void showRows(RowRange rows);
 
@@ -166,6 +169,7 @@ class ViewState {
   };
 
   void layOut();
+  void showX(int side, int64_t x);
   void setRuler(const FontMetrics& font);
   void measure(int side, RowRange rows);
   void remeasure();

@@ -102,7 +102,7 @@ TEST(Comparison, LeavesTheModelWhenMemoryRunsOutOrItIsStopped) {
     EditScript script;
     ASSERT_TRUE(findEditScript(std::span(left.keys), std::span(other.keys), nullptr, script));
     DiffModel rows;
-    EXPECT_FALSE(buildRows({texts[0], right}, {left.starts, other.starts}, script, {}, &abort, rows));
+    EXPECT_FALSE(buildRows({texts[0], right}, {left.starts, other.starts}, script, {}, {}, &abort, rows));
   }
 }
 

@@ -25,6 +25,20 @@ TEST(Find, GoesOnAfterTheSelectionAndOnceAround) {
   expectWalk("ab/ab/ab/ # ab/ab/ab/", "down right S-down S-right find-previous (^ab|/ab/ab/)");
 }
 
+TEST(Find, StartsWithASelectionWithinALine) {
+  EditRun run("ab cd\nef\n", "");
+  EXPECT_EQ(selectionToFind(run.view()), std::nullopt);
+  run.press("right S-C-right S-right");
+  EXPECT_EQ(selectionToFind(run.view()), "b c");
+  run.press("S-down");
+  EXPECT_EQ(selectionToFind(run.view()), std::nullopt);
+  run.load(std::string(kMaxFindText + 1, 'x'), "");
+  run.press("S-end");
+  EXPECT_EQ(selectionToFind(run.view()), std::nullopt) << "too long";
+  run.press("S-left");
+  EXPECT_EQ(selectionToFind(run.view()).value_or(""), std::string(kMaxFindText, 'x'));
+}
+
 TEST(Find, MatchesInAStretch) {
   using Places = std::vector<std::optional<uint32_t>>;
   const auto found = [](std::string_view stretch, const FindQuery& query) {

@@ -122,6 +122,22 @@ TEST(Navigation, TheCaretKeepsItsTextWhenWidthsChange) {
   EXPECT_EQ(view.visibleColumns(0), 12u);
 }
 
+TEST(Navigation, MarksWithinChangedRowsAreGoneTo) {
+  // "b" and "e" differ on the left, a word of the third row; the second has no marks.
+  expectWalk("abcdef/same/some words/ # aBcdEf/same/some swords!/",
+             "next-mark (a|bcdef/same/some words/) next-mark (abcd|ef/same/some words/) "
+             "next-mark (a|bcdef/same/some words/) previous-mark (abcd|ef/same/some words/) "
+             "switch-pane next-mark (aBcdEf/same/some |swords!/) next-mark (aBcdEf/same/some swords|!/) "
+             "next-mark (a|BcdEf/same/some swords!/) previous-mark (aBcdEf/same/some swords|!/) "
+             "previous-mark previous-mark (aBcd|Ef/same/some swords!/)");
+  expectWalk("a/b/ # a/", "next-mark previous-mark (|a/b/)");
+  // The first mark of a difference comes into view, the caret stays at its start.
+  std::string line(200, 'a'), other = line;
+  other[150] = 'b';
+  EditRun run("x\n" + line, "x\n" + other);
+  expectWalk(run, "next-difference (1,0 left 121) next-mark (1,150 left 121) home (1,0)");
+}
+
 TEST(Navigation, DifferencesAreFoundAroundABlock) {
   // For each row the first row of what is found from there.
   const auto found = [](std::string_view rows, auto find) {

@@ -51,6 +51,8 @@ constexpr EditCommand kCommands[] = {
     {"switch-pane", [](V& v, H&) { switchPane(v); }},
     {"next-difference", [](V& v, H&) { goToNextDifference(v); }},
     {"previous-difference", [](V& v, H&) { goToPreviousDifference(v); }},
+    {"next-mark", [](V& v, H&) { goToNextMark(v); }},
+    {"previous-mark", [](V& v, H&) { goToPreviousMark(v); }},
     {"find-next", [](V& v, H&) { findNext(v, {"AB"}); }},
     {"find-previous", [](V& v, H&) { findPrevious(v, {"AB"}); }},
 };
