@@ -42,16 +42,21 @@ RowRange rowsOf(const EditedPair& pair, const TextChange& change) {
                                 : std::min(first, change.from.begin);
   }
   uint32_t end = std::max(first + 1, change.from.end);
-  if (change.removed > 0) {
-    end = std::max(end, rowOfByte(pair, change.side, uint64_t{change.start} + change.removed - 1) + 1);
+  // What follows joins a line that the change leaves without its end, past any fillers in between.
+  const bool ended = change.inserted.empty() ? atLineStart : change.inserted.back() == '\n';
+  const uint64_t changeEnd = uint64_t{change.start} + change.removed;
+  if (!ended || change.removed > 0) {
+    end = std::max(end, rowOfByte(pair, change.side, ended ? changeEnd - 1 : changeEnd) + 1);
   }
   const uint32_t lines = linesOf(change.inserted);
   if (lines <= change.from.size()) return {first, end};
 
   const auto isFiller = [&](uint32_t row) { return fillerSide(model.status(row)) == change.side; };
   end = static_cast<uint32_t>(std::min<uint64_t>(uint64_t{end} + lines, model.rowCount()));
-  for (uint32_t left = lines; left > 0 && end < model.rowCount() && isFiller(end); --left) ++end;
-  for (uint32_t left = lines; left > 0 && atLineStart && first > 0 && isFiller(first - 1); --left) --first;
+  const uint32_t furtherFirst = first - std::min(first, 2 * lines);
+  const uint32_t furtherEnd = static_cast<uint32_t>(std::min<uint64_t>(uint64_t{end} + lines, model.rowCount()));
+  while (end < furtherEnd && isFiller(end)) ++end;
+  while (atLineStart && first > furtherFirst && isFiller(first - 1)) --first;
   return {first, end};
 }
 
