@@ -6,8 +6,8 @@
 
 #include "base/abort_flag.h"
 #include "base/file_system.h"
-#include "engine/compare_options.h"
 #include "engine/changed_lines.h"
+#include "engine/compare_options.h"
 #include "engine/diff_model.h"
 #include "engine/text_document.h"
 

@@ -67,9 +67,9 @@ class RowBuilder {
   /// Whether two lines are a changed pair; as they were the last time if that is known.
   bool isChanged(uint32_t x, uint32_t y, RowMarks& marks) {
     const std::string_view left = line(0, x), right = line(1, y);
-    const auto at = std::lower_bound(
-        known_.begin(), known_.end(), starts_[0][x],
-        [](const KnownChange& each, uint32_t start) { return each.start[0] < start; });
+    const auto at =
+        std::lower_bound(known_.begin(), known_.end(), starts_[0][x],
+                         [](const KnownChange& each, uint32_t start) { return each.start[0] < start; });
     if (at != known_.end() && at->start[0] == starts_[0][x] && at->start[1] == starts_[1][y] &&
         at->marks->side(0).size() == left.size() && at->marks->side(1).size() == right.size()) {
       marks = at->marks->copy();

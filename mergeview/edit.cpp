@@ -14,11 +14,11 @@ void placeCaret(ViewState& view, const UndoRecord& record, const CaretPlace& car
 }
 
 /// Makes the replacement of a record, which takes note of the rows that it cost.
-bool replace(ViewState& view, UndoRecord& record, const ByteArray& old, const ByteArray& fresh,
-             RowRange from, const CaretPlace& caret) {
+bool replace(ViewState& view, UndoRecord& record, const ByteArray& old, const ByteArray& fresh, RowRange from,
+             const CaretPlace& caret) {
   const int side = record.side;
-  auto changed = changeText(view.pair(), {side, record.start, old.size(), fresh.view(), from},
-                            view.compareOptions());
+  auto changed =
+      changeText(view.pair(), {side, record.start, old.size(), fresh.view(), from}, view.compareOptions());
   if (!changed) return false;
   record.rows = changed->compared;
   record.replaced = std::move(changed->replaced);

@@ -24,7 +24,7 @@ struct EditedFile {
 /// What the panes show: the two files and how their lines align. A side is 0, left, or 1, right.
 struct EditedPair {
   EditedFile files[2];
-  DiffModel model;             // always at least one row
+  DiffModel model;            // always at least one row
   bool rowsOfOptions = true;  // all rows were compared by the options that edits are compared by
 
   /// The row of a side's line in which a position lies. At the end of a text without a last "\n" that is the

@@ -54,7 +54,8 @@ RowRange rowsOf(const EditedPair& pair, const TextChange& change) {
   const auto isFiller = [&](uint32_t row) { return fillerSide(model.status(row)) == change.side; };
   end = static_cast<uint32_t>(std::min<uint64_t>(uint64_t{end} + lines, model.rowCount()));
   const uint32_t furtherFirst = first - std::min(first, 2 * lines);
-  const uint32_t furtherEnd = static_cast<uint32_t>(std::min<uint64_t>(uint64_t{end} + lines, model.rowCount()));
+  const uint32_t furtherEnd =
+      static_cast<uint32_t>(std::min<uint64_t>(uint64_t{end} + lines, model.rowCount()));
   while (end < furtherEnd && isFiller(end)) ++end;
   while (atLineStart && first > furtherFirst && isFiller(first - 1)) --first;
   return {first, end};

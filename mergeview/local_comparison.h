@@ -30,7 +30,7 @@ enum class ChangeExtent {
 
 struct RowsChange {
   ChangeExtent extent = ChangeExtent::text;
-  RowRange touched;   // the rows that the change was made in; look at them only where no row moved
+  RowRange touched;    // the rows that the change was made in; look at them only where no row moved
   RowRange compared;   // the rows that were compared anew, as they are now
   DiffModel replaced;  // those that stood in their place
 };
