@@ -5,13 +5,13 @@
 #include <string>
 #include <string_view>
 
+#include "base/abort_flag.h"
 #include "base/byte_array.h"
+#include "base/folder_listing.h"
 #include "base/result.h"
 #include "base/system_error.h"
 
 namespace merivane {
-
-enum class FileKind { none, file, folder, other };
 
 /// What tells whether a file has been written since: another stamp, other contents. Of a path that names no
 /// file it is the empty one.
@@ -21,16 +21,6 @@ struct FileStamp {
   bool exists = false;
 
   bool operator==(const FileStamp&) const = default;
-};
-
-/// What a file or folder is, whatever name leads to it: the same for two names when, and only when, the file
-/// system says that they are one file. Unknown where nothing is there.
-struct FileIdentity {
-  uint64_t volume = 0;
-  uint64_t index = 0;
-  bool known = false;
-
-  bool operator==(const FileIdentity&) const = default;
 };
 
 /// A file open for reading, from its start on. Closes itself.
@@ -89,6 +79,11 @@ class FileSystem {
   /// file's that it names. A device, a pipe or an open file ("/dev/stdout") has no earlier contents to keep
   /// and is written to at once. Returns 0 or the error.
   virtual SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) = 0;
+
+  /// Lists a folder, "." and ".." left out, in place of what `listing` held. Returns 0 or the error, after
+  /// which the listing is empty; it means nothing when the flag was raised meanwhile, and a null flag never
+  /// aborts. Throws std::bad_alloc.
+  virtual SystemError list(const std::string& path, const AbortFlag* abort, FolderListing& listing) = 0;
 };
 
 /// The computer's own files.

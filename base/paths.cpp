@@ -27,4 +27,14 @@ std::string FileNamePart(std::string_view path) {
   return std::string(separator == std::string_view::npos ? path : path.substr(separator + 1));
 }
 
+std::string joinPath(std::string_view folder, std::string_view name) {
+  std::string path;
+  path.reserve(folder.size() + 1 + name.size());
+  path += folder;
+  const bool parted = path.empty() || name.empty() || path.back() == kPathSeparator || path.back() == '/';
+  if (!parted) path += kPathSeparator;
+  path += name;
+  return path;
+}
+
 }  // namespace merivane

@@ -16,4 +16,10 @@ bool IsValidFilePath(std::string_view name);
 /// Returns the part after the last backslash, or the whole path if it has none.
 std::string FileNamePart(std::string_view path);
 
+/// The system's separator of folders in paths.
+extern const char kPathSeparator;
+
+/// The path of an entry in a folder; the other part alone where one is empty.
+std::string joinPath(std::string_view folder, std::string_view name);
+
 }  // namespace merivane

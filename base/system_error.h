@@ -22,6 +22,11 @@ SystemError notEnoughStorage();
 /// bytes elsewhere.
 std::string systemErrorText(SystemError error);
 
+/// Whether an error says that there is no such file or folder, or that its path is longer than the system
+/// can take.
+bool meansMissing(SystemError error);
+bool meansTooLong(SystemError error);
+
 /// The system's text for one of its own errors.
 std::string platformErrorText(SystemError error);
 

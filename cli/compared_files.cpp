@@ -72,4 +72,8 @@ SystemError ComparedFiles::create(const std::string& path, std::unique_ptr<Outpu
   return files_.create(path, file);
 }
 
+SystemError ComparedFiles::list(const std::string& path, const AbortFlag* abort, FolderListing& listing) {
+  return files_.list(path, abort, listing);
+}
+
 }  // namespace merivane

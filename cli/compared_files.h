@@ -23,6 +23,7 @@ class ComparedFiles final : public FileSystem {
   std::string absolute(const std::string& path) override;
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override;
   SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override;
+  SystemError list(const std::string& path, const AbortFlag* abort, FolderListing& listing) override;
 
   /// The line ends of each side, the left one being the file that was opened first; empty unless noted.
   using LineEnds = LineEndRecord[2];

@@ -11,6 +11,8 @@
 #include "base/file_replacement.h"
 #include "base/posix/descriptor.h"
 
+#include "base/paths.h"
+
 namespace merivane {
 namespace {
 
@@ -93,6 +95,10 @@ class PosixFileSystem final : public FileSystem {
   SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override {
     return createSystemFile(path, file);
   }
+
+  SystemError list(const std::string& path, const AbortFlag* abort, FolderListing& listing) override {
+    return listSystemFolder(path, abort, listing);
+  }
 };
 
 }  // namespace
@@ -102,7 +108,13 @@ FileSystem& systemFiles() {
   return files;
 }
 
+const char kPathSeparator = '/';
+
 SystemError notEnoughStorage() { return ENOMEM; }
+
+bool meansMissing(SystemError error) { return error == ENOENT || error == ENOTDIR; }
+
+bool meansTooLong(SystemError error) { return error == ENAMETOOLONG; }
 
 std::string platformErrorText(SystemError error) { return std::strerror(static_cast<int>(error)); }
 

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/file_replacement.h"
+#include "base/paths.h"
 #include "base/win/handle.h"
 #include "base/win/wide.h"
 
@@ -132,6 +133,10 @@ class WindowsFileSystem final : public FileSystem {
   SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override {
     return createSystemFile(path, file);
   }
+
+  SystemError list(const std::string& path, const AbortFlag* abort, FolderListing& listing) override {
+    return listSystemFolder(path, abort, listing);
+  }
 };
 
 }  // namespace
@@ -141,7 +146,15 @@ FileSystem& systemFiles() {
   return files;
 }
 
+const char kPathSeparator = '\\';
+
 SystemError notEnoughStorage() { return ERROR_OUTOFMEMORY; }
+
+bool meansMissing(SystemError error) {
+  return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+}
+
+bool meansTooLong(SystemError error) { return error == ERROR_FILENAME_EXCED_RANGE; }
 
 std::string platformErrorText(SystemError error) {
   wchar_t buffer[1024];

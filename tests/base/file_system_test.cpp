@@ -16,6 +16,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <vector>
 
 #include "base/buffered_sink.h"
@@ -255,6 +256,56 @@ TEST_F(SystemFilesTest, NamesOfEveryLanguageAreTheirOwn) {
     EXPECT_EQ(files_.open(bytes, file), 0u);
   }
   EXPECT_EQ(filesThere(), 5);
+}
+
+TEST_F(SystemFilesTest, ListsAFolderInOneGo) {
+  put("a b", "four");
+  put("locked", "");
+  fs::permissions(folder_ / "locked", fs::perms(0222), fs::perm_options::remove);
+  fs::create_directory(folder_ / "sub");
+  // Half a second before a whole one of 1969.
+  fs::last_write_time(folder_ / "a b", fs::file_time_type::clock::from_sys(
+                                           std::chrono::sys_time(std::chrono::milliseconds(-86'400'500))));
+  std::map<std::string, ListedEntry> found;
+  FolderListing listing;
+  const auto list = [&] {
+    ASSERT_EQ(files_.list(folder_.string(), nullptr, listing), 0u);
+    found.clear();
+    for (uint32_t i = 0; i < listing.size(); ++i) found[std::string(listing.name(i))] = listing.entry(i);
+  };
+  list();
+  ASSERT_EQ(found.size(), 3u);
+  EXPECT_TRUE(found["a b"].kind == FileKind::file && found["a b"].size == 4 && !found["a b"].isReadOnly);
+  EXPECT_EQ(found["a b"].modified, -86'401);
+  EXPECT_TRUE(found["locked"].isReadOnly && !found["locked"].isHidden && !found["locked"].isLink);
+  EXPECT_TRUE(found["sub"].kind == FileKind::folder && found["sub"].size == 0 && !found["sub"].isReadOnly);
+  const FileIdentity file = files_.identity(path("a b"));
+  EXPECT_TRUE(file.known && file == files_.identity(path("sub/../a b")));
+  EXPECT_NE(file, files_.identity(path("locked")));
+  EXPECT_FALSE(files_.identity(path("missing")).known);
+  EXPECT_TRUE(files_.list(path("sub"), nullptr, listing) == 0 && listing.size() == 0);
+  for (const std::string& nothing : {path("missing"), path("a b")}) {
+    listing.add("x", {});
+    EXPECT_NE(files_.list(nothing, nullptr, listing), 0u);
+    EXPECT_EQ(listing.size(), 0u);
+  }
+  EXPECT_TRUE(meansMissing(files_.list(path("missing"), nullptr, listing)));
+#ifndef _WIN32
+  EXPECT_TRUE(meansTooLong(files_.list(path(std::string(300, 'x')), nullptr, listing)));
+  // Of links it tells what is behind them; of one that leads nowhere, why.
+  fs::create_symlink("a b", folder_ / "to file");
+  fs::create_symlink("sub", folder_ / "to folder");
+  fs::create_symlink("missing", folder_ / "to nothing");
+  ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
+  list();
+  EXPECT_TRUE(found["to file"].isLink && found["to file"].kind == FileKind::file &&
+              found["to file"].size == 4);
+  EXPECT_EQ(found["to file"].identity, file);
+  EXPECT_TRUE(found["to folder"].isLink && found["to folder"].kind == FileKind::folder);
+  EXPECT_TRUE(found["to nothing"].isLink && found["to nothing"].kind == FileKind::none);
+  EXPECT_TRUE(meansMissing(found["to nothing"].error));
+  EXPECT_EQ(found["pipe"].kind, FileKind::other);
+#endif
 }
 
 #ifndef _WIN32

@@ -1,13 +1,16 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <iterator>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <utility>
 
 #include "base/file_system.h"
+#include "base/paths.h"
 
 namespace merivane {
 
@@ -24,6 +27,8 @@ class MemoryFiles final : public FileSystem {
     FileKind kind = FileKind::file;
     int64_t modified = 0;   // counts the commits
     uint64_t toldSize = 0;  // what an opened file says its size is, if it is not 0
+    bool hidden = false;
+    SystemError error = 0;  // what opening or listing it comes to
   };
 
   std::map<std::string, File> files;
@@ -55,7 +60,9 @@ class MemoryFiles final : public FileSystem {
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
     if (const SystemError error = next()) return error;
     if (!files.contains(path)) return notFound;
+    if (files.at(path).error != 0) return files.at(path).error;
     if (kind(path) == FileKind::folder) return denied;
+    ++opened;
     file = std::make_unique<Input>(*this, files[path]);
     return 0;
   }
@@ -66,7 +73,32 @@ class MemoryFiles final : public FileSystem {
     return 0;
   }
 
-  /// One step fails, the `failing`-th from 0 of all that open, read, create, write or commit.
+  /// In the order of the names. What is only part of other names is no folder yet.
+  SystemError list(const std::string& path, const AbortFlag*, FolderListing& listing) override {
+    listing.clear();
+    if (const SystemError error = next()) return error;
+    const auto found = files.find(path);
+    if (found == files.end() || found->second.kind != FileKind::folder) return notFound;
+    if (found->second.error != 0) return found->second.error;
+    const std::string start = path + kPathSeparator;
+    for (auto at = files.lower_bound(start); at != files.end() && at->first.starts_with(start); ++at) {
+      const std::string name = at->first.substr(start.size());
+      if (name.find(kPathSeparator) != std::string::npos) continue;
+      const File& file = at->second;
+      ListedEntry entry;
+      entry.kind = file.kind;
+      if (file.kind == FileKind::file) entry.size = file.contents.size();
+      entry.modified = file.modified;
+      entry.isHidden = file.hidden;
+      entry.isReadOnly = !file.writable;
+      listing.add(name, entry);
+    }
+    return 0;
+  }
+
+  std::atomic<int> opened = 0;  // how many files were opened so far
+
+  /// One step fails, the `failing`-th from 0 of all that open, list, read, create, write or commit.
   void failStep(uint32_t failing, SystemError error) {
     stepsLeft_ = failing;
     error_ = error;
@@ -120,8 +152,12 @@ class MemoryFiles final : public FileSystem {
   };
 
   /// 0, or the error when it is this step's turn.
-  SystemError next() { return error_ == 0 || stepsLeft_-- > 0 ? 0 : std::exchange(error_, 0); }
+  SystemError next() {
+    const std::lock_guard lock(mutex_);
+    return error_ == 0 || stepsLeft_-- > 0 ? 0 : std::exchange(error_, 0);
+  }
 
+  std::mutex mutex_;
   uint32_t stepsLeft_ = 0;
   SystemError error_ = 0;  // while a step is still to fail
 };
