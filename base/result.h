@@ -15,6 +15,10 @@ enum class Result : int32_t {
   rightBinary = 6,
   leftUnreadable = 7,   // goes with a SystemError
   rightUnreadable = 8,  // goes with a SystemError
+  oldFolderMissing = 9,
+  newFolderMissing = 10,
+  oldIsNoFolder = 11,
+  newIsNoFolder = 12,
 };
 
 /// An error code of the platform: GetLastError's on Windows, errno's elsewhere. 0 is no error.

@@ -127,6 +127,8 @@ std::string outcomeMessage(const Outcome& outcome) {
       return formatMessage(TextId::cannotLoadLeftFile, {systemErrorText(outcome.error)});
     case Result::rightUnreadable:
       return formatMessage(TextId::cannotLoadRightFile, {systemErrorText(outcome.error)});
+    default:
+      break;  // results of comparing folders
   }
   return {};
 }

@@ -1,0 +1,305 @@
+#include "folders/folder_comparison.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "base/names.h"
+#include "base/paths.h"
+#include "base/texts.h"
+#include "tests/support/failing_allocator.h"
+#include "tests/support/random_trees.h"
+#include "tests/support/reference_folders.h"
+
+namespace merivane {
+namespace {
+
+const std::string kPaths[2] = {"O", "N"};
+
+std::string inFolder(std::string path) {
+  std::replace(path.begin(), path.end(), '/', kPathSeparator);
+  return path;
+}
+
+/// The entries of a comparison as lines, each with its category's letter and description.
+std::vector<std::string> listed(const FolderComparison& comparison) {
+  std::vector<std::string> lines;
+  for (const FolderCategory category :
+       {FolderCategory::changed, FolderCategory::onlyOld, FolderCategory::onlyNew, FolderCategory::same}) {
+    for (const FolderEntry& entry : comparison.category(category)) {
+      std::string name(entry.name());
+      std::replace(name.begin(), name.end(), kPathSeparator, '/');
+      const std::string mark = entry.notCompared == NotCompared::nothing
+                                   ? ""
+                                   : std::string(" ") + notComparedKey(entry.notCompared);
+      lines.push_back("onCS"[static_cast<size_t>(category)] + (" " + name) + (entry.isFolder ? "/" : "") +
+                      mark +
+                      (category == FolderCategory::changed ? " " + differenceText(entry.differences) : ""));
+    }
+  }
+  return lines;
+}
+
+class FolderComparisonTest : public testing::Test {
+ protected:
+  FolderComparisonTest() { clear(); }
+
+  void clear() {
+    files_.files.clear();
+    for (const std::string& path : kPaths) files_.files[path].kind = FileKind::folder;
+  }
+  MemoryFiles::File& folder(const std::string& path) {
+    MemoryFiles::File& made = files_.files[inFolder(path)];
+    made.kind = FileKind::folder;
+    return made;
+  }
+  MemoryFiles::File& file(const std::string& path, const std::string& contents = "text\n") {
+    MemoryFiles::File& made = files_.files[inFolder(path)];
+    made.contents = contents;
+    return made;
+  }
+  std::vector<std::string> compare() {
+    EXPECT_EQ(compareFolders(files_, kPaths, options_, nullptr, found_, &progress_), Result::success);
+    return listed(found_);
+  }
+
+  MemoryFiles files_;
+  FolderOptions options_;
+  FolderComparison found_;
+  FolderProgress progress_;
+};
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST_F(FolderComparisonTest, FindsWhatThePlainComparisonFinds) {
+  for (uint32_t seed = 0; seed < 3000; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    MemoryFiles files;
+    makeTrees(files, kPaths, random);
+    const FolderOptions options = randomFolderOptions(random);
+    const ReferenceFolders expected(files, kPaths, options);
+    files.opened = 0;
+    ASSERT_EQ(compareFolders(files, kPaths, options, nullptr, found_), Result::success);
+    for (int category = 0; category < kFolderCategories; ++category) {
+      ASSERT_EQ(plainEntries(found_.entries[category]), expected.entries[category]) << category;
+    }
+    // Names, sizes and times of both sides are those of the files.
+    for (const std::vector<FolderEntry>& entries : found_.entries) {
+      for (const FolderEntry& entry : entries) {
+        for (const int side : {0, 1}) {
+          if (entry.names[side].empty()) continue;
+          const auto at = files.files.find(joinPath(kPaths[side], entry.names[side]));
+          ASSERT_NE(at, files.files.end());
+          ASSERT_EQ(entry.facts[side].modified, at->second.modified);
+          ASSERT_EQ(entry.facts[side].size, at->second.contents.size());
+        }
+      }
+    }
+    if (options.quickContents || !options.fullContents) {
+      ASSERT_TRUE(found_.notCompared.empty());
+    }
+    for (const FolderTrouble& trouble : found_.notCompared) ASSERT_EQ(trouble.reason, NotCompared::binary);
+    if (!options.comparesContents()) {
+      ASSERT_EQ(files.opened, 0);
+    }
+  }
+}
+
+TEST_F(FolderComparisonTest, DescribesDifferencesAndStandsForWhatIsBelow) {
+  file("O/hid").hidden = true;
+  file("N/hid").modified = 1;
+  file("O/both").hidden = file("N/both", "longer text\n").hidden = true;
+  file("O/locked");
+  file("N/locked").writable = false;
+  file("O/same/x"), file("N/same/x");
+  folder("O/same"), folder("N/same");
+  folder("O/gone"), file("O/gone/x");
+  folder("O/dir"), folder("N/dir").modified = 5;
+  file("O/dir/one", "1"), file("N/dir/one", "12");
+  file("O/dir/two"), file("N/dir/two");
+  file("O/swap"), folder("N/swap");
+  options_.attributes = true;
+  EXPECT_THAT(compare(),
+              ElementsAre("C dir/one (larger)", "C both (hidden, larger)", "C hid (was hidden, newer)",
+                          "C locked (read-only)", "o gone/", "o swap", "n swap/", "S dir/two", "S same/"));
+  options_.folderDate = true;
+  EXPECT_EQ(compare().front(), "C dir/ (newer, contents)");
+  options_.folderDate = options_.attributes = false;
+  options_.subfolders = false;
+  EXPECT_THAT(compare(), ElementsAre("C dir/ (contents)", "C both (larger)", "C hid (newer)", "o gone/",
+                                     "o swap", "n swap/", "S same/", "S locked"));
+  EXPECT_TRUE(found_.differs() && !found_.isIdentical());
+  EXPECT_GT(progress_.entries(), 0u);
+}
+
+TEST_F(FolderComparisonTest, TellsWhatItCouldNotCompareAndWhy) {
+  options_.date = options_.size = false;
+  options_.fullContents = true;
+  file("O/sub/locked").error = MemoryFiles::denied;
+  file("N/sub/locked");
+  folder("O/sub"), folder("N/sub");
+  file("O/bin", std::string("\0\1", 2)), file("N/bin", std::string("\0\2", 2));
+  file("O/bin2", std::string("\0\1", 2)), file("N/bin2", std::string("\0\1", 2));
+  file("O/pipe").kind = file("N/pipe").kind = FileKind::other;
+  folder("O/dir").error = MemoryFiles::denied;
+  folder("N/dir"), folder("O/dir2").error = folder("N/dir2").error = MemoryFiles::denied;
+  EXPECT_THAT(compare(), ElementsAre("S dir/ unreadable", "S dir2/ unreadable", "S sub/ below",
+                                     "S bin binary", "S bin2", "S pipe special"));
+  EXPECT_FALSE(found_.differs() || found_.isIdentical());
+  std::vector<std::string> troubles;
+  for (const FolderTrouble& trouble : found_.notCompared) {
+    troubles.push_back(trouble.name + " " + "ON"[trouble.side] + " " + notComparedKey(trouble.reason));
+    EXPECT_EQ(trouble.error, trouble.reason == NotCompared::unreadable ? MemoryFiles::denied : 0);
+  }
+  EXPECT_THAT(troubles,
+              ElementsAre("bin O binary", "dir O unreadable", "dir2 O unreadable", "dir2 N unreadable",
+                          "pipe O special", inFolder("sub/locked") + " O unreadable"));
+  // A search that finds a difference does not look further, and so tells of nothing it met on the way.
+  options_.subfolders = false;
+  compare();
+  EXPECT_EQ(found_.notCompared.size(), 6u);
+  file("N/sub/more");
+  EXPECT_EQ(compare().front(), "C sub/ (contents)");
+  EXPECT_EQ(found_.notCompared.size(), 5u);
+}
+
+TEST_F(FolderComparisonTest, EveryFailingStepIsTold) {
+  options_.date = options_.size = false;
+  options_.threads = 1;
+  for (const char* const path : {"O/dir", "N/dir"}) folder(path);
+  for (const char* const path : {"O/a", "N/a", "O/dir/b", "N/dir/b", "O/dir/c", "N/dir/c"}) file(path);
+  for (bool* const contents : {&options_.quickContents, &options_.fullContents}) {
+    options_.quickContents = options_.fullContents = false;
+    *contents = true;
+    const uint32_t steps = failEachStep(
+        files_, MemoryFiles::denied,
+        [&] { return compareFolders(files_, kPaths, options_, nullptr, found_); },
+        [&](Result result) {
+          EXPECT_EQ(result, Result::success);
+          ASSERT_EQ(found_.notCompared.size(), 1u);
+          EXPECT_EQ(found_.notCompared[0].reason, NotCompared::unreadable);
+          EXPECT_FALSE(found_.isIdentical());
+        });
+    EXPECT_EQ(steps, 4u + 6 * 2);
+    EXPECT_TRUE(found_.isIdentical());
+  }
+}
+
+TEST_F(FolderComparisonTest, RunsOutOfMemoryWithNothingHalfDone) {
+  Random random(5);
+  clear();
+  makeTrees(files_, kPaths, random);
+  options_.threads = 1;
+  options_.quickContents = true;
+  failEachAllocation([&] { file("N/only"); },
+                     [&] {
+                       try {
+                         return compareFolders(files_, kPaths, options_, nullptr, found_);
+                       } catch (const std::bad_alloc&) {
+                         ADD_FAILURE() << "not turned into a result";
+                         return Result::outOfMemory;
+                       }
+                     },
+                     [&](Result result) {
+                       // Without room for a file's blocks that file alone is not compared.
+                       if (result == Result::success) {
+                         EXPECT_TRUE(!found_.notCompared.empty());
+                         return;
+                       }
+                       EXPECT_EQ(result, Result::outOfMemory);
+                       EXPECT_TRUE(found_.isIdentical() && found_.names.empty());
+                     });
+}
+
+/// Raises a flag when so many files were opened.
+class CancellingFiles final : public FileSystem {
+ public:
+  CancellingFiles(MemoryFiles& files, AbortFlag& flag, int after)
+      : files_(files), flag_(flag), left_(after) {}
+
+  FileKind kind(const std::string& path) override { return files_.kind(path); }
+  bool isWritable(const std::string& path) override { return files_.isWritable(path); }
+  FileStamp stamp(const std::string& path) override { return files_.stamp(path); }
+  FileIdentity identity(const std::string& path) override { return files_.identity(path); }
+  std::string absolute(const std::string& path) override { return path; }
+  SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
+    if (--left_ < 0) flag_.raise();
+    return files_.open(path, file);
+  }
+  SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override {
+    return files_.create(path, file);
+  }
+  SystemError list(const std::string& path, const AbortFlag* abort, FolderListing& listing) override {
+    if (--left_ < 0) flag_.raise();
+    return files_.list(path, abort, listing);
+  }
+  bool hasCancelled() const { return left_ < 0; }
+
+ private:
+  MemoryFiles& files_;
+  AbortFlag& flag_;
+  std::atomic<int> left_;
+};
+
+TEST_F(FolderComparisonTest, CancelsAtEveryStepAndLeavesNothing) {
+  Random random(3);
+  while (files_.files.size() < 50) {
+    clear();
+    makeTrees(files_, kPaths, random);
+  }
+  options_.quickContents = true;
+  for (const uint32_t threads : {1u, 3u}) {
+    options_.threads = threads;
+    for (int after = 0;; ++after) {
+      AbortFlag flag;
+      CancellingFiles files(files_, flag, after);
+      const Result result = compareFolders(files, kPaths, options_, &flag, found_);
+      if (!files.hasCancelled()) {
+        EXPECT_TRUE(result == Result::success && found_.differs() && after > 10);
+        break;
+      }
+      EXPECT_EQ(result, Result::cancelled);
+      EXPECT_TRUE(found_.isIdentical() && found_.names.empty());
+    }
+  }
+}
+
+TEST_F(FolderComparisonTest, ChecksBothFoldersInOrder) {
+  file("file");
+  const struct {
+    std::string paths[2];
+    Result result;
+    std::string message;
+  } cases[] = {
+      {{"missing", "missing"}, Result::oldFolderMissing, "Could not find the file or folder:\nmissing"},
+      {{"file", "missing"}, Result::newFolderMissing, "Could not find the file or folder:\nmissing"},
+      {{"file", "file"}, Result::oldIsNoFolder, "'Old Folder' is not a folder."},
+      {{"O", "file"}, Result::newIsNoFolder, "'New Folder' is not a folder."},
+      {{"O", "N"}, Result::success, ""}};
+  for (const auto& c : cases) {
+    const Result result = compareFolders(files_, c.paths, options_, nullptr, found_);
+    EXPECT_EQ(result, c.result);
+    EXPECT_EQ(folderResultMessage(result, c.paths), c.message);
+  }
+}
+
+TEST_F(FolderComparisonTest, ManyNamesInOneFolderPairUpInTime) {
+  // All names of one side differ in case alone from those of the other, and the order is another.
+  constexpr uint32_t count = 60'000;
+  for (uint32_t i = 0; i < count; ++i) {
+    file("O/file" + std::to_string(i));
+    file("N/FILE" + std::to_string(count - 1 - i));
+  }
+  EXPECT_EQ(compare().size(), count);
+  EXPECT_TRUE(found_.isIdentical());
+  options_.ignoreNameCase = false;
+  EXPECT_EQ(compare().size(), 2 * count);
+  const auto& gone = found_.category(FolderCategory::onlyOld);
+  EXPECT_TRUE(std::is_sorted(gone.begin(), gone.end(), comesBefore));
+}
+
+}  // namespace
+}  // namespace merivane
