@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/option_scanner.h"
+#include "folders/folder_entry.h"
 
 namespace merivane {
 namespace {
@@ -81,28 +82,80 @@ bool addIgnoreBlanks(DiffOptions& options, std::string_view list) {
   }
 }
 
+bool setContents(DiffOptions& options, std::string_view value) {
+  FolderOptions& folders = options.folders;
+  folders.quickContents = value == "quick";
+  folders.fullContents = value == "full";
+  return folders.comparesContents();
+}
+
+bool setShown(DiffOptions& options, std::string_view list) {
+  static constexpr Word<FolderCategory> words[] = {{"changed", FolderCategory::changed},
+                                                   {"old", FolderCategory::onlyOld},
+                                                   {"new", FolderCategory::onlyNew},
+                                                   {"same", FolderCategory::same}};
+  uint32_t shows = 0;
+  for (;;) {
+    const size_t comma = list.find(',');
+    FolderCategory category;
+    if (!choose(words, list.substr(0, comma), category)) return false;
+    shows |= 1u << static_cast<uint32_t>(category);
+    options.shows = shows;
+    if (comma == std::string_view::npos) return true;
+    list.remove_prefix(comma + 1);
+  }
+}
+
 bool setOutput(DiffOptions& options, std::string_view value) {
   options.output = value;
   return !value.empty();
 }
 
 constexpr OptionRow kOptions[] = {
+    {{"attributes"},
+     [](DiffOptions& options, std::string_view) { return options.folders.attributes = true; }},
     {{"color", 0, OptionArgument::required}, setColour},
+    {{"contents", 0, OptionArgument::required}, setContents},
+    {{"exclude", 0, OptionArgument::required},
+     [](DiffOptions& options, std::string_view value) {
+       options.folders.excludeFilter = value;
+       return options.folders.hasExcludeFilter = true;
+     }},
+    {{"folder-attributes"},
+     [](DiffOptions& options, std::string_view) { return options.folders.folderAttributes = true; }},
+    {{"folder-date"},
+     [](DiffOptions& options, std::string_view) { return options.folders.folderDate = true; }},
     {{"format", 0, OptionArgument::required}, setFormat},
     {{"help"}, [](DiffOptions& options, std::string_view) { return options.help = true; }},
     {{"ignore-blanks", 0, OptionArgument::required}, addIgnoreBlanks},
     {{"ignore-case"},
      [](DiffOptions& options, std::string_view) { return options.compare.ignoreCase = true; }},
+    {{"include", 0, OptionArgument::required},
+     [](DiffOptions& options, std::string_view value) {
+       options.folders.includeFilter = value;
+       return options.folders.hasIncludeFilter = true;
+     }},
     {{"line-numbers", 0, OptionArgument::required}, setLineNumbers},
+    {{"match-name-case"},
+     [](DiffOptions& options, std::string_view) { return !(options.folders.ignoreNameCase = false); }},
     {{"no-changed-lines"},
      [](DiffOptions& options, std::string_view) { return !(options.compare.compareChanges = false); }},
+    {{"no-date"}, [](DiffOptions& options, std::string_view) { return !(options.folders.date = false); }},
+    {{"no-size"}, [](DiffOptions& options, std::string_view) { return !(options.folders.size = false); }},
+    {{"no-subfolders"},
+     [](DiffOptions& options, std::string_view) { return !(options.folders.subfolders = false); }},
     {{"output", 0, OptionArgument::required}, setOutput},
     {{"scope", 0, OptionArgument::required}, setScope},
+    {{"show", 0, OptionArgument::required}, setShown},
     {{"show-white-space"},
      [](DiffOptions& options, std::string_view) { return options.writing.look.showWhiteSpace = true; }},
     {{"tab-stop", 0, OptionArgument::required},
      [](DiffOptions& options, std::string_view value) {
        return parseNumber(value, kMinTabStop, kMaxTabStop, options.writing.look.tabStop);
+     }},
+    {{"threads", 0, OptionArgument::required},
+     [](DiffOptions& options, std::string_view value) {
+       return parseNumber(value, 1, 64, options.folders.threads);
      }},
     {{"unified", 'u', OptionArgument::optional}, setUnified, "3"},
     {{"", 'U', OptionArgument::required}, setUnified},

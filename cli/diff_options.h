@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 
 #include "engine/compare_options.h"
+#include "folders/folder_options.h"
 #include "output/writers.h"
 
 namespace merivane {
@@ -21,12 +23,14 @@ struct DiffOptions {
 
   const OutputFormat* format = &outputFormats().front();
   CompareOptions compare;
-  WriterOptions writing;  // a width of 0 leaves it to the terminal
+  FolderOptions folders;          // all but the text options, which are those above
+  std::optional<uint32_t> shows;  // of folders: a bit a FolderCategory; not set for the usual ones
+  WriterOptions writing;          // a width of 0 leaves it to the terminal
   ColourUse colour = ColourUse::automatic;
   bool help = false;  // or version: nothing else counts then
   bool version = false;
   std::string output;    // empty for standard output
-  std::string paths[2];  // "-" is standard input
+  std::string paths[2];  // both files or both folders; "-" is standard input
 };
 
 /// What --help and --version print, line ends included.

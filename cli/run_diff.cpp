@@ -8,14 +8,14 @@
 #include "base/texts.h"
 #include "cli/compared_files.h"
 #include "cli/diff_options.h"
+#include "cli/messages.h"
+#include "cli/run_folders.h"
 #include "engine/comparison.h"
 #include "output/file_bytes.h"
 #include "output/writers.h"
 
 namespace merivane {
 namespace {
-
-constexpr const char* kMessagePrefix = "merivane-diff: ";
 
 class DiffRun {
  public:
@@ -30,7 +30,11 @@ class DiffRun {
     }
     if (options_.help) return show(kUsageText);
     if (options_.version) return show(kVersionText);
-    return compare();
+    const bool areFolders[] = {isFolder(0), isFolder(1)};
+    if (!areFolders[0] && !areFolders[1]) return compare();
+    if (areFolders[0] != areFolders[1]) return failToPairUp();
+    prepareWriting();
+    return runFolders(options_, environment_);
   }
 
  private:
@@ -83,6 +87,20 @@ class DiffRun {
     return error == 0 ? kExitNoDifference : failToWrite(error);
   }
 
+  bool isFolder(int side) const {
+    const std::string& path = options_.paths[side];
+    return path != "-" && environment_.files.kind(path) == FileKind::folder;
+  }
+
+  /// What is not there is told of as such, whatever the other one is.
+  int failToPairUp() {
+    for (const std::string& path : options_.paths) {
+      const bool isThere = path == "-" || environment_.files.kind(path) != FileKind::none;
+      if (!isThere) return fail(formatMessage(TextId::pathNotFound, {path}));
+    }
+    return fail(formatMessage(TextId::fileAndFolder, {options_.paths[0], options_.paths[1]}));
+  }
+
   int fail(const std::string& message) {
     report(message);
     return kExitTrouble;
@@ -99,17 +117,8 @@ class DiffRun {
            ")");
   }
 
-  /// A name in the message may hold control characters, which the terminal is not to obey.
   void report(std::string_view message) {
-    CellStyle style;
-    style.terminal = environment_.terminal().bytes;
-    std::string shown = kMessagePrefix;
-    for (size_t end = 0; end != message.npos; message.remove_prefix(end == message.npos ? 0 : end + 1)) {
-      end = message.find('\n');
-      appendCell(shown, message.substr(0, end), {}, style, UINT32_MAX);
-      shown += '\n';
-    }
-    environment_.standardError.write(shown);
+    merivane::report(environment_.standardError, message, environment_.terminal().bytes);
   }
 
   const DiffEnvironment& environment_;
@@ -118,7 +127,9 @@ class DiffRun {
 
 /// Needs no memory itself.
 int reportOutOfMemory(ByteSink& standardError) {
-  for (const char* const part : {kMessagePrefix, text(TextId::outOfMemory), "\n"}) standardError.write(part);
+  for (const std::string_view part :
+       {kMessagePrefix, std::string_view(text(TextId::outOfMemory)), std::string_view("\n")})
+    standardError.write(part);
   return kExitTrouble;
 }
 

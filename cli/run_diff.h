@@ -17,7 +17,8 @@ struct TerminalFacts {
   bool isTerminal = false;
   bool showsColours = false;
   TerminalBytes bytes = {};
-  uint32_t width = 0;  // in columns; 0 when there is no telling
+  uint32_t width = 0;      // in columns; 0 when there is no telling
+  bool errorsToo = false;  // standard error is a terminal, which need not be the same
 };
 
 /// All that merivane-diff knows of the world around it.

@@ -3,7 +3,9 @@
 namespace merivane {
 
 const char* const kUsageText = R"(Usage: merivane-diff [OPTION]... LEFT RIGHT
-Compare two text files. One of them may be -, standard input.
+       merivane-diff [OPTION]... OLDFOLDER NEWFOLDER
+Compare two text files, of which one may be -, standard input, or two folders
+with all that is in them.
 
 What to show:
   --format=FORMAT         text (aligned rows side by side; the default),
@@ -16,6 +18,20 @@ What counts as equal:
   --ignore-blanks=LIST    ignore blanks: all, multiple (runs count as one),
                             start, end (of lines); commas between several
   --no-changed-lines      unequal lines never pair up as a changed line
+
+What counts in folders (by default the date and the size of files):
+  --contents=HOW          compare contents too: quick (byte for byte) or full
+                            (as texts, with the options above)
+  --no-date, --no-size    leave out the date, the size
+  --attributes            compare hidden and read-only of files
+  --folder-attributes     compare these of folders
+  --folder-date           compare the date of folders
+  --no-subfolders         list a subfolder as a whole
+  --include=FILTER        only names that match, such as '*.txt; *.h'
+  --exclude=FILTER        all but names that match; --include beats it
+  --match-name-case       names that differ in case are not the same
+  --show=LIST             list changed, old, new, same (all but the last)
+  --threads=N             work on N threads (one a processor, up to eight)
 
 How text and html look:
   --scope=SCOPE           everything (the default), context (differences and
@@ -32,7 +48,8 @@ How text and html look:
   --help                  show this text and exit
   --version               show the version and exit
 
-Exit status: 0 no differences, 1 differences, 2 trouble.
+Exit status: 0 no differences, 1 differences, 2 trouble, or something that
+could not be compared.
 )";
 
 const char* const kVersionText = "merivane-diff (Merivane) " MERIVANE_VERSION "\n";

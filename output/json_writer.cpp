@@ -4,42 +4,13 @@
 #include <string_view>
 
 #include "output/decimal.h"
-#include "output/utf8.h"
+#include "output/json_text.h"
 #include "output/writers.h"
 
 namespace merivane {
 namespace {
 
 constexpr const char* kSideNames[2] = {"left", "right"};
-
-void appendEscape(std::string& json, uint8_t number) {
-  constexpr char hex[] = "0123456789abcdef";
-  json += "\\u00";
-  json += hex[number >> 4];
-  json += hex[number & 15];
-}
-
-/// A path that is no UTF-8 is taken for characters of one byte each, of the same number.
-void appendString(std::string& json, std::string_view text) {
-  const bool utf8 = isUtf8(text);
-  json += '"';
-  while (!text.empty()) {
-    const uint32_t length = utf8 ? utf8Length(text) : 1;
-    const uint8_t byte = static_cast<uint8_t>(text[0]);
-    if (byte == '"' || byte == '\\') {
-      json += '\\';
-      json += text[0];
-    } else if (byte < 0x20 || byte == 0x7F || (byte >= 0x80 && length == 1)) {
-      appendEscape(json, byte);
-    } else if (isUtf8Control(text.substr(0, length))) {
-      appendEscape(json, static_cast<uint8_t>(text[1]));
-    } else {
-      json += text.substr(0, length);
-    }
-    text.remove_prefix(length);
-  }
-  json += '"';
-}
 
 const char* statusName(RowStatus status) {
   switch (status) {
@@ -114,7 +85,7 @@ void writeJson(const WrittenComparison& comparison, const WriterOptions&, ByteSi
     json += '"';
     json += kSideNames[side];
     json += "\":{\"path\":";
-    appendString(json, comparison.sides[side].path);
+    appendJsonString(json, comparison.sides[side].path);
     json += ",\"lineEnd\":\"";
     json += lineEndKindName(comparison.sides[side].lineEndKind);
     json += "\"},";

@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "base/utf8.h"
 #include "display/row_look.h"
-#include "output/utf8.h"
 
 namespace merivane {
 namespace {

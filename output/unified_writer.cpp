@@ -3,47 +3,17 @@
 #include <string>
 
 #include "output/decimal.h"
-#include "output/utf8.h"
+#include "output/patch_name.h"
 #include "output/writers.h"
 
 namespace merivane {
 namespace {
 
-/// Whether a byte or UTF-8 sequence of a name cannot stand there as it is.
-bool isSpecial(std::string_view character) {
-  const char c = character[0];
-  return static_cast<uint8_t>(c) < 0x20 || c == 0x7F || c == '"' || c == '\\' ||
-         TerminalBytes().controlIn(character) != 0;
-}
-
-void appendEscape(std::string& name, char c) {
-  name += '\\';
-  constexpr std::string_view named = "\a\b\t\n\v\f\r\"\\";
-  const size_t known = named.find(c);
-  if (known != std::string_view::npos) {
-    name += "abtnvfr\"\\"[known];
-  } else {
-    for (const int shift : {6, 3, 0}) name += static_cast<char>('0' + ((c >> shift) & 7));
-  }
-}
-
-/// A file name as patch programs read it back: one with control characters, quotes, backslashes or a blank at
-/// its end is written as a C string, another one with blanks with a TAB after it, which ends it.
+/// A name as patch programs read it back after "---": blanks in it are followed by a TAB, which ends it.
 std::string headerName(std::string_view path) {
-  std::string name;
-  bool quoted = path.ends_with(' ');
-  for (size_t at = 0; at < path.size();) {
-    const std::string_view character = path.substr(at, utf8Length(path.substr(at)));
-    at += character.size();
-    if (!isSpecial(character)) {
-      name += character;
-      continue;
-    }
-    quoted = true;
-    for (const char c : character) appendEscape(name, c);
-  }
-  if (quoted) return '"' + name + '"';
-  return path.find(' ') == std::string_view::npos ? name : name + '\t';
+  std::string name = patchName(path);
+  if (name.front() != '"' && name.find(' ') != std::string::npos) name += '\t';
+  return name;
 }
 
 class UnifiedWriter {

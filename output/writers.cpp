@@ -38,16 +38,20 @@ void writeSummary(const WrittenComparison& comparison, const WriterOptions&, Byt
   sink.write(summaryText(comparison.model) + "\n");
 }
 
-SystemError writeToFile(OutputFile& file, Writer& write, const WrittenComparison& comparison,
-                        const WriterOptions& options) {
+SystemError writeToFile(OutputFile& file, const std::function<void(ByteSink&)>& write) {
   try {
     const auto sink = std::make_unique<BufferedSink>(file);  // too large for a window's stack
-    write(comparison, options, *sink);
+    write(*sink);
     const SystemError error = sink->finish();
     return error == 0 ? file.commit() : error;
   } catch (const std::bad_alloc&) {
     return notEnoughStorage();
   }
+}
+
+SystemError writeToFile(OutputFile& file, Writer& write, const WrittenComparison& comparison,
+                        const WriterOptions& options) {
+  return writeToFile(file, [&](ByteSink& sink) { write(comparison, options, sink); });
 }
 
 SystemError exportComparison(FileSystem& files, const std::string& path, Writer& write,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -81,8 +82,11 @@ std::span<const OutputFormat> outputFormats();
 /// The format of a name; null for none.
 const OutputFormat* findFormat(std::string_view name);
 
-/// Makes what a writer writes the whole contents of a file just created, and commits it. Returns 0 or the
+/// Makes what `write` writes the whole contents of a file just created, and commits it. Returns 0 or the
 /// error, notEnoughStorage() when memory ran out.
+SystemError writeToFile(OutputFile& file, const std::function<void(ByteSink&)>& write);
+
+/// The same for what a writer writes.
 SystemError writeToFile(OutputFile& file, Writer& write, const WrittenComparison& comparison,
                         const WriterOptions& options);
 

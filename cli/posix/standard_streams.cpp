@@ -81,6 +81,7 @@ TerminalFacts StandardStreams::terminal() {
   terminal.bytes.utf8 = std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
   std::setlocale(LC_CTYPE, "C");
   terminal.isTerminal = ::isatty(STDOUT_FILENO) != 0;
+  terminal.errorsToo = ::isatty(STDERR_FILENO) != 0;
   if (!terminal.isTerminal) return terminal;
   terminal.showsColours = terminalShowsColours();
   winsize size = {};

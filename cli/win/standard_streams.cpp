@@ -116,6 +116,8 @@ StandardStreams::StandardStreams()
 TerminalFacts StandardStreams::terminal() {
   TerminalFacts terminal;
   DWORD mode = 0;
+  DWORD errorMode = 0;
+  terminal.errorsToo = GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &errorMode) != 0;
   terminal.isTerminal = GetConsoleMode(outputHandle(), &mode) != 0;
   const UINT codePage = terminal.isTerminal ? GetConsoleOutputCP() : GetACP();
   // Whatever its code page, a console is written characters.
