@@ -37,6 +37,9 @@ class PosixInputFile final : public InputFile {
       if (count < 0) return lastError();
       if (count == 0) break;
       got += static_cast<uint32_t>(count);
+      read_ += static_cast<uint64_t>(count);
+      // The end of a regular file that has not grown needs no read of its own to be found.
+      if (read_ == size_ && got < wanted) break;
     }
     return 0;
   }
@@ -46,6 +49,7 @@ class PosixInputFile final : public InputFile {
  private:
   Descriptor descriptor_;
   uint64_t size_ = 0;
+  uint64_t read_ = 0;
 };
 
 class PosixFileSystem final : public FileSystem {
