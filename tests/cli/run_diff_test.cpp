@@ -99,8 +99,9 @@ using Arguments = std::vector<std::string_view>;
 TEST(DiffOptions, AreReadInEverySpellingAndOrder) {
   const Arguments spellings[] = {
       {"--format", "json", "--output", "o", "--tab-stop", "8", "-", "--ignore-blanks=start,end", "R"},
-      {"-", "--fo=text", "--ou=o", "R", "--ta", "8", "--form=json", "--ignore-bl=end", "--ignore-b", "start"},
-      {"-u", "-U5", "-U", "7", "--format=json", "--output=o", "--t=8", "--ignore-b=start,end", "--", "-",
+      {"-", "--for=text", "--ou=o", "R", "--ta", "8", "--form=json", "--ignore-bl=end", "--ignore-b",
+       "start"},
+      {"-u", "-U5", "-U", "7", "--format=json", "--output=o", "--ta=8", "--ignore-b=start,end", "--", "-",
        "R"},
   };
   for (const Arguments& arguments : spellings) {
