@@ -9,11 +9,9 @@
 namespace merivane {
 namespace {
 
-StartAction message(const std::string& text) { return {StartAction::Kind::message, {}, text}; }
-
 /// What is wrong, and how it is done right.
 StartAction refusal(const std::string& wrong) {
-  return message(wrong + "\n\n" + text(TextId::commandLineHelp));
+  return {StartAction::Kind::refusal, {}, wrong + "\n\n" + text(TextId::commandLineHelp)};
 }
 
 bool startsAsOption(const std::string& argument) {
@@ -27,7 +25,9 @@ StartAction readArguments(const std::vector<std::string>& arguments, FileSystem&
   std::vector<FileKind> kinds;
   std::optional<std::string> unknownOption;
   for (const std::string& argument : arguments) {
-    if (argument == "/?" || argument == "-?") return message(text(TextId::commandLineHelp));
+    if (argument == "/?" || argument == "-?") {
+      return {StartAction::Kind::help, {}, text(TextId::commandLineHelp)};
+    }
     const FileKind kind = argument.empty() ? FileKind::none : files.kind(argument);
     // It stands for a file that is not there.
     const bool isNothing = kind == FileKind::other && equalNames(argument, "nul", false);
@@ -41,18 +41,21 @@ StartAction readArguments(const std::vector<std::string>& arguments, FileSystem&
   }
   if (unknownOption) return refusal(formatMessage(TextId::unknownOption, {*unknownOption}));
   if (paths.size() > 2) return refusal(text(TextId::tooManyPaths));
+  StartAction action;
+  for (size_t i = 0; i < paths.size(); ++i)
+    action.paths[i] = paths[i].empty() ? "" : files.absolute(paths[i]);
   for (size_t i = 0; i < paths.size(); ++i) {
-    if (kinds[i] == FileKind::none) return message(formatMessage(TextId::pathNotFound, {paths[i]}));
+    if (kinds[i] != FileKind::none) continue;
+    action.kind = StartAction::Kind::notFound;
+    action.message = formatMessage(TextId::pathNotFound, {paths[i]});
+    return action;
   }
-  if (paths.empty()) return {};
+  if (paths.empty()) return action;
   if (paths.size() == 2 && kinds[0] != kinds[1]) {
     return refusal(formatMessage(TextId::fileAndFolder, {paths[0], paths[1]}));
   }
   if (kinds[0] == FileKind::folder) return refusal(text(TextId::foldersNotYet));
-
-  StartAction action;
   action.kind = paths.size() == 1 ? StartAction::Kind::oneFile : StartAction::Kind::twoFiles;
-  for (size_t i = 0; i < paths.size(); ++i) action.paths[i] = files.absolute(paths[i]);
   return action;
 }
 

@@ -13,7 +13,9 @@ struct StartAction {
     emptyTextWindow,
     oneFile,   // paths[0] goes into the left box; nothing to compare yet
     twoFiles,  // compared at once
-    message,   // shown, and the program ends without a window
+    notFound,  // both go into the boxes, and the message says what is wrong
+    refusal,   // the message says what is wrong, and the program ends without a window
+    help,      // so it does after this message
   };
 
   Kind kind = Kind::emptyTextWindow;

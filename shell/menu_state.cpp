@@ -17,6 +17,26 @@ CommandState commandState(Command id, const WindowFacts& window, const Settings&
   return state;
 }
 
+bool editsText(Command id) {
+  switch (id) {
+    case Command::undo:
+    case Command::redo:
+    case Command::cut:
+    case Command::copy:
+    case Command::paste:
+    case Command::deleteText:
+    case Command::selectAll:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool leavesKeysToNameBox(Command id) {
+  return editsText(id) || id == Command::copyDiffLeft || id == Command::copyDiffRight ||
+         id == Command::deleteDiff;
+}
+
 PaneMenu paneMenu(RowStatus row, int side) {
   if (row == RowStatus::same) return PaneMenu::deleteOnly;
   if (fillerSide(row) == side) return PaneMenu::plain;

@@ -27,7 +27,17 @@ struct WindowFacts {
   bool hasFile = false;  // the active side, or the selected entry, has a name that can be a file's
   std::optional<RowStatus> caretRow;  // none: the caret stands outside the rows
 
-  bool activeWritable() const { return !readOnly[activeSide]; }
+  /// The name box that has the keyboard, if one has: what edits text is then about the name in it.
+  struct NameBox {
+    bool canUndo = false;
+    bool hasSelection = false;
+  };
+  std::optional<NameBox> nameBox;
+
+  bool mayUndo() const { return nameBox ? nameBox->canUndo : canUndo; }
+  bool mayRedo() const { return !nameBox && canRedo; }
+  bool mayCopy() const { return nameBox ? nameBox->hasSelection : hasSelection; }
+  bool mayEdit() const { return nameBox.has_value() || !readOnly[activeSide]; }
   bool mayCopyTo(int side) const;  // the line or difference at the caret
   bool mayDelete() const;          // it, on the active side
 };
@@ -45,6 +55,12 @@ struct CommandState {
 /// command. While a comparison is running only what closes the window or all of them is enabled. A window
 /// disables besides what it does not do itself.
 CommandState commandState(Command id, const WindowFacts& window, const Settings& settings);
+
+/// Whether a command edits text, so that a name box that has the keyboard does it in itself.
+bool editsText(Command id);
+
+/// Whether a command's keys are a name box's own while it has the keyboard.
+bool leavesKeysToNameBox(Command id);
 
 /// Whether a new window of a kind may be opened by command: not a second one where windows are reused.
 constexpr bool mayOpenNewWindow(bool reuse, int32_t open) { return !reuse || open == 0; }

@@ -5,7 +5,7 @@
 namespace merivane {
 
 std::optional<Completion> NameCompletion::onEdit(std::string_view typed, const HistoryList& history) const {
-  if (lastEditWasDeletion_) return std::nullopt;
+  if (lastEditWasDeletion_ || typed.empty()) return std::nullopt;
   const int32_t entry = history.FindCompletion(typed);
   if (entry < 0) return std::nullopt;
   return Completion{entry, typed.size(), history.entries()[static_cast<size_t>(entry)].size()};
@@ -44,7 +44,9 @@ std::optional<std::string> upOneFolder(std::string_view path) {
   size_t cut = path.rfind('\\');
   if (path.size() <= root || cut == std::string_view::npos) return std::nullopt;
   if (cut < root) cut = root;
-  return std::string(path.substr(0, cut));
+  std::string folder(path.substr(0, cut));
+  if (folder.back() != '\\') folder += '\\';
+  return folder;
 }
 
 std::string boxTextKey(std::string_view baseName) { return std::string(baseName) + ".text"; }

@@ -28,7 +28,7 @@ class NameCompletion {
   /// Every key before the edit field acts on it; `deletes` for Delete and Backspace.
   void onKey(bool deletes) { lastEditWasDeletion_ = deletes; }
 
-  /// Text is cut or cleared otherwise than by a key.
+  /// Text is cut, cleared or given back otherwise than by a key.
   void onCut() { lastEditWasDeletion_ = true; }
 
   /// The edit text became `typed`. Returns none to leave it as it is.
@@ -47,8 +47,8 @@ enum DropKinds : uint32_t { kDropFiles = 1, kDropFolders = 2 };
 
 bool acceptsDrop(FileKind item, uint32_t dropKinds);
 
-/// Returns the folder above a path; none where there is no higher one, as for a drive, a share or a plain
-/// name.
+/// Returns the folder above a path, with a backslash at its end; none where there is no higher one, as for a
+/// drive, a share or a plain name.
 std::optional<std::string> upOneFolder(std::string_view path);
 
 /// The name of the value that keeps a box's last text, and the base names of the text window's two boxes.

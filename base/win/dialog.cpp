@@ -8,10 +8,10 @@ bool Dialog::open(int resource, HWND owner) {
 }
 
 INT_PTR Dialog::run(int resource, HWND owner) {
-  const INT_PTR answer =
+  const INT_PTR result =
       DialogBoxParamA(programInstance(), MAKEINTRESOURCEA(resource), owner, dialogProcedure,
                       reinterpret_cast<LPARAM>(static_cast<Window*>(this)));
-  return answer == -1 ? 0 : answer;
+  return result == -1 ? 0 : result;
 }
 
 void Dialog::centre() {

@@ -31,7 +31,7 @@ class OpenedClipboard {
   bool opened_ = false;
 };
 
-/// A block that the clipboard can own, with a NUL after the text. Null without memory.
+/// A block that the clipboard can own, with a NUL after the text. Null when memory runs out.
 HGLOBAL makeBlock(std::string_view text) {
   const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, text.size() + 1);
   if (block == nullptr) return nullptr;

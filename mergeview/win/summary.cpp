@@ -121,6 +121,7 @@ void Summary::onRightButtonDown(int y) {
 void Summary::goToBlock(RowRange rows) {
   view_.state().goToBlock(rows);
   view_.applyChanges();
+  SetFocus(view_.handle());
 }
 
 }  // namespace merivane

@@ -7,6 +7,7 @@
 #include "shell/command_line.h"
 #include "shell/win/shell_utilities.h"
 #include "shell/win/system_facts.h"
+#include "shell/win/top_level_window.h"
 
 namespace merivane {
 namespace {
@@ -28,13 +29,20 @@ bool Application::InitApplication(const std::vector<std::string>& arguments) {
 
   const StartAction action = readArguments(arguments, systemFiles());
   switch (action.kind) {
-    case StartAction::Kind::message:
+    case StartAction::Kind::help:
       showMessage(nullptr, action.message, MB_OK | MB_ICONINFORMATION);
       return false;
+    case StartAction::Kind::refusal: showMessage(nullptr, action.message, MB_OK | MB_ICONERROR); return false;
+    case StartAction::Kind::notFound: {
+      const TopLevelWindow* const window =
+          windows.openNew(WindowKind::text, action.paths[0], action.paths[1]);
+      if (window != nullptr) showMessage(window->handle(), action.message, MB_OK | MB_ICONERROR);
+      return window != nullptr;
+    }
     case StartAction::Kind::twoFiles:
       return windows.compare(WindowKind::text, nullptr, action.paths[0], action.paths[1], false);
-    case StartAction::Kind::oneFile:
-    case StartAction::Kind::emptyTextWindow: return windows.openNew(WindowKind::text, action.paths[0]);
+    case StartAction::Kind::oneFile: return windows.openNew(WindowKind::text, action.paths[0], "") != nullptr;
+    case StartAction::Kind::emptyTextWindow: return windows.openNew(WindowKind::text) != nullptr;
   }
   return false;
 }

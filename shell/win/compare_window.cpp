@@ -3,7 +3,6 @@
 #include "shell/win/application.h"
 #include "shell/win/export_dialog.h"
 #include "shell/win/file_dialogs.h"
-#include "shell/win/registered_messages.h"
 
 namespace merivane {
 

@@ -43,7 +43,8 @@ class CompareWindow final : public TopLevelWindow, private TextViewOwner, privat
   void addFacts(WindowFacts& facts) const override;
   std::function<void()> handlerOf(Command command) override;
   void startComparison() override { session_.compare(); }
-  bool mayEndSession() override { return session_.offerToSave(); }
+  bool hasUnsavedChanges() const override { return history_.isModified(0) || history_.isModified(1); }
+  void offerToSave() override { session_.offerToSave(); }
 
   // What the panes and the session ask for.
   void onViewChanges(const ViewChanges& changes) override;

@@ -40,9 +40,9 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
       {Command::lineNumbersVirtual, [](W& w) { w.numberLines(LineNumbers::rows); }},
       {Command::lineNumbersReal, [](W& w) { w.numberLines(LineNumbers::lines); }},
       {Command::lineNumbersNone, [](W& w) { w.numberLines(LineNumbers::none); }},
-      {Command::switchPane, [](W& w) { switchPane(w.view_); }},
-      {Command::prevDiff, [](W& w) { goToPreviousDifference(w.view_); }},
-      {Command::nextDiff, [](W& w) { goToNextDifference(w.view_); }},
+      {Command::switchPane, [](W& w) { switchPane(w.view_), w.focusContents(); }},
+      {Command::prevDiff, [](W& w) { goToPreviousDifference(w.view_), w.focusContents(); }},
+      {Command::nextDiff, [](W& w) { goToNextDifference(w.view_), w.focusContents(); }},
       {Command::switchSides, [](W& w) { w.session_.switchSides(); }},
 
       {Command::save, [](W& w) { w.session_.save(); }},
@@ -95,6 +95,7 @@ void CompareWindow::search(bool forwards) {
   const Settings& settings = application().settings;
   const FindQuery query = {settings.findText, settings.findMatchCase, settings.findWholeWord};
   const bool found = forwards ? findNext(view_, query) : findPrevious(view_, query);
+  if (found) focusContents();
   if (!found) showMessage(handle(), TextId::searchTextNotFound, MB_OK | MB_ICONINFORMATION);
 }
 

@@ -2,6 +2,8 @@
 
 namespace merivane {
 
+const UINT findReplaceMessage = RegisterWindowMessageA("commdlg_FindReplace");
+
 void FindDialog::open(HWND owner) {
   if (handle() != nullptr) {
     SetFocus(dialog_);

@@ -8,6 +8,9 @@
 
 namespace merivane {
 
+/// What the Find dialog sends to its owner.
+extern const UINT findReplaceMessage;
+
 /// The system's Find dialog, one for the whole program. What is searched for is kept in the settings.
 class FindDialog {
  public:

@@ -11,7 +11,7 @@ namespace merivane {
 /// Fills the box and widens its list to the widest face name.
 void fillFontList(HWND comboBox);
 
-/// Answers WM_DRAWITEM for an item of the box.
+/// Handles WM_DRAWITEM for an item of the box.
 void drawFontItem(const DRAWITEMSTRUCT& item);
 
 }  // namespace merivane

@@ -8,7 +8,7 @@
 
 #include "base/win/messages.h"
 #include "base/win/window.h"
-#include "shell/win/drops.h"
+#include "shell/win/shell_utilities.h"
 
 namespace merivane {
 namespace {
@@ -81,12 +81,42 @@ void NameBox::onEdit() {
   SendMessageA(edit_, EM_SETSEL, completion->selectionBegin, static_cast<LPARAM>(completion->selectionEnd));
 }
 
+WindowFacts::NameBox NameBox::facts() const {
+  const auto selection = static_cast<DWORD>(SendMessageA(edit_, EM_GETSEL, 0, 0));
+  return {SendMessageA(edit_, EM_CANUNDO, 0, 0) != 0, LOWORD(selection) != HIWORD(selection)};
+}
+
+void NameBox::edit(Command command) {
+  switch (command) {
+    case Command::undo:
+      completion_.onCut();
+      SendMessageA(edit_, EM_UNDO, 0, 0);
+      break;
+    case Command::cut: SendMessageA(edit_, WM_CUT, 0, 0); break;
+    case Command::copy: SendMessageA(edit_, WM_COPY, 0, 0); break;
+    case Command::paste: SendMessageA(edit_, WM_PASTE, 0, 0); break;
+    case Command::deleteText: SendMessageA(edit_, WM_KEYDOWN, VK_DELETE, 0); break;
+    case Command::selectAll: SendMessageA(edit_, EM_SETSEL, 0, -1); break;
+    default: break;
+  }
+}
+
+void NameBox::focusAll() {
+  SetFocus(handle_);
+  SendMessageA(edit_, EM_SETSEL, 0, -1);
+}
+
+void NameBox::focusEnd() {
+  SetFocus(handle_);
+  // After the focus, which selects the whole text.
+  const size_t end = text().size();
+  SendMessageA(edit_, EM_SETSEL, end, static_cast<LPARAM>(end));
+}
+
 void NameBox::drop(const std::string& name) {
   if (!acceptsDrop(systemFiles().kind(name), dropKinds_)) return;
   setText(name);
-  SetFocus(handle_);
-  // After the focus, which selects the whole text.
-  SendMessageA(edit_, EM_SETSEL, name.size(), static_cast<LPARAM>(name.size()));
+  focusEnd();
   notifyParent(kNameBoxDropped);
 }
 

@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "shell/menu_state.h"
 #include "shell/name_box.h"
 
 namespace merivane {
@@ -32,7 +33,14 @@ class NameBox final : public HistoryView {
 
   bool hasFocus() const { return GetFocus() == edit_; }
   bool isListOpen() const { return SendMessageA(handle_, CB_GETDROPPEDSTATE, 0, 0) != 0; }
-  void undo() const { SendMessageA(edit_, EM_UNDO, 0, 0); }
+  WindowFacts::NameBox facts() const;
+
+  /// Does in the edit field what a command does that edits text.
+  void edit(Command command);
+
+  /// Takes the keyboard, with the whole text selected, or with the caret at its end.
+  void focusAll();
+  void focusEnd();
 
   /// The parent passes on that the edit text changed. What the program itself puts there completes nothing.
   void onEdit();

@@ -1,5 +1,7 @@
 #include "shell/win/name_row.h"
 
+#include <utility>
+
 #include "base/win/gdi.h"
 #include "base/win/messages.h"
 #include "shell/command_table.h"
@@ -63,24 +65,24 @@ const NameBox* NameRow::focusedBox() const {
   return nullptr;
 }
 
+NameBox* NameRow::focusedBox() { return const_cast<NameBox*>(std::as_const(*this).focusedBox()); }
+
 void NameRow::browse(int side) {
   const HWND window = GetParent(boxes_[side].handle());
   const auto chosen = chooseFile(window, loadText(traits_.browseTitles[side]), text(side));
-  if (chosen) focusWith(side, *chosen);
+  if (!chosen) return;
+  setText(side, *chosen);
+  SetFocus(boxes_[side].handle());
 }
 
 void NameRow::goUpOneFolder(int side) {
   const auto folder = upOneFolder(text(side));
-  if (folder) {
-    focusWith(side, *folder);
-  } else {
+  if (!folder) {
     MessageBeep(MB_OK);
+    return;
   }
-}
-
-void NameRow::focusWith(int side, const std::string& name) {
-  setText(side, name);
-  SetFocus(boxes_[side].handle());
+  setText(side, *folder);
+  boxes_[side].focusEnd();  // where the next name is typed on
 }
 
 }  // namespace merivane

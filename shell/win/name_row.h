@@ -35,6 +35,7 @@ class NameRow {
 
   /// The box that is being edited, if one is.
   const NameBox* focusedBox() const;
+  NameBox* focusedBox();
 
   /// Asks for a name and puts it into a side's box.
   void browse(int side);
@@ -43,8 +44,6 @@ class NameRow {
   void goUpOneFolder(int side);
 
  private:
-  void focusWith(int side, const std::string& name);
-
   const NameRowTraits& traits_;
   Settings& settings_;
   NameBox boxes_[2];

@@ -52,15 +52,24 @@ bool OpenWindows::compare(WindowKind kind, TopLevelWindow* target, const std::st
   const auto found = std::find_if(list(kind).begin(), list(kind).end(),
                                   [&](const auto& window) { return idOf(*window) == chosen; });
   TopLevelWindow* const window = found != list(kind).end() ? found->get() : make(kind);
-  if (window == nullptr) return false;
+  if (window == nullptr || window->isBusy()) return false;
   window->compare(left, right);
   return true;
 }
 
-bool OpenWindows::openNew(WindowKind kind, const std::string& left) {
+TopLevelWindow* OpenWindows::openNew(WindowKind kind) {
   TopLevelWindow* const window = make(kind);
-  if (window != nullptr && !left.empty()) window->setName(0, left);
-  return window != nullptr;
+  if (window != nullptr) window->focusName(0);
+  return window;
+}
+
+TopLevelWindow* OpenWindows::openNew(WindowKind kind, const std::string& left, const std::string& right) {
+  TopLevelWindow* const window = make(kind);
+  if (window == nullptr) return nullptr;
+  window->setName(0, left);
+  window->setName(1, right);
+  window->focusName(right.empty() ? 1 : 0);
+  return window;
 }
 
 void OpenWindows::RemoveWindow(const TopLevelWindow& window) {
@@ -127,7 +136,7 @@ void OpenWindows::ActivateListedWindow(Command command) const {
   const HWND window = list(place->kind)[place->index]->handle();
   if (IsIconic(window)) ShowWindow(window, SW_RESTORE);
   BringWindowToTop(window);
-  SetForegroundWindow(window);
+  SetForegroundWindow(GetLastActivePopup(window));  // or a window that waits would take no key
 }
 
 void OpenWindows::cascade() const {

@@ -24,13 +24,15 @@ class OpenWindows {
   ~OpenWindows();
 
   /// Compares two files or two folders in the window of that kind that the reuse rules choose, or in a new
-  /// one; `target` is the window that was asked, if one was. False when no window can be created.
+  /// one; `target` is the window that was asked, if one was. False when no window can be created or the one
+  /// chosen is busy.
   bool compare(WindowKind kind, TopLevelWindow* target, const std::string& left, const std::string& right,
                bool force);
 
-  /// Opens an empty window, with a name in its left box unless that is empty. False when it cannot be
-  /// created.
-  bool openNew(WindowKind kind, const std::string& left = {});
+  /// Opens a window to name files or folders in: with those of the last comparison, or with these. The
+  /// keyboard is in the box where a name is to come. Null when it cannot be created.
+  TopLevelWindow* openNew(WindowKind kind);
+  TopLevelWindow* openNew(WindowKind kind, const std::string& left, const std::string& right);
 
   /// Takes a closed window off the list; the last one ends the program. The object goes with the next
   /// forgetClosed(), as one of its own handlers may have closed it.

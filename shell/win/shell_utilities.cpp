@@ -37,7 +37,7 @@ bool hasContents(const std::string& name) {
          (data.nFileSizeLow != 0 || data.nFileSizeHigh != 0);
 }
 
-/// Lets the shell act on a path, without any error boxes of its own. Answers 0 or the error.
+/// Lets the shell act on a path, without any error boxes of its own. Returns 0 or the error.
 SystemError execute(HWND owner, const char* verb, const std::string& path, ULONG flags) {
   SHELLEXECUTEINFOA info = {};
   info.cbSize = sizeof info;
@@ -70,6 +70,18 @@ std::string ResolveShortcut(const std::string& name) {
   char target[MAX_PATH] = "";
   if (link->GetPath(target, MAX_PATH, nullptr, 0) != S_OK || target[0] == '\0') return name;
   return target;
+}
+
+std::vector<std::string> takeDrop(HDROP drop) {
+  std::vector<std::string> names;
+  const UINT count = DragQueryFileA(drop, 0xFFFFFFFF, nullptr, 0);
+  for (UINT i = 0; i < count; ++i) {
+    std::string name(DragQueryFileA(drop, i, nullptr, 0), '\0');
+    DragQueryFileA(drop, i, name.data(), static_cast<UINT>(name.size()) + 1);
+    names.push_back(ResolveShortcut(name));
+  }
+  DragFinish(drop);
+  return names;
 }
 
 bool OpenWithShell(HWND owner, const std::string& path, ErrorReport report) {

@@ -13,13 +13,13 @@ bool fontExists(const char* face) {
   wanted.lfCharSet = DEFAULT_CHARSET;
   if (std::strlen(face) >= sizeof wanted.lfFaceName) return false;
   std::strcpy(wanted.lfFaceName, face);
-  const auto found = [](const LOGFONTA*, const TEXTMETRICA*, DWORD, LPARAM answer) CALLBACK -> int {
-    *reinterpret_cast<bool*>(answer) = true;
+  const auto found = [](const LOGFONTA*, const TEXTMETRICA*, DWORD, LPARAM exists) CALLBACK -> int {
+    *reinterpret_cast<bool*>(exists) = true;
     return 0;
   };
-  bool answer = false;
-  EnumFontFamiliesExA(WindowDc(nullptr), &wanted, found, reinterpret_cast<LPARAM>(&answer), 0);
-  return answer;
+  bool exists = false;
+  EnumFontFamiliesExA(WindowDc(nullptr), &wanted, found, reinterpret_cast<LPARAM>(&exists), 0);
+  return exists;
 }
 
 }  // namespace

@@ -37,7 +37,8 @@ void ToolBar::create(HWND parent, WindowKind kind, const ButtonIcons& icons) {
 }
 
 int ToolBar::fit() {
-  SendMessageA(handle_, TB_AUTOSIZE, 0, 0);
+  // The first time breaks the rows at the width that the bar had, and gives it the new one.
+  for (int i = 0; i < 2; ++i) SendMessageA(handle_, TB_AUTOSIZE, 0, 0);
   RECT area = {};
   GetWindowRect(handle_, &area);
   return area.bottom - area.top;

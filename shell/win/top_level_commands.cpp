@@ -4,6 +4,9 @@
 
 #include <commctrl.h>
 
+#include <iterator>
+#include <span>
+
 #include "base/win/messages.h"
 #include "shell/command_table.h"
 #include "shell/win/application.h"
@@ -64,7 +67,12 @@ void TopLevelWindow::onCommand(int id, int code) {
 
 void TopLevelWindow::run(Command command) {
   if (!stateOf(command, facts()).enabled) return;
-  handlerOf(command)();
+  NameBox* const box = names_.focusedBox();
+  if (box != nullptr && editsText(command)) {
+    box->edit(command);
+  } else {
+    handlerOf(command)();
+  }
   changed();
 }
 
@@ -80,8 +88,23 @@ WindowFacts TopLevelWindow::facts() const {
   facts.folderWindows = application_.windows.count(WindowKind::folder);
   facts.comparing = waitDialog_.isBusy();
   facts.clipboardHasText = IsClipboardFormatAvailable(CF_TEXT) != 0;
+  if (const NameBox* const box = names_.focusedBox()) facts.nameBox = box->facts();
   addFacts(facts);
   return facts;
+}
+
+/// The command that the accelerators give to a key.
+std::optional<Command> TopLevelWindow::commandOf(const MSG& key) const {
+  ACCEL entries[128];
+  const int count = CopyAcceleratorTableA(accelerators(), entries, static_cast<int>(std::size(entries)));
+  int held = FVIRTKEY;
+  if (isKeyDown(VK_CONTROL)) held |= FCONTROL;
+  if (isKeyDown(VK_SHIFT)) held |= FSHIFT;
+  if (isKeyDown(VK_MENU)) held |= FALT;
+  for (const ACCEL& entry : std::span(entries, static_cast<size_t>(count))) {
+    if (entry.key == key.wParam && (entry.fVirt & ~FNOINVERT) == held) return static_cast<Command>(entry.cmd);
+  }
+  return std::nullopt;
 }
 
 // Menus.

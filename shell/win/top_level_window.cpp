@@ -4,10 +4,10 @@
 
 #include "base/win/gdi.h"
 #include "base/win/messages.h"
+#include "base/win/wide.h"
 #include "shell/win/application.h"
 #include "shell/win/controls.h"
-#include "shell/win/drops.h"
-#include "shell/win/registered_messages.h"
+#include "shell/win/shell_utilities.h"
 #include "shell/win/system_facts.h"
 
 namespace merivane {
@@ -59,7 +59,7 @@ LRESULT TopLevelWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DROPFILES: onDropFiles(reinterpret_cast<HDROP>(wParam)); return 0;
     case WM_HELP: run(Command::usersManual); return TRUE;
     case WM_CLOSE: onClose(); return 0;
-    case WM_QUERYENDSESSION: return mayEndSession() ? TRUE : FALSE;
+    case WM_QUERYENDSESSION: return onQueryEndSession(lParam) ? TRUE : FALSE;
     case WM_ENDSESSION: onEndSession(wParam != 0); return 0;
     default: return defaultProcedure(message, wParam, lParam);
   }
@@ -146,7 +146,10 @@ void TopLevelWindow::setName(int side, const std::string& name) {
   changed();
 }
 
+void TopLevelWindow::focusName(int side) { names_.box(side).focusAll(); }
+
 void TopLevelWindow::onNameBox(int side, int code) {
+  changed();  // commands may be about the box now, or no longer
   NameBox& box = names_.box(side);
   NameBox& other = names_.box(1 - side);
   switch (code) {
@@ -156,6 +159,7 @@ void TopLevelWindow::onNameBox(int side, int code) {
       if (!box.text().empty() && other.text().empty()) {
         SetFocus(other.handle());
       } else {
+        focusContents();  // or the next key would replace the name
         run(Command::refresh);
       }
       break;
@@ -171,6 +175,7 @@ void TopLevelWindow::onActivate(bool active, bool minimized) {
   const HWND focus = GetFocus();
   if (active) {
     capturePlacement();
+    escapeHeld_ = isKeyDown(VK_ESCAPE);
     if (!minimized) SetFocus(handle());
   } else if (IsChild(handle(), focus)) {
     lastFocus_ = focus;
@@ -182,30 +187,48 @@ void TopLevelWindow::onSetFocus() { SetFocus(lastFocus_ != nullptr ? lastFocus_ 
 bool TopLevelWindow::PreTranslateMessage(const MSG& message) {
   if (waitDialog_.isBusy()) return waitDialog_.takes(message);
   toolTips_.relay(message);
-  if (message.message == WM_SYSKEYDOWN && message.wParam == VK_BACK) return undoInNameBox();
+  if (NameBox* const box = names_.focusedBox()) {
+    changed();  // the selection in it, of which nothing is heard
+    if (onKeyInName(message, *box)) return true;
+  }
+  if (message.message == WM_KEYUP && message.wParam == VK_ESCAPE) escapeHeld_ = false;
   if (message.message != WM_KEYDOWN) return false;
   switch (message.wParam) {
-    case 'Z': return isCtrlDown() && undoInNameBox();
-    case VK_ESCAPE:
-      if (!application_.settings.escQuitsApp || isNameListOpen()) return false;
-      SendMessageA(handle(), WM_COMMAND, static_cast<WPARAM>(Command::exit), 0);
-      return true;
+    case VK_ESCAPE: return onEscape();
+    case VK_RETURN: return onEnter(message.hwnd);
     case VK_TAB: return onTab(message);
     default: return false;
   }
 }
 
-/// Whether Esc closes no more than a list.
-bool TopLevelWindow::isNameListOpen() const {
-  const NameBox* const box = names_.focusedBox();
-  return box != nullptr && box->isListOpen();
+/// Takes a key away from the accelerators that is the name box's own.
+bool TopLevelWindow::onKeyInName(const MSG& message, NameBox& box) {
+  if (message.message != WM_KEYDOWN && message.message != WM_SYSKEYDOWN) return false;
+  const auto command = commandOf(message);
+  if (!command || !leavesKeysToNameBox(*command)) return false;
+  if (editsText(*command)) {
+    box.edit(*command);
+  } else {
+    TranslateMessage(&message);
+    DispatchMessageA(&message);
+  }
+  return true;
 }
 
-/// The keys for it would not reach a name box that is being edited.
-bool TopLevelWindow::undoInNameBox() const {
+bool TopLevelWindow::onEscape() {
   const NameBox* const box = names_.focusedBox();
-  if (box != nullptr) box->undo();
-  return box != nullptr;
+  const bool closesList = box != nullptr && box->isListOpen();
+  if (!application_.settings.escQuitsApp || escapeHeld_ || closesList) return false;
+  SendMessageA(handle(), WM_COMMAND, static_cast<WPARAM>(Command::exit), 0);
+  return true;
+}
+
+/// Presses a button that has the keyboard, as in a dialog.
+bool TopLevelWindow::onEnter(HWND control) {
+  if ((SendMessageA(control, WM_GETDLGCODE, 0, 0) & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) == 0)
+    return false;
+  SendMessageA(control, BM_CLICK, 0, 0);
+  return true;
 }
 
 /// Whether the key is not the focused control's own.
@@ -276,9 +299,20 @@ void TopLevelWindow::close() {
   DestroyWindow(handle());
 }
 
+// The system waits for no question: it shows the reason, and the user decides there whether to come back.
+bool TopLevelWindow::onQueryEndSession(LPARAM reason) {
+  if ((reason & ENDSESSION_CRITICAL) != 0 || !hasUnsavedChanges()) return true;
+  keepsSession_ = true;
+  ShutdownBlockReasonCreate(handle(), wide(loadText(TextId::sessionWaits)).c_str());
+  return false;
+}
+
 // The program is ended without further notice when the user logs off.
 void TopLevelWindow::onEndSession(bool ending) {
   if (ending) application_.keepSettings();
+  if (!std::exchange(keepsSession_, false)) return;
+  ShutdownBlockReasonDestroy(handle());
+  if (!ending) offerToSave();
 }
 
 // Bringing up to date.

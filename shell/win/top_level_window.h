@@ -6,6 +6,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,10 +45,16 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
 
   bool PreTranslateMessage(const MSG& message) override;
 
+  /// Waits for a comparison: only closing is possible meanwhile.
+  bool isBusy() const { return waitDialog_.isBusy(); }
+
   /// Puts two names into the boxes and compares.
   void compare(const std::string& left, const std::string& right);
 
   void setName(int side, const std::string& name) override;
+
+  /// Gives the keyboard to a name box, its text selected.
+  void focusName(int side);
 
   /// No comparison has been shown yet, and nothing has been typed.
   virtual bool isFresh() const = 0;
@@ -109,8 +116,11 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
   /// Has the files or folders compared that the boxes name.
   virtual void startComparison() = 0;
 
-  /// The same when the session ends, which nobody asked this window for.
-  virtual bool mayEndSession() = 0;
+  /// Whether something is not saved.
+  virtual bool hasUnsavedChanges() const = 0;
+
+  /// Asks whether to save it, as closing does, whatever the settings.
+  virtual void offerToSave() = 0;
 
   /// What runs a command; empty for one that the window does not have.
   virtual std::function<void()> handlerOf(Command command);
@@ -121,6 +131,9 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
 
   /// Runs a command that is enabled.
   void run(Command command);
+
+  /// Gives the keyboard to the contents.
+  void focusContents() { SetFocus(mainControl()); }
 
   /// Turns a setting round, for all windows.
   void toggle(bool Settings::*setting);
@@ -158,10 +171,13 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
   void onCommand(int id, int code);
   void onNameBox(int side, int code);
   void onClose();
+  bool onQueryEndSession(LPARAM reason);
   void onEndSession(bool ending);
+  bool onKeyInName(const MSG& message, NameBox& box);
+  bool onEscape();
+  bool onEnter(HWND control);
   bool onTab(const MSG& message);
-  bool isNameListOpen() const;
-  bool undoInNameBox() const;
+  std::optional<Command> commandOf(const MSG& key) const;
   void capturePlacement();
   FrameMetrics metrics() const;
   HMENU windowMenu() const;
@@ -179,7 +195,9 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
   StatusBar statusBar_;
   WaitDialog waitDialog_;
   ShownBars shownBars_;
-  HWND lastFocus_ = nullptr;  // the child that has the focus whenever the window is active
+  bool escapeHeld_ = false;    // since before the window was active: it was meant for a dialog that has gone
+  bool keepsSession_ = false;  // the session's end waits for the user's answer
+  HWND lastFocus_ = nullptr;   // the child that has the focus whenever the window is active
 
   bool changed_ = false;  // since the last update()
   std::string shownTitle_;

@@ -1,11 +1,16 @@
 #include "shell/win/wait_dialog.h"
 
+#include <shellapi.h>
+
 #include <utility>
 
 #include "base/win/messages.h"
-#include "shell/win/registered_messages.h"
 
 namespace merivane {
+
+const UINT compareDoneMessage =
+    RegisterWindowMessageA("MSG_COMPARE_DONE-{2ECF7E4C-1184-4b0e-8849-F7DDD5BCF4DC}");
+
 namespace {
 
 constexpr int dialogNumber = 1140;
@@ -51,6 +56,11 @@ void WaitDialog::close() {
 
 bool WaitDialog::takes(const MSG& message) const {
   if (IsDialogMessageA(handle(), const_cast<MSG*>(&message))) return true;
+  if (message.message == WM_DROPFILES) {
+    DragFinish(reinterpret_cast<HDROP>(message.wParam));
+    MessageBeep(MB_OK);
+    return true;
+  }
   const auto within = [&](UINT first, UINT last) {
     return message.message >= first && message.message <= last;
   };

@@ -8,6 +8,9 @@
 
 namespace merivane {
 
+/// Work for a window has ended; posted to it without parameters.
+extern const UINT compareDoneMessage;
+
 /// "Please wait while comparing..." over a window that takes no input while work is done for it on another
 /// thread. The box shows itself only when the wait lasts long enough to be noticed.
 class WaitDialog final : public Dialog {
@@ -16,7 +19,7 @@ class WaitDialog final : public Dialog {
   ~WaitDialog() override;
 
   /// Starts `work`. `owner` gets no input until the work has ended or the user has cancelled it; it is told
-  /// by compareDoneMessage, and answers that with finish(). It is not disabled until the box shows, so that
+  /// by compareDoneMessage, on which it calls finish(). It is not disabled until the box shows, so that
   /// after a short wait it is still active and nothing has flickered. Only while isBusy() is false.
   void start(HWND owner, Work work, WhenWorkEnds whenEnded);
 
@@ -29,7 +32,7 @@ class WaitDialog final : public Dialog {
   /// Cancels the work, if any is under way, and forgets it.
   void abandon();
 
-  /// While isBusy(): whether a message is the box's, or input that the owner must not get.
+  /// While isBusy(): whether a message is the box's, or input that the owner must not get. A drop is refused.
   bool takes(const MSG& message) const;
 
  private:

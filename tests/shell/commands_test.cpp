@@ -41,10 +41,14 @@ TEST(CommandLine, WhatIsAskedForIsDoneOrSaid) {
       {{"a", "d"}, "A file cannot be compared with a folder:\na\nd\n\n" + help},
       {{"d", "e"}, text(TextId::foldersNotYet) + ("\n\n" + help)},
   };
+  const StartAction mistyped = readArguments({"a", "missing"}, files);
+  EXPECT_EQ(mistyped.kind, StartAction::Kind::notFound);
+  EXPECT_EQ(mistyped.paths[0] + ", " + mistyped.paths[1], "C:\\a, C:\\missing")
+      << "to be mended in the boxes";
   for (const auto& [arguments, answer] : cases) {
     const auto [kind, paths, message] = readArguments(arguments, files);
     const std::string opens = std::to_string(static_cast<int>(kind)) + ": " + paths[0] + ", " + paths[1];
-    EXPECT_EQ(kind == StartAction::Kind::message ? message : opens, answer);
+    EXPECT_EQ(message.empty() ? opens : message, answer);
   }
 }
 
@@ -94,6 +98,14 @@ TEST(MenuState, EachFactDecidesAboutItsOwnCommands) {
       {[](W& w, S&) { w.caretRow = RowStatus::leftOnly, w.activeSide = 1; },
        {copyLineLeft, copyDiffLeft, deleteLine, deleteDiff}},
       {[](W&, S& s) { s.findText.clear(); }, {findNext, findPrev}},
+      {[](W& w, S&) {
+         w.nameBox = W::NameBox{false, true}, w.readOnly[0] = true;
+       },
+       {undo, redo, replaceLeft, copyLineLeft, copyDiffLeft, deleteLine, deleteDiff}},
+      {[](W& w, S&) {
+         w.nameBox = W::NameBox{true, false}, w.canUndo = false;
+       },
+       {redo, cut, copy}},
       {[](W&, S& s) { s.reUseFileWindow = true; }, {newTextWindow}},
   };
   for (const auto& [change, greyed] : cases) {

@@ -24,7 +24,9 @@ TEST_F(CompareTest, TwoFilesOnTheCommandLine) {
 
   program_ = std::make_unique<Program>("two.txt missing.txt");
   EXPECT_EQ(program_->answerMessage(), "Could not find the file or folder:\nmissing.txt");
-  EXPECT_EQ(program_->exitCode(), 0u);
+  const TextWindow mistyped(*program_, program_->window("CompareWindow"));
+  EXPECT_EQ(mistyped.name(0), two_);
+  EXPECT_THAT(mistyped.name(1), testing::EndsWith("\\missing.txt")) << "where it can be mended";
 }
 
 TEST_F(CompareTest, NamesInTheBoxes) {

@@ -20,7 +20,7 @@ class GuiTest : public testing::Test {
   void SetUp() override;
   void TearDown() override;
 
-  /// Starts the program and answers its first text window.
+  /// Starts the program and returns its first text window.
   TextWindow start(const std::string& arguments = {});
 
   /// Starts the program with two files, waits until they are compared and lets the keys go there.
@@ -48,12 +48,12 @@ inline void click(HWND window, POINT at) { drag(window, at, at); }
 /// The text that an action puts on the clipboard.
 std::string copiedBy(const std::function<void()>& action);
 
-/// Writes a file into the test's own folder; answers its full path.
+/// Writes a file into the test's own folder; returns its full path.
 std::string writeFile(const std::string& name, const std::string& bytes);
 
 std::string readFile(const std::string& path);
 
-/// Asks until the answer is the expected one. Answers what was said last.
+/// Asks until the answer is the expected one. Returns what was said last.
 template <typename Ask, typename Expected>
 auto eventually(Ask ask, const Expected& expected) {
   auto answer = ask();

@@ -21,7 +21,7 @@ class WindowsTest : public GuiTest {
   const std::string a_ = writeFile("a.txt", "1\r\nalone\r\n2\r\n");
   const std::string b_ = writeFile("b.txt", "1\r\n2\r\n");
 
-  /// Waits until so many text windows are open, and answers the topmost: the one just opened.
+  /// Waits until so many text windows are open, and returns the topmost: the one just opened.
   TextWindow topOf(size_t count) {
     std::vector<HWND> windows;
     waitUntil([&] {
@@ -109,6 +109,35 @@ TEST_F(WindowsTest, MenusShowWhatCanBeDoneAndWhatIsShown) {
   const LONG oneRow = height();
   MoveWindow(window.handle(), 0, 0, 400, 400, TRUE);
   EXPECT_SOON(height() > oneRow, true) << "what has no room in a row goes on in the next";
+}
+
+TEST_F(WindowsTest, NothingIsShownAnewThatHasNotChanged) {
+  const TextWindow window = startWith(writeFile("c.txt", "one\nleft\n"), writeFile("d.txt", "one\nlift\n"));
+  press(VK_DOWN);
+  EXPECT_SOON(window.caret(), "Virt 2, Ln 2, Col 1");
+  const Hook hook(window.handle());
+  const auto shownBy = [&](const std::function<void()>& action, const char* caret) {
+    window.shownAnew();
+    action();
+    EXPECT_SOON(window.caret(), caret);
+    return window.shownAnew();
+  };
+  // Buttons, title, places of windows, panes as a whole.
+  const ShownAnew nothing;
+  EXPECT_EQ(shownBy([] { press(VK_RIGHT); }, "Virt 2, Ln 2, Col 2"), nothing);
+  EXPECT_EQ(shownBy([] { type("x"); }, "Virt 2, Ln 2, Col 3"), (ShownAnew{2, 1, 0, 0}))
+      << "undo and Save All";
+  EXPECT_EQ(shownBy([] { type("y"); }, "Virt 2, Ln 2, Col 4"), nothing);
+  const ShownAnew split = shownBy([] { press(VK_RETURN); }, "Virt 3, Ln 3, Col 1");
+  EXPECT_EQ(split.titles + split.places, 0u);
+  EXPECT_LE(split.panes, 1u);
+  EXPECT_EQ(shownBy([] { press('Z', {VK_CONTROL}); }, "Virt 2, Ln 2, Col 4").buttons, 1u + split.buttons)
+      << "redo";
+  window.shownAnew();
+  window.run(Command::lineNumbersNone);  // as they are
+  press(VK_LEFT);
+  EXPECT_SOON(window.caret(), "Virt 2, Ln 2, Col 3");
+  EXPECT_EQ(window.shownAnew(), nothing);
 }
 
 TEST_F(WindowsTest, TabGoesRoundTheControls) {

@@ -128,17 +128,34 @@ void TextWindow::setNames(const std::string& left, const std::string& right) con
   SendMessageA(nameBox(1), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(right.c_str()));
 }
 
+Hook::Hook(HWND window) : library_(LoadLibraryA((programFolder() + "merivane-hook.dll").c_str())) {
+  const DWORD thread = GetWindowThreadProcessId(window, nullptr);
+  const auto set = [&](int kind, const char* name) {
+    const auto procedure = reinterpret_cast<void*>(GetProcAddress(library_, name));
+    const HHOOK hook = SetWindowsHookExA(kind, reinterpret_cast<HOOKPROC>(procedure), library_, thread);
+    if (hook == nullptr) throw std::runtime_error("the hook does not hold");
+    return hook;
+  };
+  sent_ = set(WH_CALLWNDPROC, "sentHook");
+  fetched_ = set(WH_GETMESSAGE, "fetchedHook");
+}
+
+Hook::~Hook() {
+  UnhookWindowsHookEx(sent_);
+  UnhookWindowsHookEx(fetched_);
+  FreeLibrary(library_);
+}
+
 std::string TextWindow::menu(int place) const {
-  const HMODULE library = LoadLibraryA((programFolder() + "merivane-menu-hook.dll").c_str());
-  const auto procedure = reinterpret_cast<void*>(GetProcAddress(library, "menuHook"));
-  const HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROC, reinterpret_cast<HOOKPROC>(procedure), library,
-                                       GetWindowThreadProcessId(window_, nullptr));
-  if (hook == nullptr) throw std::runtime_error("the menu hook does not hold");
-  const UINT message = RegisterWindowMessageA(kMenuMessage);
-  const std::string items = ask(window_, message, static_cast<WPARAM>(place), 0x4000);
-  UnhookWindowsHookEx(hook);
-  FreeLibrary(library);
-  return items;
+  const Hook hook(window_);
+  return ask(window_, RegisterWindowMessageA(kReadMenu), static_cast<WPARAM>(place), 0x4000).c_str();
+}
+
+ShownAnew TextWindow::shownAnew() const {
+  ShownAnew shown;
+  const std::string bytes = ask(window_, RegisterWindowMessageA(kReadCounts), 0, sizeof shown);
+  std::memcpy(&shown, bytes.data(), sizeof shown);
+  return shown;
 }
 
 void TextWindow::drop(HWND window, POINT at, const std::vector<std::string>& paths) const {
@@ -166,7 +183,7 @@ std::string TextWindow::compared() const {
 }
 
 std::string TextWindow::statusText(int part) const {
-  return ask(childOf(window_, STATUSCLASSNAMEA), SB_GETTEXTA, static_cast<WPARAM>(part), 0x1000);
+  return ask(childOf(window_, STATUSCLASSNAMEA), SB_GETTEXTA, static_cast<WPARAM>(part), 0x1000).c_str();
 }
 
 /// Sends a message that takes the address of room for a text, which has to be the program's own memory.
@@ -177,7 +194,7 @@ std::string TextWindow::ask(HWND window, UINT message, WPARAM wParam, size_t roo
   std::string text(room, '\0');
   ReadProcessMemory(process, block, text.data(), room, nullptr);
   VirtualFreeEx(process, block, 0, MEM_RELEASE);
-  return text.c_str();
+  return text;
 }
 
 Picture::Picture(const RECT& screenArea) {

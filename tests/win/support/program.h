@@ -45,7 +45,7 @@ class Program {
   /// Waits for a dialog or message box.
   HWND dialog(const char* title) const { return window("#32770", title); }
 
-  /// Waits for a message box, presses a button and answers what the box said.
+  /// Waits for a message box, presses a button and returns what the box said.
   std::string answerMessage(int button = IDOK) const;
 
   /// The window that has the keyboard in it; null when another program has it.
@@ -88,9 +88,35 @@ inline HWND childOf(HWND window, const char* className) {
 /// Presses a dialog's button and waits until the dialog is gone; false when it stays.
 bool pressButton(HWND dialog, int id);
 
-/// A menu answers only within its own process: a library that is hooked in there looks at one for a window
-/// that gets this message, with the menu's place in the menu bar and the address of room for a text.
-inline constexpr char kMenuMessage[] = "merivane-tests-read-menu";
+/// What a window showed anew, in numbers of messages.
+struct ShownAnew {
+  uint32_t buttons = 0;  // of the tool bar, enabled or greyed
+  uint32_t titles = 0;
+  uint32_t places = 0;  // of windows, moved or sized
+  uint32_t panes = 0;   // drawn as a whole
+
+  bool operator==(const ShownAnew&) const = default;
+};
+
+/// Menus answer, and messages can be counted, only within the program's own process: a library that is hooked
+/// in there does it for a window that gets one of these messages. The first has the menu's place in the menu
+/// bar and the address of room for a text; the second the address of a ShownAnew, and starts from nothing.
+inline constexpr char kReadMenu[] = "merivane-tests-read-menu";
+inline constexpr char kReadCounts[] = "merivane-tests-read-counts";
+
+/// Has that library in the program as long as it lives.
+class Hook {
+ public:
+  explicit Hook(HWND window);
+  ~Hook();
+  Hook(const Hook&) = delete;
+  Hook& operator=(const Hook&) = delete;
+
+ private:
+  HMODULE library_;
+  HHOOK sent_;
+  HHOOK fetched_;
+};
 
 /// One of the program's text windows, as a user sees it. The handle is the program's: it may go at any time.
 class TextWindow {
@@ -127,10 +153,13 @@ class TextWindow {
   /// in front of one that is checked, "o" where that is a bullet, "-" of one that is greyed.
   std::string menu(int place) const;
 
+  /// What was shown anew since the last call, or since there is a Hook.
+  ShownAnew shownAnew() const;
+
   /// Drops files on the window, or on a child of it, at a place in its client area.
   void drop(HWND window, POINT at, const std::vector<std::string>& paths) const;
 
-  /// Waits until a comparison is shown, and answers what the status bar says of its differences.
+  /// Waits until a comparison is shown, and returns what the status bar says of its differences.
   std::string compared() const;
 
   /// Makes it the window that keys go to; false when it does not become it.
