@@ -28,7 +28,7 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
       {Command::paste, [](W& w) { w.panes_.view.edit().paste(); }},
       {Command::deleteText, [](W& w) { w.panes_.view.edit().deleteForward(); }},
       {Command::selectAll, [](W& w) { selectAll(w.view_); }},
-      {Command::find, [](W& w) { w.application().findDialog.open(w.handle()); }},
+      {Command::find, [](W& w) { w.find(); }},
       {Command::findNext, [](W& w) { w.search(true); }},
       {Command::findPrev, [](W& w) { w.search(false); }},
       {Command::replaceLeft, [](W& w) { w.session_.replace(0); }},
@@ -43,6 +43,8 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
       {Command::switchPane, [](W& w) { switchPane(w.view_), w.focusContents(); }},
       {Command::prevDiff, [](W& w) { goToPreviousDifference(w.view_), w.focusContents(); }},
       {Command::nextDiff, [](W& w) { goToNextDifference(w.view_), w.focusContents(); }},
+      {Command::prevMark, [](W& w) { goToPreviousMark(w.view_), w.focusContents(); }},
+      {Command::nextMark, [](W& w) { goToNextMark(w.view_), w.focusContents(); }},
       {Command::switchSides, [](W& w) { w.session_.switchSides(); }},
 
       {Command::save, [](W& w) { w.session_.save(); }},
@@ -89,6 +91,10 @@ void CompareWindow::addFacts(WindowFacts& facts) const {
 void CompareWindow::numberLines(LineNumbers kind) {
   application().settings.showLineNumbers = static_cast<int32_t>(kind);
   application().windows.applySettings();
+}
+
+void CompareWindow::find() {
+  application().findDialog.open(handle(), selectionToFind(view_).value_or(application().settings.findText));
 }
 
 void CompareWindow::search(bool forwards) {

@@ -4,12 +4,12 @@ namespace merivane {
 
 const UINT findReplaceMessage = RegisterWindowMessageA("commdlg_FindReplace");
 
-void FindDialog::open(HWND owner) {
+void FindDialog::open(HWND owner, const std::string& text) {
   if (handle() != nullptr) {
     SetFocus(dialog_);
     return;
   }
-  lstrcpynA(text_, settings_.findText.c_str(), sizeof text_);
+  lstrcpynA(text_, text.c_str(), sizeof text_);
   description_ = {};
   description_.lStructSize = sizeof description_;
   description_.hwndOwner = owner;

@@ -4,6 +4,8 @@
 
 #include <commdlg.h>
 
+#include <string>
+
 #include "shell/settings.h"
 
 namespace merivane {
@@ -18,9 +20,9 @@ class FindDialog {
   FindDialog(const FindDialog&) = delete;
   FindDialog& operator=(const FindDialog&) = delete;
 
-  /// Opens it over a window, or brings it to the front where it is open. What is entered comes to its owner
-  /// as findReplaceMessage.
-  void open(HWND owner);
+  /// Opens it over a window with `text` to search for, or brings it to the front where it is open. What is
+  /// entered comes to its owner as findReplaceMessage.
+  void open(HWND owner, const std::string& text);
 
   /// Null while it is closed.
   HWND handle() const { return IsWindow(dialog_) ? dialog_ : nullptr; }

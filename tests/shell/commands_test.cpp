@@ -85,7 +85,7 @@ TEST(MenuState, EachFactDecidesAboutItsOwnCommands) {
       {[](W& w, S&) { w.canRedo = false; }, {redo}},
       {[](W& w, S&) { w.hasSelection = false; }, {cut, copy}},
       {[](W& w, S&) { w.clipboardHasText = false; }, {paste}},
-      {[](W& w, S&) { w.hasDifferences = false; }, {prevDiff, nextDiff}},
+      {[](W& w, S&) { w.hasDifferences = false; }, {prevDiff, nextDiff, prevMark, nextMark}},
       {[](W& w, S&) { w.showsComparison = false; }, {exportResults}},
       {[](W& w, S&) { w.hasFile = false; }, {openInApp, exploreFolder, showProperties}},
       {[](W& w, S&) { w.readOnly[1] = true; }, {replaceRight, copyLineRight, copyDiffRight}},
