@@ -21,7 +21,7 @@ if(MERIVANE_FUZZ)
 endif()
 if(WIN32)
   target_compile_definitions(merivane_flags INTERFACE
-    WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601 _WIN32_IE=0x0600)
+    UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601 _WIN32_IE=0x0600)
   target_link_options(merivane_flags INTERFACE -static -Wl,--nxcompat -Wl,--dynamicbase
     # Windows 7 and later: what it calls is there, and it shows and behaves as one of its own.
     -Wl,--major-os-version=6,--minor-os-version=1,--major-subsystem-version=6,--minor-subsystem-version=1)

@@ -2,13 +2,17 @@
 
 #include <algorithm>
 
+#include "base/paths.h"
+#include "base/utf16.h"
+
 namespace merivane {
 
 std::optional<Completion> NameCompletion::onEdit(std::string_view typed, const HistoryList& history) const {
   if (lastEditWasDeletion_ || typed.empty()) return std::nullopt;
   const int32_t entry = history.FindCompletion(typed);
   if (entry < 0) return std::nullopt;
-  return Completion{entry, typed.size(), history.entries()[static_cast<size_t>(entry)].size()};
+  const auto length = [](std::string_view name) { return utf16FromUtf8<char16_t>(name).size(); };
+  return Completion{entry, length(typed), length(history.entries()[static_cast<size_t>(entry)])};
 }
 
 std::string meantName(std::string_view typed) {
@@ -47,6 +51,18 @@ std::optional<std::string> upOneFolder(std::string_view path) {
   std::string folder(path.substr(0, cut));
   if (folder.back() != '\\') folder += '\\';
   return folder;
+}
+
+BrowseStart browseStart(FileSystem& files, const std::string& name) {
+  if (!IsValidPath(name, false)) return {};
+  const std::string whole = files.absolute(name);
+  if (files.kind(whole) == FileKind::folder) return {whole, {}};
+  for (std::optional<std::string> folder = upOneFolder(whole); folder; folder = upOneFolder(*folder)) {
+    if (files.kind(*folder) != FileKind::folder) continue;
+    const bool inFolder = upOneFolder(whole) == folder && IsValidFilePath(whole);
+    return {*folder, inFolder ? FileNamePart(whole) : std::string()};
+  }
+  return {};
 }
 
 std::string boxTextKey(std::string_view baseName) { return std::string(baseName) + ".text"; }

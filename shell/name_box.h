@@ -12,7 +12,7 @@
 namespace merivane {
 
 /// What a box puts into itself while a name is typed: an entry of its history, with the characters after the
-/// typed ones selected so that typing on replaces them.
+/// typed ones selected so that typing on replaces them. They are counted as the edit field does, in UTF-16.
 struct Completion {
   int32_t entry = 0;  // index into the history
   size_t selectionBegin = 0;
@@ -50,6 +50,17 @@ bool acceptsDrop(FileKind item, uint32_t dropKinds);
 /// Returns the folder above a path, with a backslash at its end; none where there is no higher one, as for a
 /// drive, a share or a plain name.
 std::optional<std::string> upOneFolder(std::string_view path);
+
+/// Where a file dialog that is asked for from a name begins.
+struct BrowseStart {
+  std::string folder;  // absolute; empty: wherever the system begins
+  std::string file;    // its name in there, or empty
+
+  bool operator==(const BrowseStart&) const = default;
+};
+
+/// In the folder that the name is of, or the nearest one above it that is there; at the file.
+BrowseStart browseStart(FileSystem& files, const std::string& name);
 
 /// The name of the value that keeps a box's last text, and the base names of the text window's two boxes.
 std::string boxTextKey(std::string_view baseName);

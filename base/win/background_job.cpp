@@ -49,7 +49,7 @@ void BackgroundJob::run() {
   }
   if (com) CoUninitialize();
   state_.store(state, std::memory_order_release);
-  PostMessageA(window_, message_, 0, 0);
+  PostMessageW(window_, message_, 0, 0);
 }
 
 }  // namespace merivane

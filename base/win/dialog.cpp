@@ -3,13 +3,13 @@
 namespace merivane {
 
 bool Dialog::open(int resource, HWND owner) {
-  return CreateDialogParamA(programInstance(), MAKEINTRESOURCEA(resource), owner, dialogProcedure,
+  return CreateDialogParamW(programInstance(), MAKEINTRESOURCEW(resource), owner, dialogProcedure,
                             reinterpret_cast<LPARAM>(static_cast<Window*>(this))) != nullptr;
 }
 
 INT_PTR Dialog::run(int resource, HWND owner) {
   const INT_PTR result =
-      DialogBoxParamA(programInstance(), MAKEINTRESOURCEA(resource), owner, dialogProcedure,
+      DialogBoxParamW(programInstance(), MAKEINTRESOURCEW(resource), owner, dialogProcedure,
                       reinterpret_cast<LPARAM>(static_cast<Window*>(this)));
   return result == -1 ? 0 : result;
 }

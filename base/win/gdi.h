@@ -63,10 +63,10 @@ class WindowDc {
 /// Returns the font that the user chose for messages and dialogs.
 inline HFONT messageFont() {
   static const Font font = [] {
-    NONCLIENTMETRICSA metrics = {};
+    NONCLIENTMETRICSW metrics = {};
     metrics.cbSize = sizeof metrics;
-    SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    return Font(CreateFontIndirectA(&metrics.lfMessageFont));
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    return Font(CreateFontIndirectW(&metrics.lfMessageFont));
   }();
   return font.get();
 }

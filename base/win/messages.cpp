@@ -1,6 +1,7 @@
 #include "base/win/messages.h"
 
 #include "base/file_system.h"
+#include "base/win/wide.h"
 #include "base/win/window.h"
 
 namespace merivane {
@@ -11,9 +12,9 @@ constexpr int maxText = 1024;  // with its NUL
 }  // namespace
 
 std::string loadText(UINT number) {
-  char buffer[maxText];
-  const int length = LoadStringA(programInstance(), number, buffer, maxText);
-  return std::string(buffer, static_cast<size_t>(length));
+  wchar_t buffer[maxText];
+  const int length = LoadStringW(programInstance(), number, buffer, maxText);
+  return utf8({buffer, static_cast<size_t>(length)});
 }
 
 std::string loadText(TextId id) { return loadText(static_cast<UINT>(id)); }
@@ -23,7 +24,7 @@ std::string loadMessage(TextId id, std::initializer_list<MessageArgument> argume
 }
 
 int showMessage(HWND owner, const std::string& text, UINT style) {
-  return MessageBoxA(owner, text.c_str(), loadText(TextId::productName).c_str(), style);
+  return MessageBoxW(owner, wide(text).c_str(), wide(loadText(TextId::productName)).c_str(), style);
 }
 
 int showMessage(HWND owner, TextId id, UINT style) { return showMessage(owner, loadText(id), style); }
@@ -33,11 +34,11 @@ void showSystemError(HWND owner, TextId id, SystemError error) {
 }
 
 void reportOutOfMemory() {
-  char text[maxText] = "";
-  char caption[maxText] = "";
-  LoadStringA(programInstance(), static_cast<UINT>(TextId::outOfMemory), text, maxText);
-  LoadStringA(programInstance(), static_cast<UINT>(TextId::productName), caption, maxText);
-  MessageBoxA(nullptr, text, caption, MB_OK | MB_ICONSTOP);
+  wchar_t text[maxText] = L"";
+  wchar_t caption[maxText] = L"";
+  LoadStringW(programInstance(), static_cast<UINT>(TextId::outOfMemory), text, maxText);
+  LoadStringW(programInstance(), static_cast<UINT>(TextId::productName), caption, maxText);
+  MessageBoxW(nullptr, text, caption, MB_OK | MB_ICONSTOP);
 }
 
 }  // namespace merivane

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/win/messages.h"
+#include "base/win/wide.h"
 
 namespace merivane {
 namespace {
@@ -16,17 +17,23 @@ std::vector<Window*>& liveWindows() {
 
 }  // namespace
 
-HINSTANCE programInstance() { return GetModuleHandleA(nullptr); }
+HINSTANCE programInstance() { return GetModuleHandleW(nullptr); }
 
 bool isKeyDown(int key) { return GetKeyState(key) < 0; }
 
 bool isCtrlDown() { return isKeyDown(VK_CONTROL) && !isKeyDown(VK_MENU); }
 
 std::string windowText(HWND window) {
-  std::string text(static_cast<size_t>(GetWindowTextLengthA(window)), '\0');
-  const int length = GetWindowTextA(window, text.data(), static_cast<int>(text.size()) + 1);
+  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)), L'\0');
+  const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1);
   text.resize(static_cast<size_t>(length));
-  return text;
+  return utf8(text);
+}
+
+void setWindowText(HWND window, const std::string& text) { SetWindowTextW(window, wide(text).c_str()); }
+
+LRESULT sendText(HWND window, UINT message, WPARAM wParam, const std::string& text) {
+  return SendMessageW(window, message, wParam, reinterpret_cast<LPARAM>(wide(text).c_str()));
 }
 
 Window::Window() { liveWindows().push_back(this); }
@@ -39,39 +46,40 @@ Window::~Window() {
 bool Window::PreTranslateMessage(const MSG&) { return false; }
 
 Window* Window::of(HWND window) {
-  auto* object = reinterpret_cast<Window*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+  auto* object = reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   const auto& live = liveWindows();
   return std::find(live.begin(), live.end(), object) == live.end() ? nullptr : object;
 }
 
 void Window::registerOnce(const WindowClass& windowClass) {
-  WNDCLASSEXA known = {};
+  const std::wstring name = wide(windowClass.name);
+  WNDCLASSEXW known = {};
   known.cbSize = sizeof known;
-  if (GetClassInfoExA(programInstance(), windowClass.name, &known)) return;
-  WNDCLASSEXA fresh = {};
+  if (GetClassInfoExW(programInstance(), name.c_str(), &known)) return;
+  WNDCLASSEXW fresh = {};
   fresh.cbSize = sizeof fresh;
   fresh.style = windowClass.style;
   fresh.lpfnWndProc = windowProcedure;
   fresh.hInstance = programInstance();
-  fresh.hCursor = LoadCursorA(nullptr, windowClass.cursor);
+  fresh.hCursor = LoadCursorW(nullptr, windowClass.cursor);
   if (windowClass.background >= 0) fresh.hbrBackground = GetSysColorBrush(windowClass.background);
   if (windowClass.icon != 0) {
     // Not shared: the second of two sizes would be the first one again. They live as long as the class.
     const auto load = [&](int width, int height) {
-      return static_cast<HICON>(LoadImageA(programInstance(), MAKEINTRESOURCEA(windowClass.icon), IMAGE_ICON,
+      return static_cast<HICON>(LoadImageW(programInstance(), MAKEINTRESOURCEW(windowClass.icon), IMAGE_ICON,
                                            GetSystemMetrics(width), GetSystemMetrics(height), 0));
     };
     fresh.hIcon = load(SM_CXICON, SM_CYICON);
     fresh.hIconSm = load(SM_CXSMICON, SM_CYSMICON);
   }
-  fresh.lpszClassName = windowClass.name;
-  RegisterClassExA(&fresh);
+  fresh.lpszClassName = name.c_str();
+  RegisterClassExW(&fresh);
 }
 
-bool Window::create(const WindowClass& windowClass, const char* title, const WindowPlace& place) {
+bool Window::create(const WindowClass& windowClass, const WindowPlace& place) {
   registerOnce(windowClass);
-  return CreateWindowExA(place.extendedStyle, windowClass.name, title, place.style, place.left, place.top,
-                         place.width, place.height, place.parent, place.menu, programInstance(),
+  return CreateWindowExW(place.extendedStyle, wide(windowClass.name).c_str(), L"", place.style, place.left,
+                         place.top, place.width, place.height, place.parent, place.menu, programInstance(),
                          this) != nullptr;
 }
 
@@ -79,17 +87,17 @@ void Window::destroy() {
   if (handle_ == nullptr) return;
   const HWND window = handle_;
   handle_ = nullptr;
-  SetWindowLongPtrA(window, GWLP_USERDATA, 0);
+  SetWindowLongPtrW(window, GWLP_USERDATA, 0);
   DestroyWindow(window);
 }
 
 LRESULT Window::defaultProcedure(UINT message, WPARAM wParam, LPARAM lParam) {
-  return DefWindowProcA(handle_, message, wParam, lParam);
+  return DefWindowProcW(handle_, message, wParam, lParam);
 }
 
 void Window::adopt(HWND handle, Window* object) {
   object->handle_ = handle;
-  SetWindowLongPtrA(handle, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
+  SetWindowLongPtrW(handle, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(object));
 }
 
 LRESULT Window::receive(HWND handle, UINT message, WPARAM wParam, LPARAM lParam, WNDPROC otherwise) {
@@ -97,7 +105,7 @@ LRESULT Window::receive(HWND handle, UINT message, WPARAM wParam, LPARAM lParam,
   if (window == nullptr) return otherwise(handle, message, wParam, lParam);
   try {
     if (message != WM_NCDESTROY) return window->onMessage(message, wParam, lParam);
-    SetWindowLongPtrA(handle, GWLP_USERDATA, 0);
+    SetWindowLongPtrW(handle, GWLP_USERDATA, 0);
     window->handle_ = nullptr;
     window->onDestroyed();
     return otherwise(handle, message, wParam, lParam);
@@ -110,9 +118,9 @@ LRESULT Window::receive(HWND handle, UINT message, WPARAM wParam, LPARAM lParam,
 
 LRESULT CALLBACK Window::windowProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_NCCREATE) {
-    adopt(handle, static_cast<Window*>(reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams));
+    adopt(handle, static_cast<Window*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams));
   }
-  return receive(handle, message, wParam, lParam, DefWindowProcA);
+  return receive(handle, message, wParam, lParam, DefWindowProcW);
 }
 
 void setScrollBar(HWND window, int bar, int last, UINT page, int position) {

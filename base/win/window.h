@@ -10,6 +10,10 @@ HINSTANCE programInstance();
 
 /// Returns the title or text of a window of this program.
 std::string windowText(HWND window);
+void setWindowText(HWND window, const std::string& text);
+
+/// Sends a message whose second parameter is a text; returns what the message does.
+LRESULT sendText(HWND window, UINT message, WPARAM wParam, const std::string& text);
 
 /// Returns whether a key was down when the current message was sent.
 bool isKeyDown(int key);
@@ -22,7 +26,7 @@ bool isCtrlDown();
 struct WindowClass {
   const char* name;
   UINT style = 0;
-  LPCSTR cursor = IDC_ARROW;
+  LPCWSTR cursor = IDC_ARROW;
   int background = -1;  // a COLOR_ number, or -1 for a window that paints all of itself
   int icon = 0;         // a resource number
 };
@@ -67,7 +71,7 @@ class Window {
 
   /// Creates the window, and registers its class if it is the first one. Returns false when it cannot be
   /// created.
-  bool create(const WindowClass& windowClass, const char* title, const WindowPlace& place);
+  bool create(const WindowClass& windowClass, const WindowPlace& place);
   void setAccelerators(HACCEL accelerators) { accelerators_ = accelerators; }
 
   /// Destroys the window if there is one. The destructor of a class that handles messages calls it, because

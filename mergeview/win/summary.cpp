@@ -22,7 +22,7 @@ Summary::~Summary() { destroy(); }
 bool Summary::create(HWND parent) {
   WindowPlace place;
   place.parent = parent;
-  return Window::create({"Summary"}, "", place);
+  return Window::create({"Summary"}, place);
 }
 
 LRESULT Summary::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {

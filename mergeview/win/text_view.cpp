@@ -32,7 +32,7 @@ bool TextView::create(HWND parent) {
   WindowPlace place;
   place.style |= WS_TABSTOP | WS_VSCROLL;
   place.parent = parent;
-  return Window::create({"TextView"}, "", place);
+  return Window::create({"TextView"}, place);
 }
 
 void TextView::setFont(const std::string& face, int points) {
@@ -68,8 +68,7 @@ LRESULT TextView::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_KILLFOCUS: onKillFocus(); return 0;
     case WM_GETDLGCODE: return DLGC_WANTARROWS | DLGC_WANTCHARS | DLGC_WANTTAB;
     case WM_KEYDOWN: return onKeyDown(wParam) ? 0 : defaultProcedure(message, wParam, lParam);
-    case WM_CHAR: onChar(static_cast<char>(wParam), LOWORD(lParam)); return 0;
-    case WM_IME_CHAR: onImeChar(LOWORD(wParam), LOWORD(lParam)); return 0;
+    case WM_CHAR: onChar(static_cast<wchar_t>(wParam), LOWORD(lParam)); return 0;
     case WM_VSCROLL: onVScroll(LOWORD(wParam)); return 0;
     case WM_MOUSEWHEEL: onMouseWheel(pixelOf(HIWORD(wParam)), (LOWORD(wParam) & MK_SHIFT) != 0); return 0;
     case WM_MOUSEHWHEEL: onMouseHWheel(pixelOf(HIWORD(wParam))); return TRUE;
@@ -150,7 +149,7 @@ bool TextView::onSetCursor(HWND window, int hitTest) {
   GetCursorPos(&at);
   ScreenToClient(handle(), &at);
   const PaneEdges& pane = state_.pane(sideAt(state_, at.x));
-  SetCursor(LoadCursorA(nullptr, at.x >= pane.textLeft && at.x < pane.paneRight ? IDC_IBEAM : IDC_ARROW));
+  SetCursor(LoadCursorW(nullptr, at.x >= pane.textLeft && at.x < pane.paneRight ? IDC_IBEAM : IDC_ARROW));
   return true;
 }
 

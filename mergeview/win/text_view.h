@@ -63,8 +63,7 @@ class TextView final : public Window, private ViewHost {
   void onKillFocus();
   bool onKeyDown(WPARAM key);
   bool onCtrlLetter(WPARAM letter, bool shift);
-  void onChar(char c, int count);
-  void onImeChar(WORD character, int count);
+  void onChar(wchar_t unit, int count);
   void onVScroll(int request);
   void onMouseWheel(int delta, bool sideways);
   void onMouseHWheel(int delta);

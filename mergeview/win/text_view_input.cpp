@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "base/win/gdi.h"
+#include "base/win/wide.h"
 #include "mergeview/navigation.h"
 #include "mergeview/win/text_view.h"
 
@@ -45,7 +46,7 @@ int wheelSteps(int delta, int unitsANotch, int& rest) {
 /// Lines or characters a notch, asked each time as the user can change it at any time.
 UINT unitsANotch(UINT parameter, UINT fallback) {
   UINT units = 0;
-  return SystemParametersInfoA(parameter, 0, &units, 0) ? units : fallback;
+  return SystemParametersInfoW(parameter, 0, &units, 0) ? units : fallback;
 }
 
 }  // namespace
@@ -103,13 +104,13 @@ Editor& TextView::edit() {
   return editor_;
 }
 
-void TextView::onChar(char c, int count) { edit().characterInput(c, count, isCtrlDown()); }
-
-// A character of two bytes is two here, the first one in the upper half.
-void TextView::onImeChar(WORD character, int count) {
+// The text is in the system's code page, in which a character may have two bytes. One of two units comes in
+// two messages, and there is no code page that has it.
+void TextView::onChar(wchar_t unit, int count) {
+  if (IS_HIGH_SURROGATE(unit)) return;
+  const std::string bytes = toCodePage({&unit, 1});
   for (; count > 0; --count) {
-    if (HIBYTE(character) != 0) edit().characterInput(static_cast<char>(HIBYTE(character)), 1, false);
-    edit().characterInput(static_cast<char>(LOBYTE(character)), 1, false);
+    for (const char byte : bytes) edit().characterInput(byte, 1, isCtrlDown());
   }
 }
 

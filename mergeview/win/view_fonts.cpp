@@ -2,15 +2,17 @@
 
 #include <algorithm>
 
+#include "base/win/wide.h"
+
 namespace merivane {
 namespace {
 
 Font makeFont(const std::string& face, int height) {
-  LOGFONTA font = {};
+  LOGFONTW font = {};
   font.lfHeight = -std::max(height, 1);
   font.lfCharSet = DEFAULT_CHARSET;
-  lstrcpynA(font.lfFaceName, face.c_str(), sizeof font.lfFaceName);
-  return Font(CreateFontIndirectA(&font));
+  lstrcpynW(font.lfFaceName, wide(face).c_str(), LF_FACESIZE);
+  return Font(CreateFontIndirectW(&font));
 }
 
 void characterWidths(HDC dc, char first, char last, int* widths) {
@@ -32,8 +34,8 @@ ViewFonts makeViewFonts(HDC dc, const std::string& face, int height) {
   metrics.resolutionY = GetDeviceCaps(dc, LOGPIXELSY);
   {
     const SelectedObject selected(dc, fonts.text.get());
-    TEXTMETRICA text = {};
-    GetTextMetricsA(dc, &text);
+    TEXTMETRICW text = {};
+    GetTextMetricsW(dc, &text);
     metrics.lineHeight = std::max<int32_t>(text.tmHeight + text.tmExternalLeading, 1);
     metrics.charWidth = std::max<int32_t>(text.tmAveCharWidth, 1);
     metrics.fixedPitch = (text.tmPitchAndFamily & TMPF_FIXED_PITCH) == 0;  // the flag means the opposite

@@ -3,6 +3,7 @@
 #include <ole2.h>
 
 #include "base/win/messages.h"
+#include "base/win/wide.h"
 #include "base/win/window.h"
 #include "shell/command_line.h"
 #include "shell/win/shell_utilities.h"
@@ -13,9 +14,9 @@ namespace merivane {
 namespace {
 
 std::string currentFolder() {
-  char folder[260];
-  const DWORD length = GetCurrentDirectoryA(sizeof folder, folder);
-  return length < sizeof folder ? std::string(folder, length) : std::string();
+  wchar_t folder[MAX_PATH];
+  const DWORD length = GetCurrentDirectoryW(MAX_PATH, folder);
+  return length < MAX_PATH ? utf8({folder, length}) : std::string();
 }
 
 }  // namespace
@@ -49,7 +50,7 @@ bool Application::InitApplication(const std::vector<std::string>& arguments) {
 
 void Application::run() {
   MSG message;
-  while (GetMessageA(&message, nullptr, 0, 0) != 0) {
+  while (GetMessageW(&message, nullptr, 0, 0) != 0) {
     route(message);
     windows.forgetClosed();
   }
@@ -57,7 +58,7 @@ void Application::run() {
 
 void Application::route(MSG& message) {
   for (const HWND dialog : {findDialog.handle(), optionsDialog}) {
-    if (dialog != nullptr && IsDialogMessageA(dialog, &message)) return;
+    if (dialog != nullptr && IsDialogMessageW(dialog, &message)) return;
   }
   if (message.hwnd != nullptr) {
     HWND top = message.hwnd;
@@ -65,11 +66,11 @@ void Application::route(MSG& message) {
     if (Window* const window = Window::of(top)) {
       if (window->PreTranslateMessage(message)) return;
       const HACCEL accelerators = window->accelerators();
-      if (accelerators != nullptr && TranslateAcceleratorA(top, accelerators, &message)) return;
+      if (accelerators != nullptr && TranslateAcceleratorW(top, accelerators, &message)) return;
     }
   }
   TranslateMessage(&message);
-  DispatchMessageA(&message);
+  DispatchMessageW(&message);
 }
 
 SessionWorld Application::sessionWorld() {

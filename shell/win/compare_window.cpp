@@ -22,11 +22,11 @@ LRESULT CompareWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 LRESULT CompareWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == findReplaceMessage) return onFind(*reinterpret_cast<FINDREPLACEA*>(lParam)), 0;
+  if (message == findReplaceMessage) return onFind(*reinterpret_cast<FINDREPLACEW*>(lParam)), 0;
   switch (message) {
     case WM_HSCROLL: panes_.onHScroll(reinterpret_cast<HWND>(lParam), LOWORD(wParam)); return 0;
     case WM_MOUSEWHEEL:
-    case WM_MOUSEHWHEEL: return SendMessageA(panes_.view.handle(), message, wParam, lParam);
+    case WM_MOUSEHWHEEL: return SendMessageW(panes_.view.handle(), message, wParam, lParam);
     default: return TopLevelWindow::onMessage(message, wParam, lParam);
   }
 }
@@ -71,7 +71,7 @@ void CompareWindow::onViewChanges(const ViewChanges& changes) {
 
 void CompareWindow::onPaneMenu(int side, POINT screen) {
   const auto number = static_cast<int>(paneMenu(view_.model().status(view_.caretRow()), side));
-  const HMENU menu = LoadMenuA(programInstance(), MAKEINTRESOURCEA(number));
+  const HMENU menu = LoadMenuW(programInstance(), MAKEINTRESOURCEW(number));
   TrackPopupMenu(GetSubMenu(menu, 0), TPM_RIGHTBUTTON, screen.x, screen.y, 0, handle(), nullptr);
   DestroyMenu(menu);
 }

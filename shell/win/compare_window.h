@@ -63,7 +63,7 @@ class CompareWindow final : public TopLevelWindow, private TextViewOwner, privat
   void copy(BlockKind kind, int to) { copyBlock(view_, history_, kind, to); }
   void find();
   void search(bool forwards);
-  void onFind(const FINDREPLACEA& request);
+  void onFind(const FINDREPLACEW& request);
 
   UndoHistory history_;
   ComparePanes panes_;

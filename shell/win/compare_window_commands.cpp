@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/win/messages.h"
+#include "base/win/wide.h"
 #include "mergeview/edit.h"
 #include "mergeview/find.h"
 #include "mergeview/navigation.h"
@@ -94,18 +95,21 @@ void CompareWindow::numberLines(LineNumbers kind) {
 }
 
 void CompareWindow::find() {
-  application().findDialog.open(handle(), selectionToFind(view_).value_or(application().settings.findText));
+  const auto selected = selectionToFind(view_);
+  application().findDialog.open(handle(),
+                                selected ? utf8(fromCodePage(*selected)) : application().settings.findText);
 }
 
 void CompareWindow::search(bool forwards) {
   const Settings& settings = application().settings;
-  const FindQuery query = {settings.findText, settings.findMatchCase, settings.findWholeWord};
+  const FindQuery query = {toCodePage(wide(settings.findText)), settings.findMatchCase,
+                           settings.findWholeWord};
   const bool found = forwards ? findNext(view_, query) : findPrevious(view_, query);
   if (found) focusContents();
   if (!found) showMessage(handle(), TextId::searchTextNotFound, MB_OK | MB_ICONINFORMATION);
 }
 
-void CompareWindow::onFind(const FINDREPLACEA& request) {
+void CompareWindow::onFind(const FINDREPLACEW& request) {
   if (application().findDialog.takeRequest(request)) search(application().settings.findDownwards);
 }
 

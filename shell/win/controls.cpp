@@ -1,13 +1,14 @@
 #include "shell/win/controls.h"
 
+#include "base/win/wide.h"
 #include "base/win/window.h"
 
 namespace merivane {
 
 HWND createControl(HWND parent, const char* controlClass, DWORD style, int id) {
-  return CreateWindowExA(0, controlClass, "", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, 0, 0, 0, 0,
-                         parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), programInstance(),
-                         nullptr);
+  return CreateWindowExW(0, wide(controlClass).c_str(), L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style,
+                         0, 0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                         programInstance(), nullptr);
 }
 
 void moveControl(HWND control, const Area& to) {

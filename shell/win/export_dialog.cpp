@@ -29,7 +29,7 @@ LRESULT ExportDialog::onMessage(UINT message, WPARAM wParam, LPARAM) {
 
 BOOL ExportDialog::onInitDialog() {
   CheckRadioButton(handle(), firstScope, lastScope, firstScope + static_cast<int>(choice_.scope));
-  SetDlgItemTextA(handle(), fileEdit, choice_.path.c_str());
+  setWindowText(GetDlgItem(handle(), fileEdit), choice_.path);
   onEdit();
   centre();
   return TRUE;
@@ -52,7 +52,7 @@ BOOL ExportDialog::onEdit() {
 
 BOOL ExportDialog::onBrowse() {
   const auto chosen = chooseExportFile(handle(), fileName());
-  if (chosen) SetDlgItemTextA(handle(), fileEdit, chosen->c_str());
+  if (chosen) setWindowText(GetDlgItem(handle(), fileEdit), *chosen);
   return TRUE;
 }
 

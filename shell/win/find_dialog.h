@@ -29,13 +29,13 @@ class FindDialog {
 
   /// Takes a findReplaceMessage in. True when a search was asked for: the settings say for what, and the
   /// dialog is closed.
-  bool takeRequest(const FINDREPLACEA& request);
+  bool takeRequest(const FINDREPLACEW& request);
 
  private:
   Settings& settings_;
   HWND dialog_ = nullptr;
-  FINDREPLACEA description_ = {};  // the dialog's while it is open
-  char text_[256] = "";
+  FINDREPLACEW description_ = {};  // the dialog's while it is open
+  wchar_t text_[256] = L"";
 };
 
 }  // namespace merivane

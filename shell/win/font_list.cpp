@@ -1,7 +1,6 @@
 #include "shell/win/font_list.h"
 
 #include <algorithm>
-#include <cstring>
 #include <string>
 
 #include "base/win/gdi.h"
@@ -11,34 +10,32 @@ namespace {
 
 constexpr int kMargin = 2;  // pixels at 96 to the inch, at either end of a name
 
-std::string faceAt(HWND comboBox, int index) {
-  const LRESULT length = SendMessageA(comboBox, CB_GETLBTEXTLEN, static_cast<WPARAM>(index), 0);
+std::wstring faceAt(HWND comboBox, int index) {
+  const LRESULT length = SendMessageW(comboBox, CB_GETLBTEXTLEN, static_cast<WPARAM>(index), 0);
   if (length <= 0) return {};
-  std::string face(static_cast<size_t>(length), '\0');
-  SendMessageA(comboBox, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(face.data()));
+  std::wstring face(static_cast<size_t>(length), L'\0');
+  SendMessageW(comboBox, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(face.data()));
   return face;
 }
 
 /// The face in the size of the box's own font.
-Font fontOf(HWND comboBox, const std::string& face) {
-  LOGFONTA description = {};
-  const auto own = reinterpret_cast<HFONT>(SendMessageA(comboBox, WM_GETFONT, 0, 0));
-  GetObjectA(own != nullptr ? own : messageFont(), sizeof description, &description);
+Font fontOf(HWND comboBox, const std::wstring& face) {
+  LOGFONTW description = {};
+  const auto own = reinterpret_cast<HFONT>(SendMessageW(comboBox, WM_GETFONT, 0, 0));
+  GetObjectW(own != nullptr ? own : messageFont(), sizeof description, &description);
   description.lfCharSet = DEFAULT_CHARSET;
-  const size_t length = std::min(face.size(), sizeof description.lfFaceName - 1);
-  std::memcpy(description.lfFaceName, face.data(), length);
-  description.lfFaceName[length] = '\0';
-  return Font(CreateFontIndirectA(&description));
+  lstrcpynW(description.lfFaceName, face.c_str(), LF_FACESIZE);
+  return Font(CreateFontIndirectW(&description));
 }
 
-int CALLBACK addFace(const LOGFONTA* font, const TEXTMETRICA*, DWORD type, LPARAM box) {
+int CALLBACK addFace(const LOGFONTW* font, const TEXTMETRICW*, DWORD type, LPARAM box) {
   const auto comboBox = reinterpret_cast<HWND>(box);
   const auto face = reinterpret_cast<LPARAM>(font->lfFaceName);
   // A face that is installed in two places comes twice.
-  if (SendMessageA(comboBox, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), face) >= 0) return 1;
-  const LRESULT index = SendMessageA(comboBox, CB_ADDSTRING, 0, face);
+  if (SendMessageW(comboBox, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), face) >= 0) return 1;
+  const LRESULT index = SendMessageW(comboBox, CB_ADDSTRING, 0, face);
   if (index < 0) return 0;  // no room for more
-  SendMessageA(comboBox, CB_SETITEMDATA, static_cast<WPARAM>(index), static_cast<LPARAM>(type));
+  SendMessageW(comboBox, CB_SETITEMDATA, static_cast<WPARAM>(index), static_cast<LPARAM>(type));
   return 1;
 }
 
@@ -46,38 +43,38 @@ int CALLBACK addFace(const LOGFONTA* font, const TEXTMETRICA*, DWORD type, LPARA
 
 void fillFontList(HWND comboBox) {
   const WindowDc dc(comboBox);
-  SendMessageA(comboBox, WM_SETREDRAW, FALSE, 0);
-  SendMessageA(comboBox, CB_RESETCONTENT, 0, 0);
-  EnumFontsA(dc, nullptr, addFace, reinterpret_cast<LPARAM>(comboBox));
-  SendMessageA(comboBox, WM_SETREDRAW, TRUE, 0);
+  SendMessageW(comboBox, WM_SETREDRAW, FALSE, 0);
+  SendMessageW(comboBox, CB_RESETCONTENT, 0, 0);
+  EnumFontsW(dc, nullptr, addFace, reinterpret_cast<LPARAM>(comboBox));
+  SendMessageW(comboBox, WM_SETREDRAW, TRUE, 0);
 
   LONG widest = 0;
-  const auto count = static_cast<int>(SendMessageA(comboBox, CB_GETCOUNT, 0, 0));
+  const auto count = static_cast<int>(SendMessageW(comboBox, CB_GETCOUNT, 0, 0));
   for (int index = 0; index < count; ++index) {
-    const std::string face = faceAt(comboBox, index);
+    const std::wstring face = faceAt(comboBox, index);
     const Font font = fontOf(comboBox, face);
     const SelectedObject selected(dc, font.get());
     SIZE size = {};
-    GetTextExtentPoint32A(dc, face.data(), static_cast<int>(face.size()), &size);
+    GetTextExtentPoint32W(dc, face.data(), static_cast<int>(face.size()), &size);
     widest = std::max(widest, size.cx);
   }
   const int width = static_cast<int>(widest) + 2 * scaled(kMargin) + GetSystemMetrics(SM_CXVSCROLL) +
                     2 * GetSystemMetrics(SM_CXEDGE);
-  SendMessageA(comboBox, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(width), 0);
+  SendMessageW(comboBox, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(width), 0);
 }
 
 void drawFontItem(const DRAWITEMSTRUCT& item) {
   const bool selected = (item.itemState & ODS_SELECTED) != 0;
   FillRect(item.hDC, &item.rcItem, GetSysColorBrush(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
   if (static_cast<int>(item.itemID) >= 0) {
-    const std::string face = faceAt(item.hwndItem, static_cast<int>(item.itemID));
+    const std::wstring face = faceAt(item.hwndItem, static_cast<int>(item.itemID));
     const Font font = fontOf(item.hwndItem, face);
     const SelectedObject selection(item.hDC, font.get());
     SetBkMode(item.hDC, TRANSPARENT);
     SetTextColor(item.hDC, GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
     RECT text = item.rcItem;
     InflateRect(&text, -scaled(kMargin), 0);
-    DrawTextA(item.hDC, face.data(), static_cast<int>(face.size()), &text,
+    DrawTextW(item.hDC, face.data(), static_cast<int>(face.size()), &text,
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
   }
   if ((item.itemState & ODS_FOCUS) != 0) DrawFocusRect(item.hDC, &item.rcItem);

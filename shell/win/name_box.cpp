@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/win/messages.h"
+#include "base/win/wide.h"
 #include "base/win/window.h"
 #include "shell/win/shell_utilities.h"
 
@@ -37,10 +38,10 @@ NameBox::~NameBox() {
 void NameBox::create(HWND parent, int id, uint32_t dropKinds, HistoryList& history) {
   const DWORD style =
       WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL;
-  handle_ = CreateWindowExA(WS_EX_ACCEPTFILES, "COMBOBOX", "", style, 0, 0, 0, 0, parent,
+  handle_ = CreateWindowExW(WS_EX_ACCEPTFILES, L"COMBOBOX", L"", style, 0, 0, 0, 0, parent,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), programInstance(), nullptr);
   edit_ = GetWindow(handle_, GW_CHILD);
-  SendMessageA(handle_, CB_LIMITTEXT, longestName, 0);
+  SendMessageW(handle_, CB_LIMITTEXT, longestName, 0);
   for (const HWND window : {handle_, edit_}) {
     SetWindowSubclass(window, subclassProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
   }
@@ -54,22 +55,22 @@ std::string NameBox::text() const { return windowText(handle_); }
 
 void NameBox::setText(const std::string& text) {
   const Setting setting(settingText_);
-  SetWindowTextA(handle_, text.c_str());
+  setWindowText(handle_, text);
 }
 
 void NameBox::refill(const HistoryList& list) {
   const Setting setting(settingText_);
   const std::string edited = text();
   DWORD selection[2] = {};
-  SendMessageA(edit_, EM_GETSEL, reinterpret_cast<WPARAM>(&selection[0]),
+  SendMessageW(edit_, EM_GETSEL, reinterpret_cast<WPARAM>(&selection[0]),
                reinterpret_cast<LPARAM>(&selection[1]));
-  SendMessageA(handle_, CB_RESETCONTENT, 0, 0);
+  SendMessageW(handle_, CB_RESETCONTENT, 0, 0);
   for (const std::string& entry : list.entries()) {
-    SendMessageA(handle_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.c_str()));
+    sendText(handle_, CB_ADDSTRING, 0, entry);
   }
   setText(edited);
   // Whoever has just typed the name stays where he was.
-  SendMessageA(edit_, EM_SETSEL, selection[0], static_cast<LPARAM>(selection[1]));
+  SendMessageW(edit_, EM_SETSEL, selection[0], static_cast<LPARAM>(selection[1]));
 }
 
 void NameBox::onEdit() {
@@ -77,40 +78,40 @@ void NameBox::onEdit() {
   const auto completion = completion_.onEdit(text(), *history_);
   if (!completion) return;
   const Setting setting(settingText_);
-  SendMessageA(handle_, CB_SETCURSEL, static_cast<WPARAM>(completion->entry), 0);
-  SendMessageA(edit_, EM_SETSEL, completion->selectionBegin, static_cast<LPARAM>(completion->selectionEnd));
+  SendMessageW(handle_, CB_SETCURSEL, static_cast<WPARAM>(completion->entry), 0);
+  SendMessageW(edit_, EM_SETSEL, completion->selectionBegin, static_cast<LPARAM>(completion->selectionEnd));
 }
 
 WindowFacts::NameBox NameBox::facts() const {
-  const auto selection = static_cast<DWORD>(SendMessageA(edit_, EM_GETSEL, 0, 0));
-  return {SendMessageA(edit_, EM_CANUNDO, 0, 0) != 0, LOWORD(selection) != HIWORD(selection)};
+  const auto selection = static_cast<DWORD>(SendMessageW(edit_, EM_GETSEL, 0, 0));
+  return {SendMessageW(edit_, EM_CANUNDO, 0, 0) != 0, LOWORD(selection) != HIWORD(selection)};
 }
 
 void NameBox::edit(Command command) {
   switch (command) {
     case Command::undo:
       completion_.onCut();
-      SendMessageA(edit_, EM_UNDO, 0, 0);
+      SendMessageW(edit_, EM_UNDO, 0, 0);
       break;
-    case Command::cut: SendMessageA(edit_, WM_CUT, 0, 0); break;
-    case Command::copy: SendMessageA(edit_, WM_COPY, 0, 0); break;
-    case Command::paste: SendMessageA(edit_, WM_PASTE, 0, 0); break;
-    case Command::deleteText: SendMessageA(edit_, WM_KEYDOWN, VK_DELETE, 0); break;
-    case Command::selectAll: SendMessageA(edit_, EM_SETSEL, 0, -1); break;
+    case Command::cut: SendMessageW(edit_, WM_CUT, 0, 0); break;
+    case Command::copy: SendMessageW(edit_, WM_COPY, 0, 0); break;
+    case Command::paste: SendMessageW(edit_, WM_PASTE, 0, 0); break;
+    case Command::deleteText: SendMessageW(edit_, WM_KEYDOWN, VK_DELETE, 0); break;
+    case Command::selectAll: SendMessageW(edit_, EM_SETSEL, 0, -1); break;
     default: break;
   }
 }
 
 void NameBox::focusAll() {
   SetFocus(handle_);
-  SendMessageA(edit_, EM_SETSEL, 0, -1);
+  SendMessageW(edit_, EM_SETSEL, 0, -1);
 }
 
 void NameBox::focusEnd() {
   SetFocus(handle_);
   // After the focus, which selects the whole text.
-  const size_t end = text().size();
-  SendMessageA(edit_, EM_SETSEL, end, static_cast<LPARAM>(end));
+  const size_t end = wide(text()).size();
+  SendMessageW(edit_, EM_SETSEL, end, static_cast<LPARAM>(end));
 }
 
 void NameBox::drop(const std::string& name) {
@@ -122,7 +123,7 @@ void NameBox::drop(const std::string& name) {
 
 void NameBox::notifyParent(UINT code) {
   const WPARAM source = MAKEWPARAM(GetDlgCtrlID(handle_), code);
-  PostMessageA(GetParent(handle_), WM_COMMAND, source, reinterpret_cast<LPARAM>(handle_));
+  PostMessageW(GetParent(handle_), WM_COMMAND, source, reinterpret_cast<LPARAM>(handle_));
 }
 
 bool NameBox::onKeyDown(WPARAM key) {
@@ -160,7 +161,7 @@ LRESULT CALLBACK NameBox::subclassProcedure(HWND window, UINT message, WPARAM wP
       case WM_KILLFOCUS: {
         // A combo box leaves its text selected, or selects it, where nobody types.
         const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
-        if (GetFocus() != self.edit_) SendMessageA(self.edit_, EM_SETSEL, static_cast<WPARAM>(-1), 0);
+        if (GetFocus() != self.edit_) SendMessageW(self.edit_, EM_SETSEL, static_cast<WPARAM>(-1), 0);
         return result;
       }
     }

@@ -32,7 +32,7 @@ class NameBox final : public HistoryView {
   void setText(const std::string& text);
 
   bool hasFocus() const { return GetFocus() == edit_; }
-  bool isListOpen() const { return SendMessageA(handle_, CB_GETDROPPEDSTATE, 0, 0) != 0; }
+  bool isListOpen() const { return SendMessageW(handle_, CB_GETDROPPEDSTATE, 0, 0) != 0; }
   WindowFacts::NameBox facts() const;
 
   /// Does in the edit field what a command does that edits text.

@@ -24,13 +24,13 @@ void NameRow::create(HWND window, const ButtonIcons& icons, ToolTips& tips) {
   const auto makeButton = [&](Command command, const Icon& icon) {
     const HWND button =
         createControl(window, "BUTTON", WS_TABSTOP | BS_ICON | BS_PUSHBUTTON, static_cast<int>(command));
-    SendMessageA(button, BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon.get()));
+    SendMessageW(button, BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon.get()));
     tips.add(button, commandHelp(command));
     return button;
   };
   for (const int side : {0, 1}) {
     boxes_[side].create(window, boxNumbers[side], traits_.dropKinds, settings_.*traits_.histories[side]);
-    SendMessageA(boxes_[side].handle(), WM_SETFONT, reinterpret_cast<WPARAM>(messageFont()), FALSE);
+    SendMessageW(boxes_[side].handle(), WM_SETFONT, reinterpret_cast<WPARAM>(messageFont()), FALSE);
     browseButtons_[side] = makeButton(traits_.browse[side], browseIcon_);
     upButtons_[side] = makeButton(upCommands[side], upIcon_);
   }

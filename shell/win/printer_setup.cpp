@@ -10,13 +10,13 @@ PrinterSetup::~PrinterSetup() {
 }
 
 void PrinterSetup::takeDefault(bool portrait) {
-  PRINTDLGA dialog = {};
+  PRINTDLGW dialog = {};
   dialog.lStructSize = sizeof dialog;
   dialog.Flags = PD_RETURNDEFAULT | PD_NOWARNING;
-  if (!PrintDlgA(&dialog)) return;
+  if (!PrintDlgW(&dialog)) return;
   mode_ = dialog.hDevMode;
   names_ = dialog.hDevNames;
-  auto* const mode = static_cast<DEVMODEA*>(mode_ != nullptr ? GlobalLock(mode_) : nullptr);
+  auto* const mode = static_cast<DEVMODEW*>(mode_ != nullptr ? GlobalLock(mode_) : nullptr);
   if (mode == nullptr) return;
   mode->dmFields |= DM_ORIENTATION;
   mode->dmOrientation = portrait ? DMORIENT_PORTRAIT : DMORIENT_LANDSCAPE;

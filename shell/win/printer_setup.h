@@ -16,7 +16,7 @@ class PrinterSetup {
   /// Without a printer there is none.
   void takeDefault(bool portrait);
 
-  HGLOBAL deviceMode() const { return mode_; }    // a DEVMODEA; null: none
+  HGLOBAL deviceMode() const { return mode_; }    // a DEVMODEW; null: none
   HGLOBAL deviceNames() const { return names_; }  // a DEVNAMES; null: none
 
  private:

@@ -8,6 +8,7 @@
 
 #include "base/file_system.h"
 #include "base/temp_files.h"
+#include "base/win/wide.h"
 
 namespace merivane {
 namespace {
@@ -30,23 +31,24 @@ class ComPointer {
   Interface* pointer_ = nullptr;
 };
 
-bool hasContents(const std::string& name) {
-  WIN32_FILE_ATTRIBUTE_DATA data;
-  return GetFileAttributesExA(name.c_str(), GetFileExInfoStandard, &data) != 0 &&
-         (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 &&
-         (data.nFileSizeLow != 0 || data.nFileSizeHigh != 0);
+/// The system's error after a failure that it may not have said anything about.
+SystemError failure() {
+  const DWORD error = GetLastError();
+  return error != 0 ? error : ERROR_GEN_FAILURE;
 }
 
 /// Lets the shell act on a path, without any error boxes of its own. Returns 0 or the error.
-SystemError execute(HWND owner, const char* verb, const std::string& path, ULONG flags) {
-  SHELLEXECUTEINFOA info = {};
+SystemError execute(HWND owner, const wchar_t* verb, const std::string& path, ULONG flags) {
+  const std::wstring name = wide(path);
+  SHELLEXECUTEINFOW info = {};
   info.cbSize = sizeof info;
   info.fMask = SEE_MASK_FLAG_NO_UI | flags;
   info.hwnd = owner;
   info.lpVerb = verb;
-  info.lpFile = path.c_str();
+  info.lpFile = name.c_str();
   info.nShow = SW_SHOWNORMAL;
-  return ShellExecuteExA(&info) ? 0 : GetLastError();
+  SetLastError(0);
+  return ShellExecuteExW(&info) ? 0 : failure();
 }
 
 bool reported(SystemError error, HWND owner, TextId message, ErrorReport report) {
@@ -57,61 +59,56 @@ bool reported(SystemError error, HWND owner, TextId message, ErrorReport report)
 }  // namespace
 
 std::string ResolveShortcut(const std::string& name) {
-  if (name.empty() || !hasContents(name)) return name;
-  wchar_t wide[MAX_PATH];
-  if (MultiByteToWideChar(CP_ACP, 0, name.c_str(), -1, wide, MAX_PATH) == 0) return name;
-  ComPointer<IShellLinkA> link;
+  if (name.empty() || systemFiles().stamp(name).size == 0) return name;
+  ComPointer<IShellLinkW> link;
   ComPointer<IPersistFile> file;
-  if (CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkA, link.address()) !=
+  if (CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW, link.address()) !=
           S_OK ||
-      link->QueryInterface(IID_IPersistFile, file.address()) != S_OK || file->Load(wide, STGM_READ) != S_OK) {
+      link->QueryInterface(IID_IPersistFile, file.address()) != S_OK ||
+      file->Load(wide(name).c_str(), STGM_READ) != S_OK) {
     return name;
   }
-  char target[MAX_PATH] = "";
-  if (link->GetPath(target, MAX_PATH, nullptr, 0) != S_OK || target[0] == '\0') return name;
-  return target;
+  wchar_t target[MAX_PATH] = L"";
+  if (link->GetPath(target, MAX_PATH, nullptr, 0) != S_OK || target[0] == L'\0') return name;
+  return utf8(target);
 }
 
 std::vector<std::string> takeDrop(HDROP drop) {
   std::vector<std::string> names;
-  const UINT count = DragQueryFileA(drop, 0xFFFFFFFF, nullptr, 0);
+  const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
   for (UINT i = 0; i < count; ++i) {
-    std::string name(DragQueryFileA(drop, i, nullptr, 0), '\0');
-    DragQueryFileA(drop, i, name.data(), static_cast<UINT>(name.size()) + 1);
-    names.push_back(ResolveShortcut(name));
+    std::wstring name(DragQueryFileW(drop, i, nullptr, 0), L'\0');
+    DragQueryFileW(drop, i, name.data(), static_cast<UINT>(name.size()) + 1);
+    names.push_back(ResolveShortcut(utf8(name)));
   }
   DragFinish(drop);
   return names;
 }
 
 bool OpenWithShell(HWND owner, const std::string& path, ErrorReport report) {
-  const HINSTANCE result = ShellExecuteA(owner, nullptr, path.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
-  const SystemError error = reinterpret_cast<INT_PTR>(result) > 32 ? 0 : GetLastError();
+  SetLastError(0);
+  const HINSTANCE result = ShellExecuteW(owner, nullptr, wide(path).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+  const SystemError error = reinterpret_cast<INT_PTR>(result) > 32 ? 0 : failure();
   return reported(error, owner, TextId::couldNotOpenInExplorer, report);
 }
 
 bool ExploreFolder(HWND owner, const std::string& folder, ErrorReport report) {
-  return reported(execute(owner, "explore", folder, 0), owner, TextId::couldNotOpenInExplorer, report);
+  return reported(execute(owner, L"explore", folder, 0), owner, TextId::couldNotOpenInExplorer, report);
 }
 
 bool ShowProperties(HWND owner, const std::string& path, ErrorReport report) {
   // The verb is one of the context menu, which the shell looks into only when told so.
-  return reported(execute(owner, "properties", path, SEE_MASK_INVOKEIDLIST), owner,
+  return reported(execute(owner, L"properties", path, SEE_MASK_INVOKEIDLIST), owner,
                   TextId::couldNotOpenProperties, report);
 }
 
 std::string MakeTempFileName(const std::string& prefix) {
-  char folder[MAX_PATH + 1];
-  const DWORD length = GetTempPathA(sizeof folder, folder);
-  if (length == 0 || length >= sizeof folder) return {};
+  wchar_t folder[MAX_PATH + 1];
+  const DWORD length = GetTempPathW(MAX_PATH + 1, folder);
+  if (length == 0 || length > MAX_PATH) return {};
   std::random_device random;
-  return MakeTempFileName(systemFiles(), folder, prefix, [&] { return static_cast<uint32_t>(random()); });
-}
-
-std::string absolutePath(const std::string& path) {
-  char whole[MAX_PATH];
-  const DWORD length = GetFullPathNameA(path.c_str(), sizeof whole, whole, nullptr);
-  return length == 0 || length >= sizeof whole ? path : std::string(whole, length);
+  return MakeTempFileName(systemFiles(), utf8({folder, length}), prefix,
+                          [&] { return static_cast<uint32_t>(random()); });
 }
 
 }  // namespace merivane

@@ -30,7 +30,4 @@ bool ShowProperties(HWND owner, const std::string& path, ErrorReport report);
 /// A name in the user's temporary folder that nothing has yet; empty when there is no such folder.
 std::string MakeTempFileName(const std::string& prefix);
 
-/// The path completed by the current folder and drive; as it is when that fails.
-std::string absolutePath(const std::string& path);
-
 }  // namespace merivane

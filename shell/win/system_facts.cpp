@@ -1,24 +1,26 @@
 #include "shell/win/system_facts.h"
 
-#include <cstring>
+#include <string>
 
 #include "base/win/gdi.h"
 #include "base/win/messages.h"
+#include "base/win/wide.h"
 
 namespace merivane {
 namespace {
 
 bool fontExists(const char* face) {
-  LOGFONTA wanted = {};
+  LOGFONTW wanted = {};
   wanted.lfCharSet = DEFAULT_CHARSET;
-  if (std::strlen(face) >= sizeof wanted.lfFaceName) return false;
-  std::strcpy(wanted.lfFaceName, face);
-  const auto found = [](const LOGFONTA*, const TEXTMETRICA*, DWORD, LPARAM exists) CALLBACK -> int {
+  const std::wstring name = wide(face);
+  if (name.size() >= LF_FACESIZE) return false;
+  name.copy(wanted.lfFaceName, name.size());
+  const auto found = [](const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM exists) CALLBACK -> int {
     *reinterpret_cast<bool*>(exists) = true;
     return 0;
   };
   bool exists = false;
-  EnumFontFamiliesExA(WindowDc(nullptr), &wanted, found, reinterpret_cast<LPARAM>(&exists), 0);
+  EnumFontFamiliesExW(WindowDc(nullptr), &wanted, found, reinterpret_cast<LPARAM>(&exists), 0);
   return exists;
 }
 
@@ -26,18 +28,19 @@ bool fontExists(const char* face) {
 
 ScreenRect workArea() {
   RECT area = {};
-  SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
   return {area.left, area.top, area.right, area.bottom};
 }
 
 SystemFacts systemFacts() { return {workArea(), fontExists}; }
 
 std::string dateAndTime() {
-  char date[128] = "";
-  char time[128] = "";
-  GetDateFormatA(LOCALE_USER_DEFAULT, DATE_SHORTDATE, nullptr, nullptr, date, sizeof date);
-  GetTimeFormatA(LOCALE_USER_DEFAULT, 0, nullptr, nullptr, time, sizeof time);
-  return loadMessage(TextId::dateAndTime, {date, time});
+  constexpr int room = 128;
+  wchar_t date[room] = L"";
+  wchar_t time[room] = L"";
+  GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, nullptr, nullptr, date, room);
+  GetTimeFormatW(LOCALE_USER_DEFAULT, 0, nullptr, nullptr, time, room);
+  return loadMessage(TextId::dateAndTime, {utf8(date), utf8(time)});
 }
 
 WindowStance windowStance(HWND window) {

@@ -10,12 +10,12 @@ namespace merivane {
 void ToolBar::create(HWND parent, WindowKind kind, const ButtonIcons& icons) {
   const DWORD style = WS_CHILD | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_WRAPABLE |
                       TBSTYLE_TOOLTIPS | CCS_TOP | CCS_NODIVIDER;
-  handle_ = CreateWindowExA(0, TOOLBARCLASSNAMEA, "", style, 0, 0, 0, 0, parent, nullptr, programInstance(),
+  handle_ = CreateWindowExW(0, TOOLBARCLASSNAMEW, L"", style, 0, 0, 0, 0, parent, nullptr, programInstance(),
                             nullptr);
-  SendMessageA(handle_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-  SendMessageA(handle_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
-  SendMessageA(handle_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(icons.list()));
-  SendMessageA(handle_, TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(icons.greyedList()));
+  SendMessageW(handle_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+  SendMessageW(handle_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
+  SendMessageW(handle_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(icons.list()));
+  SendMessageW(handle_, TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(icons.greyedList()));
 
   buttons_ = toolBarRows(kind);
   std::vector<TBBUTTON> items;
@@ -33,12 +33,12 @@ void ToolBar::create(HWND parent, WindowKind kind, const ButtonIcons& icons) {
     item.iString = reinterpret_cast<INT_PTR>(row->help);  // its name for screen readers, nowhere shown
     items.push_back(item);
   }
-  SendMessageA(handle_, TB_ADDBUTTONSA, items.size(), reinterpret_cast<LPARAM>(items.data()));
+  SendMessageW(handle_, TB_ADDBUTTONSW, items.size(), reinterpret_cast<LPARAM>(items.data()));
 }
 
 int ToolBar::fit() {
   // The first time breaks the rows at the width that the bar had, and gives it the new one.
-  for (int i = 0; i < 2; ++i) SendMessageA(handle_, TB_AUTOSIZE, 0, 0);
+  for (int i = 0; i < 2; ++i) SendMessageW(handle_, TB_AUTOSIZE, 0, 0);
   RECT area = {};
   GetWindowRect(handle_, &area);
   return area.bottom - area.top;
@@ -48,7 +48,7 @@ void ToolBar::update(const std::function<CommandState(Command)>& stateOf) {
   for (const CommandRow* row : buttons_) {
     const bool enabled = stateOf(row->id).enabled;
     if (enabled == !greyed_.contains(row->id)) continue;
-    SendMessageA(handle_, TB_ENABLEBUTTON, static_cast<WPARAM>(row->id), MAKELPARAM(enabled, 0));
+    SendMessageW(handle_, TB_ENABLEBUTTON, static_cast<WPARAM>(row->id), MAKELPARAM(enabled, 0));
     if (enabled) {
       greyed_.erase(row->id);
     } else {

@@ -2,29 +2,31 @@
 
 #include <commctrl.h>
 
+#include "base/win/wide.h"
 #include "base/win/window.h"
 
 namespace merivane {
 
 void ToolTips::create(HWND parent) {
   const DWORD style = WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX;
-  handle_ = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, "", style, 0, 0, 0, 0, parent, nullptr,
+  handle_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, L"", style, 0, 0, 0, 0, parent, nullptr,
                             programInstance(), nullptr);
 }
 
 void ToolTips::add(HWND child, const std::string& tip) {
-  TOOLINFOA tool = {};
+  std::wstring text = wide(tip);
+  TOOLINFOW tool = {};
   tool.cbSize = sizeof tool;
   tool.uFlags = TTF_IDISHWND;
   tool.hwnd = GetParent(child);
   tool.uId = reinterpret_cast<UINT_PTR>(child);
-  tool.lpszText = const_cast<char*>(tip.c_str());
-  SendMessageA(handle_, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
+  tool.lpszText = text.data();
+  SendMessageW(handle_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 void ToolTips::relay(const MSG& message) const {
   MSG copy = message;
-  SendMessageA(handle_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&copy));
+  SendMessageW(handle_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&copy));
 }
 
 }  // namespace merivane

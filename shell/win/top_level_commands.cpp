@@ -8,6 +8,7 @@
 #include <span>
 
 #include "base/win/messages.h"
+#include "base/win/wide.h"
 #include "shell/command_table.h"
 #include "shell/win/application.h"
 #include "shell/win/top_level_window.h"
@@ -32,7 +33,7 @@ std::function<void()> TopLevelWindow::handlerOf(Command command) {
   OpenWindows& windows = application_.windows;
   switch (command) {
     case Command::newTextWindow: return [&] { windows.openNew(WindowKind::text); };
-    case Command::close: return [this] { PostMessageA(handle(), WM_CLOSE, 0, 0); };
+    case Command::close: return [this] { PostMessageW(handle(), WM_CLOSE, 0, 0); };
     case Command::exit: return [&] { windows.closeAll(); };
     case Command::viewToolBar: return [this] { toggle(&Settings::viewToolBar); };
     case Command::viewStatusBar: return [this] { toggle(&Settings::viewStatusBar); };
@@ -96,7 +97,7 @@ WindowFacts TopLevelWindow::facts() const {
 /// The command that the accelerators give to a key.
 std::optional<Command> TopLevelWindow::commandOf(const MSG& key) const {
   ACCEL entries[128];
-  const int count = CopyAcceleratorTableA(accelerators(), entries, static_cast<int>(std::size(entries)));
+  const int count = CopyAcceleratorTableW(accelerators(), entries, static_cast<int>(std::size(entries)));
   int held = FVIRTKEY;
   if (isKeyDown(VK_CONTROL)) held |= FCONTROL;
   if (isKeyDown(VK_SHIFT)) held |= FSHIFT;
@@ -130,7 +131,7 @@ void TopLevelWindow::fillWindowMenu() {
     if (item.kind == WindowMenuItem::Kind::separator) flags = MF_SEPARATOR;
     if (item.kind == WindowMenuItem::Kind::placeholder) flags |= MF_GRAYED;
     if (item.checked) flags |= MF_CHECKED;
-    AppendMenuA(menu, flags, static_cast<UINT_PTR>(item.command), item.text.c_str());
+    AppendMenuW(menu, flags, static_cast<UINT_PTR>(item.command), wide(item.text).c_str());
   }
   shownWindows_ = std::move(items);
 }
@@ -153,10 +154,10 @@ void TopLevelWindow::onMenuSelect(UINT item, UINT flags) {
 }
 
 LRESULT TopLevelWindow::onNotify(NMHDR& header) {
-  if (header.code != TTN_GETDISPINFOA) return 0;
-  auto& info = reinterpret_cast<NMTTDISPINFOA&>(header);
+  if (header.code != TTN_GETDISPINFOW) return 0;
+  auto& info = reinterpret_cast<NMTTDISPINFOW&>(header);
   const std::string tip = commandTip(static_cast<Command>(header.idFrom));
-  lstrcpynA(info.szText, tip.c_str(), sizeof info.szText);
+  lstrcpynW(info.szText, wide(tip).c_str(), static_cast<int>(std::size(info.szText)));
   return 0;
 }
 

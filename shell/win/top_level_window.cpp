@@ -32,9 +32,9 @@ bool TopLevelWindow::open(const NewWindowRect& at) {
   place.top = at.y;
   place.width = at.width;
   place.height = at.height;
-  place.menu = LoadMenuA(programInstance(), MAKEINTRESOURCEA(traits_.menu));
-  setAccelerators(LoadAcceleratorsA(programInstance(), MAKEINTRESOURCEA(traits_.accelerators)));
-  return create({traits_.windowClass, 0, IDC_ARROW, COLOR_BTNFACE, iconNumber}, "", place);
+  place.menu = LoadMenuW(programInstance(), MAKEINTRESOURCEW(traits_.menu));
+  setAccelerators(LoadAcceleratorsW(programInstance(), MAKEINTRESOURCEW(traits_.accelerators)));
+  return create({traits_.windowClass, 0, IDC_ARROW, COLOR_BTNFACE, iconNumber}, place);
 }
 
 LRESULT TopLevelWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -138,7 +138,7 @@ void TopLevelWindow::compare(const std::string& left, const std::string& right) 
   SetForegroundWindow(handle());
   SetFocus(handle());
   UpdateWindow(handle());
-  SendMessageA(handle(), WM_COMMAND, static_cast<WPARAM>(Command::refresh), 0);
+  SendMessageW(handle(), WM_COMMAND, static_cast<WPARAM>(Command::refresh), 0);
 }
 
 void TopLevelWindow::setName(int side, const std::string& name) {
@@ -210,7 +210,7 @@ bool TopLevelWindow::onKeyInName(const MSG& message, NameBox& box) {
     box.edit(*command);
   } else {
     TranslateMessage(&message);
-    DispatchMessageA(&message);
+    DispatchMessageW(&message);
   }
   return true;
 }
@@ -219,15 +219,15 @@ bool TopLevelWindow::onEscape() {
   const NameBox* const box = names_.focusedBox();
   const bool closesList = box != nullptr && box->isListOpen();
   if (!application_.settings.escQuitsApp || escapeHeld_ || closesList) return false;
-  SendMessageA(handle(), WM_COMMAND, static_cast<WPARAM>(Command::exit), 0);
+  SendMessageW(handle(), WM_COMMAND, static_cast<WPARAM>(Command::exit), 0);
   return true;
 }
 
 /// Presses a button that has the keyboard, as in a dialog.
 bool TopLevelWindow::onEnter(HWND control) {
-  if ((SendMessageA(control, WM_GETDLGCODE, 0, 0) & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) == 0)
+  if ((SendMessageW(control, WM_GETDLGCODE, 0, 0) & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) == 0)
     return false;
-  SendMessageA(control, BM_CLICK, 0, 0);
+  SendMessageW(control, BM_CLICK, 0, 0);
   return true;
 }
 
@@ -235,12 +235,12 @@ bool TopLevelWindow::onEnter(HWND control) {
 bool TopLevelWindow::onTab(const MSG& message) {
   const bool asText = takesTab(message.hwnd);
   if (asText && !isCtrlDown()) return false;
-  if (!asText && (SendMessageA(message.hwnd, WM_GETDLGCODE, 0, 0) & DLGC_WANTTAB) != 0) return true;
+  if (!asText && (SendMessageW(message.hwnd, WM_GETDLGCODE, 0, 0) & DLGC_WANTTAB) != 0) return true;
   HWND control = message.hwnd;
   while (control != handle() && GetParent(control) != handle()) control = GetParent(control);
   SetFocus(GetNextDlgTabItem(handle(), control, isKeyDown(VK_SHIFT)));
   const HWND focus = GetFocus();
-  if (SendMessageA(focus, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) SendMessageA(focus, EM_SETSEL, 0, -1);
+  if (SendMessageW(focus, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) SendMessageW(focus, EM_SETSEL, 0, -1);
   return true;
 }
 
@@ -329,7 +329,7 @@ void TopLevelWindow::update() {
   KillTimer(handle(), updateTimer);
   const std::string wanted = title();
   if (wanted != shownTitle_) {
-    SetWindowTextA(handle(), wanted.c_str());
+    setWindowText(handle(), wanted);
     shownTitle_ = wanted;
   }
   fillWindowMenu();

@@ -9,7 +9,7 @@
 namespace merivane {
 
 const UINT compareDoneMessage =
-    RegisterWindowMessageA("MSG_COMPARE_DONE-{2ECF7E4C-1184-4b0e-8849-F7DDD5BCF4DC}");
+    RegisterWindowMessageW(L"MSG_COMPARE_DONE-{2ECF7E4C-1184-4b0e-8849-F7DDD5BCF4DC}");
 
 namespace {
 
@@ -55,7 +55,7 @@ void WaitDialog::close() {
 }
 
 bool WaitDialog::takes(const MSG& message) const {
-  if (IsDialogMessageA(handle(), const_cast<MSG*>(&message))) return true;
+  if (IsDialogMessageW(handle(), const_cast<MSG*>(&message))) return true;
   if (message.message == WM_DROPFILES) {
     DragFinish(reinterpret_cast<HDROP>(message.wParam));
     MessageBeep(MB_OK);
@@ -77,8 +77,8 @@ LRESULT WaitDialog::onMessage(UINT message, WPARAM wParam, LPARAM) {
 }
 
 BOOL WaitDialog::onInitDialog() {
-  SetWindowTextA(handle(), loadText(TextId::pleaseWait).c_str());
-  SetDlgItemTextA(handle(), textControl, loadText(TextId::pleaseWaitComparing).c_str());
+  setWindowText(handle(), loadText(TextId::pleaseWait));
+  setWindowText(GetDlgItem(handle(), textControl), loadText(TextId::pleaseWaitComparing));
   centre();
   SetTimer(handle(), showTimer, unnoticedMilliseconds, nullptr);
   return TRUE;
@@ -96,7 +96,7 @@ BOOL WaitDialog::onCommand(int id) {
   if (id != IDCANCEL) return FALSE;
   job_->cancel();
   // The thread takes until its next look at the flag; the user need not.
-  PostMessageA(owner_, compareDoneMessage, 0, 0);
+  PostMessageW(owner_, compareDoneMessage, 0, 0);
   return TRUE;
 }
 

@@ -8,6 +8,7 @@
 
 #include "shell/name_box.h"
 #include "shell/settings_table.h"
+#include "tests/support/memory_files.h"
 #include "tests/support/memory_values.h"
 #include "tests/support/random.h"
 
@@ -232,6 +233,32 @@ TEST(NameBox, QuotesAndBlanksRoundANameAreNoPartOfIt) {
                                                        {"\"", "\""},
                                                        {" ", ""}};
   for (const auto& [typed, meant] : cases) EXPECT_EQ(meantName(typed), meant) << typed;
+}
+
+TEST(NameBox, CharactersAreCountedAsTheEditFieldDoes) {
+  HistoryList history;
+  history.Add("\xD0\x96\xF0\x9F\x98\x80x.txt");
+  const NameCompletion box;
+  EXPECT_EQ(box.onEdit("\xD0\x96", history), (Completion{0, 1, 8}));
+  EXPECT_EQ(box.onEdit("\xD0\x96\xF0\x9F\x98\x80X", history), (Completion{0, 4, 8}));
+  EXPECT_EQ(box.onEdit("\xD0\xB6", history), std::nullopt) << "only A to Z have a case";
+}
+
+TEST(NameBox, ADialogBeginsAtWhatTheBoxNames) {
+  MemoryFiles files;
+  files.folder = "C:\\here\\";
+  for (const char* const folder : {"C:\\", "C:\\here", "C:\\here\\sub"})
+    files.files[folder].kind = FileKind::folder;
+  const std::pair<const char*, BrowseStart> cases[] = {
+      {"", {}},
+      {"a?b", {}},
+      {"C:\\here\\sub", {"C:\\here\\sub", ""}},
+      {"C:\\here\\sub\\a.txt", {"C:\\here\\sub", "a.txt"}},
+      {"new.txt", {"C:\\here", "new.txt"}},
+      {"C:\\here\\gone\\a.txt", {"C:\\here", ""}},
+      {"D:\\a.txt", {}},
+  };
+  for (const auto& [name, start] : cases) EXPECT_EQ(browseStart(files, name), start) << name;
 }
 
 TEST(NameBox, GoesUpNoHigherThanTheRootAndTakesDropsOfItsKinds) {

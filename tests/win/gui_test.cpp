@@ -1,8 +1,12 @@
 #include "tests/win/gui_test.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+
+#include "base/file_system.h"
+#include "base/win/wide.h"
 
 namespace merivane {
 namespace {
@@ -87,13 +91,12 @@ std::string copiedBy(const std::function<void()>& action) {
 }
 
 std::string writeFile(const std::string& name, const std::string& bytes) {
-  std::ofstream(name, std::ios::binary) << bytes;
-  char path[MAX_PATH];
-  return {path, GetFullPathNameA(name.c_str(), sizeof path, path, nullptr)};
+  std::ofstream(std::filesystem::path(wide(name)), std::ios::binary) << bytes;
+  return systemFiles().absolute(name);
 }
 
 std::string readFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(std::filesystem::path(wide(path)), std::ios::binary);
   return {std::istreambuf_iterator<char>(in), {}};
 }
 

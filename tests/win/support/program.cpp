@@ -7,10 +7,12 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "base/win/wide.h"
+
 namespace merivane {
 namespace {
 
-constexpr char settingsKey[] = "SOFTWARE\\Brackenfold\\Merivane\\Settings";
+constexpr wchar_t settingsKey[] = L"SOFTWARE\\Brackenfold\\Merivane\\Settings";
 
 BITMAPINFOHEADER headerFor(int width, int height) {
   const LONG fromTheTop = -height;
@@ -26,9 +28,9 @@ std::string programFolder() {
 }
 
 std::string textOf(HWND window) {
-  std::string text(static_cast<size_t>(SendMessageA(window, WM_GETTEXTLENGTH, 0, 0)), '\0');
-  SendMessageA(window, WM_GETTEXT, text.size() + 1, reinterpret_cast<LPARAM>(text.data()));
-  return text;
+  std::wstring text(static_cast<size_t>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0)), L'\0');
+  SendMessageW(window, WM_GETTEXT, text.size() + 1, reinterpret_cast<LPARAM>(text.data()));
+  return utf8(text);
 }
 
 bool pressButton(HWND dialog, int id) {
@@ -36,35 +38,36 @@ bool pressButton(HWND dialog, int id) {
   return waitUntil([&] { return !IsWindow(dialog); });
 }
 
-void clearSavedSettings() { RegDeleteTreeA(HKEY_CURRENT_USER, settingsKey); }
+void clearSavedSettings() { RegDeleteTreeW(HKEY_CURRENT_USER, settingsKey); }
 
 std::string saved(const char* name) {
-  char value[1024] = "";
+  wchar_t value[1024] = L"";
   DWORD size = sizeof value;
   DWORD type = REG_NONE;
-  RegGetValueA(HKEY_CURRENT_USER, settingsKey, name, RRF_RT_ANY, &type, value, &size);
+  RegGetValueW(HKEY_CURRENT_USER, settingsKey, wide(name).c_str(), RRF_RT_ANY, &type, value, &size);
   DWORD number = 0;
   std::memcpy(&number, value, sizeof number);
   if (type == REG_DWORD) return "# " + std::to_string(number);
-  return type == REG_SZ ? value : "(none)";
+  return type == REG_SZ ? utf8(value) : "(none)";
 }
 
 void save(const char* name, const std::string& text) {
-  RegSetKeyValueA(HKEY_CURRENT_USER, settingsKey, name, REG_SZ, text.c_str(),
-                  static_cast<DWORD>(text.size() + 1));
+  const std::wstring value = wide(text);
+  RegSetKeyValueW(HKEY_CURRENT_USER, settingsKey, wide(name).c_str(), REG_SZ, value.c_str(),
+                  static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
 }
 
 void save(const char* name, DWORD number) {
-  RegSetKeyValueA(HKEY_CURRENT_USER, settingsKey, name, REG_DWORD, &number, sizeof number);
+  RegSetKeyValueW(HKEY_CURRENT_USER, settingsKey, wide(name).c_str(), REG_DWORD, &number, sizeof number);
 }
 
 Program::Program(const std::string& arguments) {
-  std::string line = '"' + programFolder() + "merivane.exe\" " + arguments;
-  STARTUPINFOA startup = {};
+  std::wstring line = wide('"' + programFolder() + "merivane.exe\" " + arguments);
+  STARTUPINFOW startup = {};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION started = {};
-  if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, 0, 0, nullptr, nullptr, &startup, &started)) {
-    throw std::runtime_error("cannot start " + line);
+  if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, 0, 0, nullptr, nullptr, &startup, &started)) {
+    throw std::runtime_error("cannot start " + utf8(line));
   }
   CloseHandle(started.hThread);
   process_ = started.hProcess;
@@ -79,7 +82,10 @@ Program::~Program() {
 
 std::vector<HWND> Program::windows(const char* className, const char* title) const {
   std::vector<HWND> found;
-  for (HWND window = nullptr; (window = FindWindowExA(nullptr, window, className, title)) != nullptr;) {
+  const std::wstring wideTitle = title != nullptr ? wide(title) : std::wstring();
+  for (HWND window = nullptr;
+       (window = FindWindowExW(nullptr, window, wide(className).c_str(),
+                               title != nullptr ? wideTitle.c_str() : nullptr)) != nullptr;) {
     DWORD owner = 0;
     GetWindowThreadProcessId(window, &owner);
     if (owner == processId_ && IsWindowVisible(window)) found.push_back(window);
@@ -124,8 +130,8 @@ DWORD Program::exitCode() const {
 }
 
 void TextWindow::setNames(const std::string& left, const std::string& right) const {
-  SendMessageA(nameBox(0), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(left.c_str()));
-  SendMessageA(nameBox(1), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(right.c_str()));
+  SendMessageW(nameBox(0), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide(left).c_str()));
+  SendMessageW(nameBox(1), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide(right).c_str()));
 }
 
 Hook::Hook(HWND window) : library_(LoadLibraryA((programFolder() + "merivane-hook.dll").c_str())) {
@@ -159,10 +165,12 @@ ShownAnew TextWindow::shownAnew() const {
 }
 
 void TextWindow::drop(HWND window, POINT at, const std::vector<std::string>& paths) const {
-  const DROPFILES header = {sizeof header, at, FALSE, FALSE};
+  const DROPFILES header = {sizeof header, at, FALSE, TRUE};
+  std::wstring names;
+  for (const std::string& path : paths) names += wide(path) + L'\0';
+  names += L'\0';
   std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
-  for (const std::string& path : paths) bytes += path + '\0';
-  bytes += '\0';
+  bytes.append(reinterpret_cast<const char*>(names.data()), names.size() * sizeof(wchar_t));
   // A handle of this process means nothing in the other, an address in the other does. It is left to it.
   void* const block = VirtualAllocEx(program_->process(), nullptr, bytes.size(), MEM_COMMIT, PAGE_READWRITE);
   WriteProcessMemory(program_->process(), block, bytes.data(), bytes.size(), nullptr);
@@ -183,7 +191,9 @@ std::string TextWindow::compared() const {
 }
 
 std::string TextWindow::statusText(int part) const {
-  return ask(childOf(window_, STATUSCLASSNAMEA), SB_GETTEXTA, static_cast<WPARAM>(part), 0x1000).c_str();
+  const std::string bytes =
+      ask(childOf(window_, STATUSCLASSNAMEA), SB_GETTEXTW, static_cast<WPARAM>(part), 0x1000);
+  return utf8(reinterpret_cast<const wchar_t*>(bytes.data()));
 }
 
 /// Sends a message that takes the address of room for a text, which has to be the program's own memory.
