@@ -14,7 +14,8 @@ const WindowTraits& traitsOf(WindowKind kind) {
                                         {kDropFiles,
                                          {&Settings::leftFileHistory, &Settings::rightFileHistory},
                                          {Command::browseLeftFile, Command::browseRightFile},
-                                         {TextId::chooseLeftFile, TextId::chooseRightFile}}};
+                                         {TextId::chooseLeftFile, TextId::chooseRightFile},
+                                         {TextId::leftFileLabel, TextId::rightFileLabel}}};
   static constexpr WindowTraits folder = {"SessionWindow",
                                           1120,
                                           1111,
@@ -24,7 +25,8 @@ const WindowTraits& traitsOf(WindowKind kind) {
                                           {kDropFolders,
                                            {&Settings::leftFolderHistory, &Settings::rightFolderHistory},
                                            {Command::browseOldFolder, Command::browseNewFolder},
-                                           {TextId::chooseOldFolder, TextId::chooseNewFolder}}};
+                                           {TextId::chooseOldFolder, TextId::chooseNewFolder},
+                                           {TextId::oldFolderLabel, TextId::newFolderLabel}}};
   return kind == WindowKind::text ? text : folder;
 }
 

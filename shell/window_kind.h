@@ -18,6 +18,7 @@ struct NameRowTraits {
   HistoryList Settings::*histories[2];  // that the boxes show
   Command browse[2];                    // of the Browse buttons
   TextId browseTitles[2];
+  TextId labels[2];  // what the boxes are called
 };
 
 /// What a kind of window is made of, as far as that is data.

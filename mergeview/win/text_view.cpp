@@ -83,8 +83,10 @@ LRESULT TextView::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
       return onSetCursor(reinterpret_cast<HWND>(wParam), LOWORD(lParam))
                  ? TRUE
                  : defaultProcedure(message, wParam, lParam);
-    default: return defaultProcedure(message, wParam, lParam);
+    default: break;
   }
+  if (const auto result = answerReader(message, wParam, lParam)) return *result;
+  return defaultProcedure(message, wParam, lParam);
 }
 
 // Drawing.

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 
 #include "base/win/window.h"
@@ -57,6 +58,7 @@ class TextView final : public Window, private ViewHost {
  private:
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   LRESULT dispatch(UINT message, WPARAM wParam, LPARAM lParam);
+  std::optional<LRESULT> answerReader(UINT message, WPARAM wParam, LPARAM lParam);
   void onPaint();
   void onSize(int width, int height);
   void onSetFocus();

@@ -1,6 +1,7 @@
 #include "shell/win/compare_panes.h"
 
 #include "base/win/gdi.h"
+#include "base/win/messages.h"
 #include "base/win/window.h"
 #include "shell/win/controls.h"
 
@@ -12,6 +13,12 @@ ComparePanes::ComparePanes(TextViewOwner& owner, UndoHistory& history)
 bool ComparePanes::create(HWND window) {
   if (!view.create(window) || !summary.create(window) || !thumb.create(window)) return false;
   for (HWND& bar : scrollBars_) bar = createControl(window, "SCROLLBAR", SBS_HORZ, 0);
+  // For screen readers, nowhere shown.
+  const auto name = [](HWND control, TextId text) { SetWindowTextA(control, loadText(text).c_str()); };
+  name(summary.handle(), TextId::summaryLabel);
+  name(thumb.handle(), TextId::splitterLabel);
+  name(scrollBars_[0], TextId::leftScrollLabel);
+  name(scrollBars_[1], TextId::rightScrollLabel);
   return true;
 }
 

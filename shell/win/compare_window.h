@@ -61,6 +61,7 @@ class CompareWindow final : public TopLevelWindow, private TextViewOwner, privat
   void numberLines(LineNumbers kind);
   std::string activePath() const { return session_.sideName(view_.activeSide()); }
   void copy(BlockKind kind, int to) { copyBlock(view_, history_, kind, to); }
+  void sayDifference(bool found);
   void find();
   void search(bool forwards);
   void onFind(const FINDREPLACEW& request);

@@ -8,6 +8,7 @@
 #include "mergeview/edit.h"
 #include "mergeview/find.h"
 #include "mergeview/navigation.h"
+#include "mergeview/spoken_text.h"
 #include "shell/command_table.h"
 #include "shell/name_box.h"
 #include "shell/win/application.h"
@@ -42,8 +43,8 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
       {Command::lineNumbersReal, [](W& w) { w.numberLines(LineNumbers::lines); }},
       {Command::lineNumbersNone, [](W& w) { w.numberLines(LineNumbers::none); }},
       {Command::switchPane, [](W& w) { switchPane(w.view_), w.focusContents(); }},
-      {Command::prevDiff, [](W& w) { goToPreviousDifference(w.view_), w.focusContents(); }},
-      {Command::nextDiff, [](W& w) { goToNextDifference(w.view_), w.focusContents(); }},
+      {Command::prevDiff, [](W& w) { w.sayDifference(goToPreviousDifference(w.view_)); }},
+      {Command::nextDiff, [](W& w) { w.sayDifference(goToNextDifference(w.view_)); }},
       {Command::prevMark, [](W& w) { goToPreviousMark(w.view_), w.focusContents(); }},
       {Command::nextMark, [](W& w) { goToNextMark(w.view_), w.focusContents(); }},
       {Command::switchSides, [](W& w) { w.session_.switchSides(); }},
@@ -92,6 +93,11 @@ void CompareWindow::addFacts(WindowFacts& facts) const {
 void CompareWindow::numberLines(LineNumbers kind) {
   application().settings.showLineNumbers = static_cast<int32_t>(kind);
   application().windows.applySettings();
+}
+
+void CompareWindow::sayDifference(bool found) {
+  if (found) showStatus(differenceText(view_.model(), view_.caretRow()));
+  focusContents();
 }
 
 void CompareWindow::find() {

@@ -11,6 +11,12 @@ HWND createControl(HWND parent, const char* controlClass, DWORD style, int id) {
                          programInstance(), nullptr);
 }
 
+void nameNextControl(HWND parent, const std::string& name) {
+  const HWND label = createControl(parent, "STATIC", SS_NOPREFIX, 0);
+  SetWindowTextW(label, wide(name).c_str());
+  showControl(label, false);
+}
+
 void moveControl(HWND control, const Area& to) {
   SetWindowPos(control, nullptr, to.left, to.top, to.width, to.height, SWP_NOZORDER | SWP_NOACTIVATE);
 }

@@ -4,6 +4,7 @@
 
 #include "base/win/gdi.h"
 #include "base/win/messages.h"
+#include "base/win/wide.h"
 #include "shell/command_table.h"
 #include "shell/name_box.h"
 #include "shell/win/controls.h"
@@ -25,10 +26,12 @@ void NameRow::create(HWND window, const ButtonIcons& icons, ToolTips& tips) {
     const HWND button =
         createControl(window, "BUTTON", WS_TABSTOP | BS_ICON | BS_PUSHBUTTON, static_cast<int>(command));
     SendMessageW(button, BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon.get()));
+    SetWindowTextW(button, wide(commandHelp(command)).c_str());  // its name for screen readers, nowhere shown
     tips.add(button, commandHelp(command));
     return button;
   };
   for (const int side : {0, 1}) {
+    nameNextControl(window, loadText(traits_.labels[side]));
     boxes_[side].create(window, boxNumbers[side], traits_.dropKinds, settings_.*traits_.histories[side]);
     SendMessageW(boxes_[side].handle(), WM_SETFONT, reinterpret_cast<WPARAM>(messageFont()), FALSE);
     browseButtons_[side] = makeButton(traits_.browse[side], browseIcon_);

@@ -35,4 +35,9 @@ void StatusBar::setText(int part, const std::string& text) {
   shown_[part] = text;
 }
 
+void StatusBar::announce(const std::string& text) {
+  setText(help, text);
+  NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, handle_, OBJID_CLIENT, help + 1);  // children count from 1
+}
+
 }  // namespace merivane

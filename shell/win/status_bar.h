@@ -22,6 +22,9 @@ class StatusBar {
   /// A text that is shown already is not drawn again.
   void setText(int part, const std::string& text);
 
+  /// Says in the first part what has just been done, to screen readers as well.
+  void announce(const std::string& text);
+
  private:
   HWND handle_ = nullptr;
   std::string shown_[kParts];

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "base/win/messages.h"
+#include "base/win/wide.h"
 #include "base/win/window.h"
 
 namespace merivane {
@@ -12,6 +14,7 @@ void ToolBar::create(HWND parent, WindowKind kind, const ButtonIcons& icons) {
                       TBSTYLE_TOOLTIPS | CCS_TOP | CCS_NODIVIDER;
   handle_ = CreateWindowExW(0, TOOLBARCLASSNAMEW, L"", style, 0, 0, 0, 0, parent, nullptr, programInstance(),
                             nullptr);
+  SetWindowTextW(handle_, wide(loadText(TextId::toolBarLabel)).c_str());  // for screen readers, nowhere shown
   SendMessageW(handle_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   SendMessageW(handle_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
   SendMessageW(handle_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(icons.list()));

@@ -284,7 +284,7 @@ void TopLevelWindow::report(const std::string& message, ReportKind kind) {
 
 void TopLevelWindow::reportOutOfMemory() { merivane::reportOutOfMemory(); }
 
-void TopLevelWindow::showStatus(const std::string& text) { statusBar_.setText(StatusBar::help, text); }
+void TopLevelWindow::showStatus(const std::string& text) { statusBar_.announce(text); }
 
 void TopLevelWindow::startJob(Work work, WhenWorkEnds whenEnded) {
   waitDialog_.start(handle(), std::move(work), std::move(whenEnded));

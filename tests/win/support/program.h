@@ -132,6 +132,7 @@ class TextWindow {
   std::string title() const { return textOf(window_); }
 
   /// Parts of the status bar.
+  std::string help() const { return statusText(0); }
   std::string caret() const { return statusText(1); }
   std::string lineEnds() const { return statusText(2); }
   std::string differences() const { return statusText(3); }

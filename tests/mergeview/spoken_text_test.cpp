@@ -1,0 +1,126 @@
+// What a screen reader is told of the panes.
+
+#include "mergeview/spoken_text.h"
+
+#include <gtest/gtest.h>
+
+#include "mergeview/navigation.h"
+#include "tests/support/edit_run.h"
+#include "tests/support/row_pattern.h"
+
+namespace merivane {
+namespace {
+
+TEST(SpokenText, RowsAreLinesAndFillersSaySo) {
+  const std::string first("one\ntwo\tt\0\x01\r\n", 13);
+  EditRun run(first + "end", first + "more\nend");
+  std::string all;
+  const auto heard = [&] { return all = SpokenText(run.view()).text(); };
+  EXPECT_EQ(heard(), "one\r\ntwo\tt^^^\r\nno line on this side\r\nend");
+  run.press("switch-pane");
+  EXPECT_EQ(heard(), "one\r\ntwo\tt^^^\r\nmore\r\nend");
+  run.press("switch-pane");
+  run.press("C-end");
+
+  // Line by line they are the same text, and every offset leads to its line.
+  heard();
+  const SpokenText spoken(run.view());
+  EXPECT_EQ(spoken.size(), all.size());
+  ASSERT_EQ(spoken.lineCount(), 4u);
+  uint32_t line = 0;
+  for (uint32_t offset = 0; offset <= all.size(); ++offset) {
+    if (line < 3 && offset == spoken.lineStart(line + 1)) ++line;
+    EXPECT_EQ(spoken.lineAt(offset), line) << offset;
+    EXPECT_EQ(spoken.placeOf(offset).row, line) << offset;
+  }
+  EXPECT_EQ(line, 3u);
+  EXPECT_EQ(spoken.lineAt(999), 3u);
+  for (line = 0; line < 4; ++line) {
+    const uint32_t start = spoken.lineStart(line);
+    EXPECT_EQ(all.substr(start, spoken.lineEnd(line) - start), spoken.lineText(line));
+  }
+}
+
+TEST(SpokenText, TheCaretIsWhereItShows) {
+  EditRun run("one\ntwo\nend\n", "one\ntwo\nend\nlast\n");
+  const auto heard = [&] {
+    const SpokenText spoken(run.view());
+    const std::string text = spoken.text();
+    return text.substr(0, spoken.selectionBegin()) + "[" +
+           text.substr(spoken.selectionBegin(), spoken.selectionEnd() - spoken.selectionBegin()) + "]" +
+           text.substr(spoken.selectionEnd());
+  };
+  EXPECT_EQ(heard(), "[]one\r\ntwo\r\nend\r\nno line on this side");
+  run.press("down right S-down");
+  EXPECT_EQ(heard(), "one\r\nt[wo\r\ne]nd\r\nno line on this side");
+  run.press("S-up S-up");
+  EXPECT_EQ(heard(), "o[ne\r\nt]wo\r\nend\r\nno line on this side");
+  run.press("C-end");
+  EXPECT_EQ(heard(), "one\r\ntwo\r\nend\r\n[]no line on this side");
+
+  // The reader moves it, too, and finds it again wherever there is text.
+  const std::string all = SpokenText(run.view()).text();
+  for (uint32_t a = 0; a <= all.size(); ++a) {
+    for (const uint32_t b : {a, 7u}) {
+      selectSpoken(run.view(), a, b);
+      EXPECT_EQ(run.fault(), "");
+      if (all[a] == '\n' || a > 15) continue;  // between CR and LF, or in the filler
+      EXPECT_EQ(SpokenText(run.view()).selectionBegin(), std::min(a, b));
+      EXPECT_EQ(SpokenText(run.view()).selectionEnd(), std::max(a, b));
+    }
+  }
+  selectSpoken(run.view(), 20, 25);
+  EXPECT_EQ(run.place(), "3,0");
+}
+
+TEST(SpokenText, NoMoreIsToldThanAReaderNeeds) {
+  std::string text;
+  for (int row = 0; row < 5000; ++row) text += std::to_string(row) + "\n";
+  EditRun run(text, text);
+  uint32_t moved = 0;
+  for (uint32_t row = 0; row + 1 < run.view().rowCount(); ++row) {
+    const SpokenText before(run.view());
+    const uint32_t offset = before.caret();
+    EXPECT_LE(before.lineCount(), 768u);
+    EXPECT_EQ(before.lineText(before.lineAt(offset)), std::to_string(row));
+    run.view().moveCaret(row + 1, run.view().rowStart(0, row + 1), false);
+    const SpokenText after(run.view());
+    moved += after.caret() != offset + std::to_string(row).size() + 2;
+    EXPECT_NE(after.caret(), offset) << "a reader sees no step from row " << row;
+  }
+  EXPECT_LE(moved, 19u) << "offsets change from page to page only";
+
+  // A long line is told around the caret.
+  std::string line;
+  for (int i = 0; i < 50000; ++i) line += std::to_string(i) + " ";
+  EditRun wide(line + "\nx", line + "\nx");
+  for (const uint32_t at : {0u, 1023u, 1024u, 100000u, static_cast<uint32_t>(line.size())}) {
+    wide.view().moveCaret(0, at, false);
+    const SpokenText spoken(wide.view());
+    EXPECT_LE(spoken.size(), 3 * 1024u + 3);
+    EXPECT_EQ(spoken.placeOf(spoken.caret()).position, at);
+    const uint32_t rest = std::min(1024u, static_cast<uint32_t>(line.size()) - at);
+    EXPECT_EQ(spoken.text().substr(spoken.caret(), rest), line.substr(at, rest));
+  }
+  selectAll(wide.view());
+  EXPECT_EQ(SpokenText(wide.view()).selectionBegin(), 0u);
+}
+
+TEST(SpokenText, ADifferenceIsToldByNumberAndKind) {
+  const DiffModel model = modelOf("<==!!>><>=!");
+  const char* const expected[] = {"Difference 1 of 6: 1 line only on the left",
+                                  "",
+                                  "",
+                                  "Difference 2 of 6: 2 lines changed",
+                                  "Difference 2 of 6: 2 lines changed",
+                                  "Difference 3 of 6: 2 lines only on the right",
+                                  "Difference 3 of 6: 2 lines only on the right",
+                                  "Difference 4 of 6: 1 line only on the left",
+                                  "Difference 5 of 6: 1 line only on the right",
+                                  "",
+                                  "Difference 6 of 6: 1 line changed"};
+  for (uint32_t row = 0; row < model.rowCount(); ++row) EXPECT_EQ(differenceText(model, row), expected[row]);
+}
+
+}  // namespace
+}  // namespace merivane
