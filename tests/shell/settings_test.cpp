@@ -247,15 +247,15 @@ TEST(NameBox, CharactersAreCountedAsTheEditFieldDoes) {
 TEST(NameBox, ADialogBeginsAtWhatTheBoxNames) {
   MemoryFiles files;
   files.folder = "C:\\here\\";
-  for (const char* const folder : {"C:\\", "C:\\here", "C:\\here\\sub"})
+  for (const char* const folder : {"C:\\", "C:\\here\\", "C:\\here\\sub\\", "C:\\here\\sub"})
     files.files[folder].kind = FileKind::folder;
   const std::pair<const char*, BrowseStart> cases[] = {
       {"", {}},
       {"a?b", {}},
       {"C:\\here\\sub", {"C:\\here\\sub", ""}},
-      {"C:\\here\\sub\\a.txt", {"C:\\here\\sub", "a.txt"}},
-      {"new.txt", {"C:\\here", "new.txt"}},
-      {"C:\\here\\gone\\a.txt", {"C:\\here", ""}},
+      {"C:\\here\\sub\\a.txt", {"C:\\here\\sub\\", "a.txt"}},
+      {"new.txt", {"C:\\here\\", "new.txt"}},
+      {"C:\\here\\gone\\a.txt", {"C:\\here\\", ""}},
       {"D:\\a.txt", {}},
   };
   for (const auto& [name, start] : cases) EXPECT_EQ(browseStart(files, name), start) << name;
