@@ -101,8 +101,8 @@ bool sameFile(FileSystem& files, const std::string& a, const std::string& b);
 /// Makes `contents` the whole contents of the file at `path`, all or nothing. Returns 0 or the error.
 SystemError replaceFile(FileSystem& files, const std::string& path, std::string_view contents);
 
-/// Reads on to the end of the file behind the `contents.size()` bytes already there. A file that does not
-/// fit into 32-bit positions or into memory answers notEnoughStorage().
+/// Reads on to the end of the file after the `contents.size()` bytes already there. A file that does not
+/// fit into 32-bit positions or into memory returns notEnoughStorage().
 SystemError readToEnd(InputFile& file, ByteArray& contents);
 
 }  // namespace merivane

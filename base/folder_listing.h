@@ -23,7 +23,7 @@ struct FileIdentity {
   bool operator==(const FileIdentity&) const = default;
 };
 
-/// What a listing tells of one entry of a folder; of a link, what is behind it.
+/// What a listing tells of one entry of a folder; of a link, what it leads to.
 struct ListedEntry {
   uint64_t size = 0;               // of a file, in bytes; 0 for everything else
   int64_t modified = 0;            // whole seconds since 1970 in UTC, rounded down

@@ -80,7 +80,7 @@ class PosixFileSystem final : public FileSystem {
     if (path.empty() || path[0] == '/') return path;
     const std::unique_ptr<char, void (*)(void*)> folder(::getcwd(nullptr, 0), ::free);
     if (!folder) return path;
-    // ".." stays: behind a symbolic link it is not the folder that the text before it names.
+    // ".." stays: after a symbolic link it is not the folder that the text before it names.
     size_t begin = 0;
     while (path.compare(begin, 2, "./") == 0)
       begin = std::min(path.find_first_not_of('/', begin + 1), path.size());

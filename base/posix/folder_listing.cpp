@@ -40,7 +40,7 @@ void fill(const struct stat& status, ListedEntry& entry) {
   entry.isReadOnly = (status.st_mode & S_IWUSR) == 0;
 }
 
-/// Looks at an entry and, where it is a link, at what is behind it. False when it is no longer there.
+/// Looks at an entry and, where it is a link, at what it leads to. False when it is no longer there.
 bool look(int folder, const dirent& found, ListedEntry& entry) {
   struct stat status;
   entry.kind = listedKind(found.d_type);

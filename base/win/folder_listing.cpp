@@ -19,8 +19,8 @@ int64_t wholeSeconds(const FILETIME& time) {
   return static_cast<int64_t>(joined(time.dwHighDateTime, time.dwLowDateTime)) / aSecond - until1970;
 }
 
-/// What a path leads to, behind all links. 0 or the error.
-SystemError lookBehind(const std::wstring& path, BY_HANDLE_FILE_INFORMATION& found) {
+/// What a path leads to, through all links. Returns 0 or the error.
+SystemError lookThrough(const std::wstring& path, BY_HANDLE_FILE_INFORMATION& found) {
   // Backup semantics open folders too; asking for no rights opens what may not be read.
   const Handle file(
       CreateFileW(path.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
@@ -67,9 +67,9 @@ SystemError listSystemFolder(const std::string& path, const AbortFlag* abort, Fo
     fill(found, entry);
     entry.isLink = isLink(found);
     if (entry.isLink) {
-      BY_HANDLE_FILE_INFORMATION behind;
-      entry.error = lookBehind(systemPath(joinPath(path, name)), behind);
-      if (entry.error == 0) fill(behind, entry);
+      BY_HANDLE_FILE_INFORMATION target;
+      entry.error = lookThrough(systemPath(joinPath(path, name)), target);
+      if (entry.error == 0) fill(target, entry);
     }
     listing.add(name, entry);
   } while (FindNextFileW(search, &found));

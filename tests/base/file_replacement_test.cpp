@@ -209,7 +209,8 @@ TEST(FileReplacement, WaitsForWhoeverLooksAtTheFile) {
     disk.lastFailing = replacing + 38;
     EXPECT_EQ(save(disk, false), 0u);
     EXPECT_EQ(disk.files, (std::map<std::string, std::string>{{kTarget, kNew}}));
-    EXPECT_TRUE(disk.waited > 1500 && disk.waited <= kPatience) << disk.waited;
+    EXPECT_GT(disk.waited, 1500) << disk.waited;
+    EXPECT_LE(disk.waited, kPatience) << disk.waited;
   }
   FakeDisk disk = diskFor({"locked by all means", true, false, true, true});
   disk.error = kForGood;

@@ -234,7 +234,8 @@ TEST_F(SystemFilesTest, SavesUnderTheLongestNamesAndRelativeOnes) {
   for (const char* const text : {"made", "replaced"}) {
     EXPECT_EQ(replaceFile(files_, path(name), text), 0u);
     EXPECT_EQ(replaceFile(files_, "relative", text), 0u);
-    EXPECT_TRUE(contents(name) == text && contents("relative") == text);
+    EXPECT_EQ(contents(name), text);
+    EXPECT_EQ(contents("relative"), text);
   }
   fs::current_path(before);
   EXPECT_EQ(filesThere(), 2);
@@ -275,15 +276,23 @@ TEST_F(SystemFilesTest, ListsAFolderInOneGo) {
   };
   list();
   ASSERT_EQ(found.size(), 3u);
-  EXPECT_TRUE(found["a b"].kind == FileKind::file && found["a b"].size == 4 && !found["a b"].isReadOnly);
+  EXPECT_EQ(found["a b"].kind, FileKind::file);
+  EXPECT_EQ(found["a b"].size, 4u);
+  EXPECT_FALSE(found["a b"].isReadOnly);
   EXPECT_EQ(found["a b"].modified, -86'401);
-  EXPECT_TRUE(found["locked"].isReadOnly && !found["locked"].isHidden && !found["locked"].isLink);
-  EXPECT_TRUE(found["sub"].kind == FileKind::folder && found["sub"].size == 0 && !found["sub"].isReadOnly);
+  EXPECT_TRUE(found["locked"].isReadOnly);
+  EXPECT_FALSE(found["locked"].isHidden);
+  EXPECT_FALSE(found["locked"].isLink);
+  EXPECT_EQ(found["sub"].kind, FileKind::folder);
+  EXPECT_EQ(found["sub"].size, 0u);
+  EXPECT_FALSE(found["sub"].isReadOnly);
   const FileIdentity file = files_.identity(path("a b"));
-  EXPECT_TRUE(file.known && file == files_.identity(path("sub/../a b")));
+  EXPECT_TRUE(file.known);
+  EXPECT_EQ(file, files_.identity(path("sub/../a b")));
   EXPECT_NE(file, files_.identity(path("locked")));
   EXPECT_FALSE(files_.identity(path("missing")).known);
-  EXPECT_TRUE(files_.list(path("sub"), nullptr, listing) == 0 && listing.size() == 0);
+  EXPECT_EQ(files_.list(path("sub"), nullptr, listing), 0);
+  EXPECT_EQ(listing.size(), 0u);
   for (const std::string& nothing : {path("missing"), path("a b")}) {
     listing.add("x", {});
     EXPECT_NE(files_.list(nothing, nullptr, listing), 0u);
@@ -292,7 +301,7 @@ TEST_F(SystemFilesTest, ListsAFolderInOneGo) {
   EXPECT_TRUE(meansMissing(files_.list(path("missing"), nullptr, listing)));
 #ifndef _WIN32
   EXPECT_TRUE(meansTooLong(files_.list(path(std::string(300, 'x')), nullptr, listing)));
-  // Of links it tells what is behind them; of one that leads nowhere, why.
+  // Of links it tells what they lead to; of one that leads nowhere, why.
   fs::create_symlink("a b", folder_ / "to file");
   fs::create_symlink("sub", folder_ / "to folder");
   fs::create_symlink("missing", folder_ / "to nothing");
@@ -301,8 +310,10 @@ TEST_F(SystemFilesTest, ListsAFolderInOneGo) {
   EXPECT_TRUE(found["to file"].isLink && found["to file"].kind == FileKind::file &&
               found["to file"].size == 4);
   EXPECT_EQ(found["to file"].identity, file);
-  EXPECT_TRUE(found["to folder"].isLink && found["to folder"].kind == FileKind::folder);
-  EXPECT_TRUE(found["to nothing"].isLink && found["to nothing"].kind == FileKind::none);
+  EXPECT_TRUE(found["to folder"].isLink);
+  EXPECT_EQ(found["to folder"].kind, FileKind::folder);
+  EXPECT_TRUE(found["to nothing"].isLink);
+  EXPECT_EQ(found["to nothing"].kind, FileKind::none);
   EXPECT_TRUE(meansMissing(found["to nothing"].error));
   EXPECT_EQ(found["pipe"].kind, FileKind::other);
 #endif
@@ -339,7 +350,8 @@ TEST_F(SystemFilesTest, KeepsModeOwnerAndLinks) {
   EXPECT_EQ(contents("file"), "both");
   fs::create_symlink("made", folder_ / "dangling");
   EXPECT_EQ(replaceFile(files_, path("dangling"), "text"), 0u);
-  EXPECT_TRUE(fs::is_symlink(folder_ / "dangling") && contents("made") == "text");
+  EXPECT_TRUE(fs::is_symlink(folder_ / "dangling"));
+  EXPECT_EQ(contents("made"), "text");
   fs::create_symlink("circle", folder_ / "circle");
   EXPECT_NE(replaceFile(files_, path("circle"), "text"), 0u);
   EXPECT_TRUE(fs::is_symlink(folder_ / "circle"));

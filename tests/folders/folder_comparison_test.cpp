@@ -131,7 +131,8 @@ TEST_F(FolderComparisonTest, DescribesDifferencesAndStandsForWhatIsBelow) {
   options_.subfolders = false;
   EXPECT_THAT(compare(), ElementsAre("C dir/ (contents)", "C both (larger)", "C hid (newer)", "o gone/",
                                      "o swap", "n swap/", "S same/", "S locked"));
-  EXPECT_TRUE(found_.differs() && !found_.isIdentical());
+  EXPECT_TRUE(found_.differs());
+  EXPECT_FALSE(found_.isIdentical());
   EXPECT_GT(progress_.entries(), 0u);
 }
 
@@ -210,7 +211,8 @@ TEST_F(FolderComparisonTest, RunsOutOfMemoryWithNothingHalfDone) {
                          return;
                        }
                        EXPECT_EQ(result, Result::outOfMemory);
-                       EXPECT_TRUE(found_.isIdentical() && found_.names.empty());
+                       EXPECT_TRUE(found_.isIdentical());
+                       EXPECT_TRUE(found_.names.empty());
                      });
 }
 
@@ -258,11 +260,14 @@ TEST_F(FolderComparisonTest, CancelsAtEveryStepAndLeavesNothing) {
       CancellingFiles files(files_, flag, after);
       const Result result = compareFolders(files, kPaths, options_, &flag, found_);
       if (!files.hasCancelled()) {
-        EXPECT_TRUE(result == Result::success && found_.differs() && after > 10);
+        EXPECT_EQ(result, Result::success);
+        EXPECT_TRUE(found_.differs());
+        EXPECT_GT(after, 10);
         break;
       }
       EXPECT_EQ(result, Result::cancelled);
-      EXPECT_TRUE(found_.isIdentical() && found_.names.empty());
+      EXPECT_TRUE(found_.isIdentical());
+      EXPECT_TRUE(found_.names.empty());
     }
   }
 }

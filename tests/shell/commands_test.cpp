@@ -252,7 +252,8 @@ TEST(IconDrawing, EveryIconIsItsOwnPicture) {
       covered += pixel >> 24;
       for (const int shift : {0, 8, 16}) ASSERT_LE(pixel >> shift & 255, pixel >> 24) << "not multiplied";
     }
-    EXPECT_TRUE(covered > 255 * 24 * 24 / 10 && covered < 255 * 24 * 24 / 10 * 9) << icon;
+    EXPECT_GT(covered, 255 * 24 * 24 / 10) << icon;
+    EXPECT_LT(covered, 255 * 24 * 24 / 10 * 9) << icon;
   }
 }
 

@@ -69,7 +69,10 @@ TEST(FrameLayout, NothingOverlapsOrLeavesTheWindowAndBarsFollowThePanes) {
       areas.insert(areas.end(), {pair[0], pair[1]});
     }
     for (const Area& a : areas) {
-      EXPECT_TRUE(a.left >= 0 && a.top >= bar && a.right() <= width && a.bottom() <= 480 - bar) << a.left;
+      EXPECT_GE(a.left, 0) << a.left;
+      EXPECT_GE(a.top, bar) << a.left;
+      EXPECT_LE(a.right(), width) << a.left;
+      EXPECT_LE(a.bottom(), 480 - bar) << a.left;
       for (const Area& b : areas) {
         const bool beside = a.left >= b.right() || b.left >= a.right();
         EXPECT_TRUE(&a == &b || beside || a.top >= b.bottom() || b.top >= a.bottom()) << a.left;

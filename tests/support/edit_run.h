@@ -52,7 +52,7 @@ class EditRun {
   /// Does something that the user might do; `below(n)` chooses among n.
   void step(const std::function<uint32_t(uint32_t bound)>& below);
 
-  /// The caret as "row,column", behind the row and offset of the anchor where that is elsewhere, and before
+  /// The caret as "row,column", after the row and offset of the anchor where that is elsewhere, and before
   /// the top row and first column where the view has been scrolled.
   std::string place() const;
 

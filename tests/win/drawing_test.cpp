@@ -107,7 +107,8 @@ TEST(FontListTest, ShowsEveryFaceAndItsSelection) {
     drawFontItem(item);
     int ink = 0;
     for (int i = 0; i < 2000; ++i) ink += GetPixel(item.hDC, i % 100, i / 100) != GetSysColor(background);
-    EXPECT_TRUE(ink > 20 && ink < 1000) << ink;
+    EXPECT_GT(ink, 20) << ink;
+    EXPECT_LT(ink, 1000) << ink;
   }
   DeleteDC(item.hDC);
   DeleteObject(bitmap);

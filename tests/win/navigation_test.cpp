@@ -67,7 +67,8 @@ TEST_F(NavigationTest, Mouse) {
   const auto turnWheel = [&](int by) { SendMessageA(window.view(), WM_MOUSEWHEEL, MAKEWPARAM(0, by), 0); };
   turnWheel(-4 * WHEEL_DELTA);
   const int fourNotches = topRow({}) - 1;
-  EXPECT_TRUE(fourNotches > 10 && fourNotches % 4 == 0) << fourNotches;
+  EXPECT_GT(fourNotches, 10) << fourNotches;
+  EXPECT_EQ(fourNotches % 4, 0) << fourNotches;
   turnWheel(4 * WHEEL_DELTA);
   EXPECT_EQ(topRow({SB_LINEDOWN, SB_LINEDOWN, SB_LINEUP}), 2);
   const int page = topRow({SB_PAGEDOWN}) - 2;
