@@ -86,8 +86,9 @@ bool convertFromFile(ByteArray& bytes, LineEndKind kind, const AbortFlag* abort)
     from = next;
   }
   const auto pairs = end - to;  // as each has lost its CR
+  const bool mixed = std::count(begin, to, '\n') > pairs;
   bytes.truncate(static_cast<uint32_t>(to - begin));
-  return std::count(begin, to, '\n') > pairs;
+  return mixed;
 }
 
 bool convertToFile(std::string_view text, LineEndKind kind, bool nulToSpace, ByteArray& bytes) {

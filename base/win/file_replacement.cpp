@@ -11,6 +11,40 @@
 namespace merivane {
 namespace {
 
+/// An absolute path as the file functions take it, made without the heap for every well-formed name: what
+/// cleans up after memory ran out must not need any.
+class StepPath {
+ public:
+  explicit StepPath(const std::string& path) {
+    wchar_t* const begin = units_ + kPrefix;
+    const int length = MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path.c_str(), -1, begin, kRoom);
+    if (length == 0) {
+      other_ = systemPath(path);
+      path_ = other_.c_str();
+      return;
+    }
+    path_ = begin;
+    const std::wstring_view start(begin, 2);
+    if (length <= kLongPath || (start == L"\\\\" && (begin[2] == L'?' || begin[2] == L'.'))) return;
+    // A share's second backslash stands for both.
+    const bool isShare = start == L"\\\\";
+    const std::wstring_view prefix = isShare ? L"\\\\?\\UNC" : L"\\\\?\\";
+    path_ = begin + (isShare ? 1 : 0) - prefix.size();
+    prefix.copy(const_cast<wchar_t*>(path_), prefix.size());
+  }
+
+  operator const wchar_t*() const { return path_; }
+
+ private:
+  static constexpr int kPrefix = 8;
+  static constexpr int kRoom = 32768;
+  static constexpr int kLongPath = 240;  // well below what the functions take without a prefix
+
+  wchar_t units_[kPrefix + kRoom];
+  std::wstring other_;
+  const wchar_t* path_ = nullptr;
+};
+
 class WindowsWrittenFile final : public WrittenFile {
  public:
   SystemError open(const std::string& path, DWORD share, DWORD disposition) {
@@ -76,22 +110,21 @@ class WindowsSteps final : public ReplacementSteps {
   // ReplaceFile keeps attributes, time of creation, access rights and further streams of the file that goes.
   SystemError replace(const std::string& target, const std::string& fresh,
                       const std::string& spare) override {
-    return errorUnless(ReplaceFileW(systemPath(target).c_str(), systemPath(fresh).c_str(),
-                                    systemPath(spare).c_str(), REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
-                                    nullptr));
+    return errorUnless(ReplaceFileW(StepPath(target), StepPath(fresh), StepPath(spare),
+                                    REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr));
   }
 
   SystemError move(const std::string& from, const std::string& to) override {
-    return errorUnless(MoveFileExW(systemPath(from).c_str(), systemPath(to).c_str(), MOVEFILE_WRITE_THROUGH));
+    return errorUnless(MoveFileExW(StepPath(from), StepPath(to), MOVEFILE_WRITE_THROUGH));
   }
 
   SystemError remove(const std::string& path) override {
-    const SystemError error = errorUnless(DeleteFileW(systemPath(path).c_str()));
+    const SystemError error = errorUnless(DeleteFileW(StepPath(path)));
     return error == ERROR_FILE_NOT_FOUND ? 0 : error;
   }
 
   bool exists(const std::string& path) override {
-    return GetFileAttributesW(systemPath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+    return GetFileAttributesW(StepPath(path)) != INVALID_FILE_ATTRIBUTES;
   }
 
   void wait(uint32_t milliseconds) override { Sleep(milliseconds); }
