@@ -162,7 +162,8 @@ std::string EditRun::place() const {
 
 std::string EditRun::marked(int side) const {
   const bool active = side == view_.activeSide();
-  const uint32_t anchorRow = view_.rowOf(side, view_.anchor());
+  const bool selection = active && view_.hasSelection();
+  const uint32_t anchorRow = selection ? view_.rowOf(side, view_.anchor()) : 0;
   std::string marked;
   for (uint32_t row = 0; row < view_.rowCount(); ++row) {
     const uint32_t start = view_.rowStart(side, row);
@@ -173,7 +174,7 @@ std::string EditRun::marked(int side) const {
       if (here) line.insert(position - start, sign);
     };
     const bool caretFirst = view_.caretPos(side) <= view_.anchor();
-    const bool anchorHere = active && view_.hasSelection() && row == anchorRow;
+    const bool anchorHere = selection && row == anchorRow;
     mark(anchorHere && caretFirst, view_.anchor(), "^");
     mark(active && row == view_.caretRow(), view_.caretPos(side), "|");
     mark(anchorHere && !caretFirst, view_.anchor(), "^");
