@@ -48,7 +48,7 @@ struct Loader {
   }
   void operator()(const PlacementSetting& kind) const {
     WindowPlacement placement;
-    LoadPlacement(store, key, facts.workArea, placement);
+    LoadPlacement(store, key, facts.monitors, placement);
     if (placement.valid) settings.*kind.member = placement;
   }
 };

@@ -106,7 +106,7 @@ struct Settings {
 
 /// What loading has to know of the system.
 struct SystemFacts {
-  ScreenRect workArea;  // the screen without the task bar
+  Monitors monitors;
   std::function<bool(const char* face)>
       fontExists;  // a screen font family of that name, in any character set
 };

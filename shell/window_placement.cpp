@@ -1,5 +1,6 @@
 #include "shell/window_placement.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace merivane {
@@ -41,6 +42,20 @@ int32_t difference(int32_t a, int32_t b) {
   return static_cast<int32_t>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b));
 }
 
+/// How many pixels two rectangles have in common.
+int64_t commonArea(const ScreenRect& a, const ScreenRect& b) {
+  const int64_t width = int64_t{std::min(a.right, b.right)} - std::max(a.left, b.left);
+  const int64_t height = int64_t{std::min(a.bottom, b.bottom)} - std::max(a.top, b.top);
+  return width > 0 && height > 0 ? width * height : 0;
+}
+
+/// The monitor with the greatest part of a rectangle; the primary one for a rectangle on none.
+const Monitor& monitorOf(const ScreenRect& rect, const Monitors& monitors) {
+  return *std::max_element(monitors.begin(), monitors.end(), [&](const Monitor& a, const Monitor& b) {
+    return commonArea(rect, a.area) < commonArea(rect, b.area);
+  });
+}
+
 unsigned bits(int32_t coordinate) { return static_cast<unsigned>(coordinate); }
 
 }  // namespace
@@ -53,19 +68,21 @@ std::string formatPlacement(const WindowPlacement& placement) {
   return buffer;
 }
 
-WindowPlacement parsePlacement(std::string_view text, const ScreenRect& workArea) {
+WindowPlacement parsePlacement(std::string_view text, const Monitors& monitors) {
   int32_t n[5];
   if (!scanNumbers(text, n, 5)) return {};
   const ScreenRect r = {n[1], n[2], n[3], n[4]};
-  const bool touches = r.left <= workArea.right && r.top <= workArea.bottom && r.right >= workArea.left &&
-                       r.bottom >= workArea.top;
-  if (r.left >= r.right || r.top >= r.bottom || !touches) return {};
+  const bool reachable = std::any_of(monitors.begin(), monitors.end(), [&](const Monitor& monitor) {
+    const ScreenRect& area = monitor.workArea;
+    return r.left <= area.right && r.top <= area.bottom && r.right >= area.left && r.bottom >= area.top;
+  });
+  if (r.left >= r.right || r.top >= r.bottom || !reachable) return {};
   return {r, true, n[0] == 1};
 }
 
-void LoadPlacement(const SettingsStore& store, const std::string& name, const ScreenRect& workArea,
+void LoadPlacement(const SettingsStore& store, const std::string& name, const Monitors& monitors,
                    WindowPlacement& placement) {
-  placement = parsePlacement(store.GetString(name).value_or(""), workArea);
+  placement = parsePlacement(store.GetString(name).value_or(""), monitors);
 }
 
 void SavePlacement(SettingsStore& store, const std::string& name, const WindowPlacement& placement) {
@@ -80,15 +97,16 @@ void capturePlacement(const WindowStance& window, WindowPlacement& placement) {
   placement.maximized = window.maximized;
 }
 
-NewWindowRect newWindowRect(const WindowPlacement& placement, bool anotherIsOpen,
-                            const ScreenRect& workArea) {
+NewWindowRect newWindowRect(const WindowPlacement& placement, bool anotherIsOpen, const Monitors& monitors) {
   if (!placement.valid) return {};
   const ScreenRect& r = placement.rect;
   NewWindowRect result = {r.left, r.top, difference(r.right, r.left), difference(r.bottom, r.top)};
   if (!anotherIsOpen) return result;
   constexpr int32_t step = 50;
-  if (sum(r.right, step) > workArea.right || sum(r.bottom, step) > workArea.bottom) {
-    result.x = result.y = 0;
+  const Monitor& monitor = monitorOf(r, monitors);
+  if (sum(r.right, step) > monitor.workArea.right || sum(r.bottom, step) > monitor.workArea.bottom) {
+    result.x = monitor.area.left;
+    result.y = monitor.area.top;
   } else {
     result.x = sum(r.left, step);
     result.y = sum(r.top, step);
@@ -96,9 +114,13 @@ NewWindowRect newWindowRect(const WindowPlacement& placement, bool anotherIsOpen
   return result;
 }
 
-std::optional<ScreenPoint> parseDialogPosition(std::string_view text, const ScreenRect& workArea) {
+std::optional<ScreenPoint> parseDialogPosition(std::string_view text, const Monitors& monitors) {
   int32_t n[2];
-  if (!scanNumbers(text, n, 2) || n[0] > workArea.right || n[1] > workArea.bottom) return std::nullopt;
+  if (!scanNumbers(text, n, 2)) return std::nullopt;
+  const bool reachable = std::any_of(monitors.begin(), monitors.end(), [&](const Monitor& monitor) {
+    return n[0] <= monitor.workArea.right && n[1] <= monitor.workArea.bottom;
+  });
+  if (!reachable) return std::nullopt;
   return ScreenPoint{n[0], n[1]};
 }
 

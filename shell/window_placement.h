@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "shell/settings_store.h"
 
@@ -18,6 +19,15 @@ struct ScreenRect {
 
   bool operator==(const ScreenRect&) const = default;
 };
+
+/// A monitor of the desktop, whose origin is the primary one's corner.
+struct Monitor {
+  ScreenRect area;
+  ScreenRect workArea;  // without task bars
+};
+
+/// The user's monitors, the primary one first; never none.
+using Monitors = std::vector<Monitor>;
 
 struct ScreenPoint {
   int32_t x = 0;
@@ -42,11 +52,11 @@ struct WindowPlacement {
 std::string formatPlacement(const WindowPlacement& placement);
 
 /// Returns a placement without a position unless the text has all five fields and its rectangle is not empty
-/// and touches the work area.
-WindowPlacement parsePlacement(std::string_view text, const ScreenRect& workArea);
+/// and touches a monitor's work area.
+WindowPlacement parsePlacement(std::string_view text, const Monitors& monitors);
 
 /// Parses the stored text; the placement has no position when there is none.
-void LoadPlacement(const SettingsStore& store, const std::string& name, const ScreenRect& workArea,
+void LoadPlacement(const SettingsStore& store, const std::string& name, const Monitors& monitors,
                    WindowPlacement& placement);
 void SavePlacement(SettingsStore& store, const std::string& name, const WindowPlacement& placement);
 
@@ -72,12 +82,13 @@ struct NewWindowRect {
 };
 
 /// The first window of a kind opens where the last one stood; a further one 50 pixels right of and below
-/// that, or at the corner of the screen where it would leave the work area at the right or the bottom.
-NewWindowRect newWindowRect(const WindowPlacement& placement, bool anotherIsOpen, const ScreenRect& workArea);
+/// that, or at the corner of the monitor where it would leave the work area at the right or the bottom. The
+/// monitor is the one with the greatest part of where the last one stood.
+NewWindowRect newWindowRect(const WindowPlacement& placement, bool anotherIsOpen, const Monitors& monitors);
 
 /// Returns where a dialog stood, from "left,top" in hexadecimal; none, which means centred, unless both
-/// fields are there and the point is not beyond the work area's right or bottom edge.
-std::optional<ScreenPoint> parseDialogPosition(std::string_view text, const ScreenRect& workArea);
+/// fields are there and the point is not beyond the right or bottom edge of every monitor's work area.
+std::optional<ScreenPoint> parseDialogPosition(std::string_view text, const Monitors& monitors);
 std::string formatDialogPosition(ScreenPoint position);
 
 }  // namespace merivane

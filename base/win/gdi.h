@@ -60,21 +60,4 @@ class WindowDc {
   HDC dc_;
 };
 
-/// Returns the font that the user chose for messages and dialogs.
-inline HFONT messageFont() {
-  static const Font font = [] {
-    NONCLIENTMETRICSW metrics = {};
-    metrics.cbSize = sizeof metrics;
-    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    return Font(CreateFontIndirectW(&metrics.lfMessageFont));
-  }();
-  return font.get();
-}
-
-/// Converts pixels at 96 to the inch into pixels of the screen.
-inline int scaled(int pixels) {
-  static const int resolution = GetDeviceCaps(WindowDc(nullptr), LOGPIXELSX);
-  return MulDiv(pixels, resolution, 96);
-}
-
 }  // namespace merivane

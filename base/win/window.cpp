@@ -63,15 +63,6 @@ void Window::registerOnce(const WindowClass& windowClass) {
   fresh.hInstance = programInstance();
   fresh.hCursor = LoadCursorW(nullptr, windowClass.cursor);
   if (windowClass.background >= 0) fresh.hbrBackground = GetSysColorBrush(windowClass.background);
-  if (windowClass.icon != 0) {
-    // Not shared: the second of two sizes would be the first one again. They live as long as the class.
-    const auto load = [&](int width, int height) {
-      return static_cast<HICON>(LoadImageW(programInstance(), MAKEINTRESOURCEW(windowClass.icon), IMAGE_ICON,
-                                           GetSystemMetrics(width), GetSystemMetrics(height), 0));
-    };
-    fresh.hIcon = load(SM_CXICON, SM_CYICON);
-    fresh.hIconSm = load(SM_CXSMICON, SM_CYSMICON);
-  }
   fresh.lpszClassName = name.c_str();
   RegisterClassExW(&fresh);
 }

@@ -28,7 +28,6 @@ struct WindowClass {
   UINT style = 0;
   LPCWSTR cursor = IDC_ARROW;
   int background = -1;  // a COLOR_ number, or -1 for a window that paints all of itself
-  int icon = 0;         // a resource number
 };
 
 /// Where and how a window is created.

@@ -9,7 +9,7 @@ SplitterThumb::~SplitterThumb() { destroy(); }
 bool SplitterThumb::create(HWND parent) {
   WindowPlace place;
   place.parent = parent;
-  return Window::create({"SplitterThumb", CS_DBLCLKS, IDC_SIZEWE}, place);
+  return Window::create({"SplitterThumb", CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW, IDC_SIZEWE}, place);
 }
 
 LRESULT SplitterThumb::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/win/back_buffer.h"
+#include "base/win/dpi.h"
 #include "mergeview/navigation.h"
 
 namespace merivane {
@@ -39,7 +40,9 @@ LRESULT Summary::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 SummaryMap::Geometry Summary::geometry() const {
   RECT client = {};
   GetClientRect(handle(), &client);
-  return {client.bottom, GetSystemMetrics(SM_CYVSCROLL), state().font().lineHeight, state().visibleRows()};
+  const FontMetrics& font = state().font();
+  return {client.bottom, systemMetric(SM_CYVSCROLL, font.resolutionY), font.lineHeight,
+          state().visibleRows()};
 }
 
 void Summary::setBlank(bool blank) {

@@ -35,12 +35,12 @@ bool TextView::create(HWND parent) {
   return Window::create({"TextView"}, place);
 }
 
-void TextView::setFont(const std::string& face, int points) {
-  if (face == face_ && points == points_) return;
+void TextView::setFont(const std::string& face, int points, int dpi) {
+  if (face == face_ && points == points_ && dpi == dpi_) return;
   face_ = face;
   points_ = points;
-  const WindowDc dc(handle());
-  fonts_ = makeViewFonts(dc, face, fontHeight(dc, points));
+  dpi_ = dpi;
+  fonts_ = makeViewFonts(WindowDc(handle()), {dpi, dpi}, face, fontHeight(points, dpi));
   state_.setFont(fonts_.metrics);
   state_.changes().everything = true;
   if (GetFocus() == handle()) makeCaret();
@@ -164,7 +164,7 @@ void TextView::onKillFocus() { DestroyCaret(); }
 void TextView::makeCaret() {
   const FontMetrics& font = state_.font();
   blockCaret_ = state_.overwrite();
-  CreateCaret(handle(), nullptr, blockCaret_ ? font.charWidth : scaled(2), font.lineHeight);
+  CreateCaret(handle(), nullptr, blockCaret_ ? font.charWidth : font.scaled(2), font.lineHeight);
   placeCaret();
   ShowCaret(handle());
 }

@@ -47,7 +47,8 @@ class TextView final : public Window, private ViewHost {
   /// For editing what is shown, which ends selecting with the mouse.
   Editor& edit();
 
-  void setFont(const std::string& face, int points);
+  /// `dpi` is the window's resolution.
+  void setFont(const std::string& face, int points, int dpi);
 
   /// Whether the caret's row has a box around it.
   void showCaretBox(bool show);
@@ -97,6 +98,7 @@ class TextView final : public Window, private ViewHost {
   MouseSelection mouse_;
   std::string face_;
   int points_ = 0;
+  int dpi_ = 0;
   ViewFonts fonts_;
   bool caretBox_ = true;
   uint32_t boxRow_ = 0;      // where the caret's box has been drawn

@@ -23,15 +23,13 @@ void characterWidths(HDC dc, char first, char last, int* widths) {
 
 }  // namespace
 
-int fontHeight(HDC dc, int points) { return MulDiv(points, GetDeviceCaps(dc, LOGPIXELSY), 72); }
-
-ViewFonts makeViewFonts(HDC dc, const std::string& face, int height) {
+ViewFonts makeViewFonts(HDC dc, SIZE resolution, const std::string& face, int height) {
   ViewFonts fonts;
   fonts.text = makeFont(face, height);
   fonts.numbers = makeFont(face, height * 9 / 10);
   FontMetrics& metrics = fonts.metrics;
-  metrics.resolutionX = GetDeviceCaps(dc, LOGPIXELSX);
-  metrics.resolutionY = GetDeviceCaps(dc, LOGPIXELSY);
+  metrics.resolutionX = resolution.cx;
+  metrics.resolutionY = resolution.cy;
   {
     const SelectedObject selected(dc, fonts.text.get());
     TEXTMETRICW text = {};

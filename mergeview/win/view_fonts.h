@@ -16,10 +16,11 @@ struct ViewFonts {
   FontMetrics metrics;
 };
 
-/// `dc` is the device's. `height` is that of the characters in its pixels.
-ViewFonts makeViewFonts(HDC dc, const std::string& face, int height);
+/// `dc` is the device's, `resolution` how many pixels an inch has there. `height` is that of the characters
+/// in its pixels.
+ViewFonts makeViewFonts(HDC dc, SIZE resolution, const std::string& face, int height);
 
-/// The height of a font of this many points, in pixels of a device.
-int fontHeight(HDC dc, int points);
+/// The height of a font of this many points, in pixels of which an inch has so many.
+inline int fontHeight(int points, int dpi) { return MulDiv(points, dpi, 72); }
 
 }  // namespace merivane

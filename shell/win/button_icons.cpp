@@ -4,7 +4,7 @@
 #include <cstring>
 #include <vector>
 
-#include "base/win/gdi.h"
+#include "base/win/dpi.h"
 
 namespace merivane {
 namespace {
@@ -24,8 +24,7 @@ Bitmap iconBitmap(IconId icon, int size, bool greyed) {
   return bitmap;
 }
 
-HIMAGELIST makeList(bool greyed) {
-  const int size = scaled(16);
+HIMAGELIST makeList(int size, bool greyed) {
   const HIMAGELIST list = ImageList_Create(size, size, ILC_COLOR32, kIconCount, 0);
   if (list == nullptr) return nullptr;
   for (int icon = 0; icon < kIconCount; ++icon) {
@@ -36,6 +35,7 @@ HIMAGELIST makeList(bool greyed) {
 
 }  // namespace
 
-ButtonIcons::ButtonIcons() : list_(makeList(false)), greyedList_(makeList(true)) {}
+ButtonIcons::ButtonIcons(int dpi)
+    : list_(makeList(scaled(16, dpi), false)), greyedList_(makeList(scaled(16, dpi), true)) {}
 
 }  // namespace merivane

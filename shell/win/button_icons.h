@@ -15,10 +15,10 @@ struct IconDeleter {
 };
 using Icon = std::unique_ptr<std::remove_pointer_t<HICON>, IconDeleter>;
 
-/// The icons of a window's buttons, in the size that this screen asks for.
+/// The icons of a window's buttons, in the size that its resolution asks for.
 class ButtonIcons {
  public:
-  ButtonIcons();
+  explicit ButtonIcons(int dpi);
 
   /// By their IconId; in colour, and greyed.
   HIMAGELIST list() const { return list_.get(); }

@@ -1,6 +1,6 @@
 #include "shell/win/compare_panes.h"
 
-#include "base/win/gdi.h"
+#include "base/win/dpi.h"
 #include "base/win/messages.h"
 #include "base/win/window.h"
 #include "shell/win/controls.h"
@@ -22,11 +22,11 @@ bool ComparePanes::create(HWND window) {
   return true;
 }
 
-void ComparePanes::layOut(const Area& area, bool showSummary) {
+void ComparePanes::layOut(const Area& area, bool showSummary, int dpi) {
   area_ = area;
-  metrics_.verticalBarWidth = GetSystemMetrics(SM_CXVSCROLL);
-  metrics_.horizontalBarHeight = GetSystemMetrics(SM_CYHSCROLL);
-  metrics_.summaryWidth = showSummary ? scaled(28) : 0;
+  metrics_.verticalBarWidth = systemMetric(SM_CXVSCROLL, dpi);
+  metrics_.horizontalBarHeight = systemMetric(SM_CYHSCROLL, dpi);
+  metrics_.summaryWidth = showSummary ? scaled(28, dpi) : 0;
   showControl(summary.handle(), showSummary);
   const ViewLayout layout = layOutView(area_, metrics_);
   moveControl(summary.handle(), layout.summary);

@@ -19,7 +19,7 @@ class ComparePanes {
   /// Creates the controls, in the order of the Tab key. False when they cannot be created.
   bool create(HWND window);
 
-  void layOut(const Area& area, bool showSummary);
+  void layOut(const Area& area, bool showSummary, int dpi);
   bool showsSummary() const { return metrics_.summaryWidth > 0; }
 
   /// Lays out what stands along the split between the panes, and sets the horizontal scroll bars.

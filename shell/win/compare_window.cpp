@@ -38,7 +38,7 @@ bool CompareWindow::createContents() {
 }
 
 void CompareWindow::layOutContents(const Area& area) {
-  panes_.layOut(area, application().settings.viewSummary);
+  panes_.layOut(area, application().settings.viewSummary, dpi());
 }
 
 TopLevelWindow::NameSplit CompareWindow::nameSplit() const {
@@ -47,7 +47,7 @@ TopLevelWindow::NameSplit CompareWindow::nameSplit() const {
 
 bool CompareWindow::applySettingsToContents() {
   const Settings& settings = application().settings;
-  panes_.view.setFont(settings.fontFace, settings.fontSize);
+  panes_.view.setFont(settings.fontFace, settings.fontSize, dpi());
   panes_.view.showCaretBox(settings.drawCaretBox);
   view_.setOptions(settings.viewOptions());
   view_.setCompareOptions(settings.compareOptions());

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "base/win/gdi.h"
+#include "base/win/dpi.h"
 
 namespace merivane {
 namespace {
@@ -22,7 +22,7 @@ std::wstring faceAt(HWND comboBox, int index) {
 Font fontOf(HWND comboBox, const std::wstring& face) {
   LOGFONTW description = {};
   const auto own = reinterpret_cast<HFONT>(SendMessageW(comboBox, WM_GETFONT, 0, 0));
-  GetObjectW(own != nullptr ? own : messageFont(), sizeof description, &description);
+  GetObjectW(own != nullptr ? own : GetStockObject(DEFAULT_GUI_FONT), sizeof description, &description);
   description.lfCharSet = DEFAULT_CHARSET;
   lstrcpynW(description.lfFaceName, face.c_str(), LF_FACESIZE);
   return Font(CreateFontIndirectW(&description));
@@ -58,8 +58,9 @@ void fillFontList(HWND comboBox) {
     GetTextExtentPoint32W(dc, face.data(), static_cast<int>(face.size()), &size);
     widest = std::max(widest, size.cx);
   }
-  const int width = static_cast<int>(widest) + 2 * scaled(kMargin) + GetSystemMetrics(SM_CXVSCROLL) +
-                    2 * GetSystemMetrics(SM_CXEDGE);
+  const int dpi = dpiOf(comboBox);
+  const int width = static_cast<int>(widest) + 2 * scaled(kMargin, dpi) + systemMetric(SM_CXVSCROLL, dpi) +
+                    2 * systemMetric(SM_CXEDGE, dpi);
   SendMessageW(comboBox, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(width), 0);
 }
 
@@ -73,7 +74,7 @@ void drawFontItem(const DRAWITEMSTRUCT& item) {
     SetBkMode(item.hDC, TRANSPARENT);
     SetTextColor(item.hDC, GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
     RECT text = item.rcItem;
-    InflateRect(&text, -scaled(kMargin), 0);
+    InflateRect(&text, -scaled(kMargin, dpiOf(item.hwndItem)), 0);
     DrawTextW(item.hDC, face.data(), static_cast<int>(face.size()), &text,
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
   }

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "base/win/gdi.h"
+#include "base/win/dpi.h"
 #include "base/win/messages.h"
 #include "base/win/wide.h"
 #include "shell/command_table.h"
@@ -19,13 +19,10 @@ constexpr int listHeight = 300;  // of a box, with its list
 
 }  // namespace
 
-void NameRow::create(HWND window, const ButtonIcons& icons, ToolTips& tips) {
-  browseIcon_ = icons.icon(IconId::browse);
-  upIcon_ = icons.icon(IconId::upOneFolder);
-  const auto makeButton = [&](Command command, const Icon& icon) {
+void NameRow::create(HWND window, ToolTips& tips) {
+  const auto makeButton = [&](Command command) {
     const HWND button =
         createControl(window, "BUTTON", WS_TABSTOP | BS_ICON | BS_PUSHBUTTON, static_cast<int>(command));
-    SendMessageW(button, BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon.get()));
     SetWindowTextW(button, wide(commandHelp(command)).c_str());  // its name for screen readers, nowhere shown
     tips.add(button, commandHelp(command));
     return button;
@@ -33,10 +30,26 @@ void NameRow::create(HWND window, const ButtonIcons& icons, ToolTips& tips) {
   for (const int side : {0, 1}) {
     nameNextControl(window, loadText(traits_.labels[side]));
     boxes_[side].create(window, boxNumbers[side], traits_.dropKinds, settings_.*traits_.histories[side]);
-    SendMessageW(boxes_[side].handle(), WM_SETFONT, reinterpret_cast<WPARAM>(messageFont()), FALSE);
-    browseButtons_[side] = makeButton(traits_.browse[side], browseIcon_);
-    upButtons_[side] = makeButton(upCommands[side], upIcon_);
+    browseButtons_[side] = makeButton(traits_.browse[side]);
+    upButtons_[side] = makeButton(upCommands[side]);
   }
+}
+
+void NameRow::setLook(const ControlLook& look) {
+  Icon browse = look.icons.icon(IconId::browse);
+  Icon up = look.icons.icon(IconId::upOneFolder);
+  const auto show = [](HWND button, const Icon& icon) {
+    SendMessageW(button, BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon.get()));
+  };
+  for (const int side : {0, 1}) {
+    SendMessageW(boxes_[side].handle(), WM_SETFONT, reinterpret_cast<WPARAM>(look.fonts.message.get()), TRUE);
+    show(browseButtons_[side], browse);
+    show(upButtons_[side], up);
+  }
+  browseIcon_ = std::move(browse);
+  upIcon_ = std::move(up);
+  dpi_ = look.dpi;
+  layout_ = {};
 }
 
 int NameRow::height() const { return heightOf(boxes_[0].handle()); }
@@ -47,7 +60,7 @@ void NameRow::place(const NameRowLayout& layout) {
   for (const int side : {0, 1}) {
     // A combo box's height is given with its list.
     Area box = layout.nameBox[side];
-    box.height = scaled(listHeight);
+    box.height = scaled(listHeight, dpi_);
     moveControl(boxes_[side].handle(), box);
     moveControl(browseButtons_[side], layout.browse[side]);
     moveControl(upButtons_[side], layout.upOneFolder[side]);

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "shell/frame_layout.h"
-#include "shell/win/button_icons.h"
+#include "shell/win/control_look.h"
 #include "shell/win/name_box.h"
 #include "shell/win/tool_tips.h"
 #include "shell/window_kind.h"
@@ -21,7 +21,10 @@ class NameRow {
   NameRow(const NameRowTraits& traits, Settings& settings) : traits_(traits), settings_(settings) {}
 
   /// Creates the controls in a window.
-  void create(HWND window, const ButtonIcons& icons, ToolTips& tips);
+  void create(HWND window, ToolTips& tips);
+
+  /// Takes the fonts, icons and resolution of its window; `look` must last until it takes another.
+  void setLook(const ControlLook& look);
 
   int height() const;
   void place(const NameRowLayout& layout);
@@ -51,6 +54,7 @@ class NameRow {
   Icon upIcon_;
   HWND browseButtons_[2] = {};
   HWND upButtons_[2] = {};
+  int dpi_ = 96;
   NameRowLayout layout_;  // as it stands
 };
 

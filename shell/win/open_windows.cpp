@@ -26,7 +26,7 @@ std::unique_ptr<TopLevelWindow> OpenWindows::construct(WindowKind kind) {
 
 TopLevelWindow* OpenWindows::make(WindowKind kind) {
   const WindowPlacement placement = application_.settings.*traitsOf(kind).placement;
-  const NewWindowRect place = newWindowRect(placement, count(kind) > 0, workArea());
+  const NewWindowRect place = newWindowRect(placement, count(kind) > 0, monitors());
   auto window = construct(kind);
   List& open = open_[static_cast<int>(kind)];
   open.reserve(open.size() + 1);

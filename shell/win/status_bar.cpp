@@ -2,7 +2,7 @@
 
 #include <commctrl.h>
 
-#include "base/win/gdi.h"
+#include "base/win/dpi.h"
 #include "base/win/messages.h"
 #include "base/win/window.h"
 #include "shell/frame_layout.h"
@@ -19,14 +19,18 @@ void StatusBar::create(HWND parent) {
   setText(help, loadText(TextId::pressF1));
 }
 
-int StatusBar::fit() {
+void StatusBar::setLook(const ControlLook& look) {
+  dpi_ = look.dpi;
+  SendMessageW(handle_, WM_SETFONT, reinterpret_cast<WPARAM>(look.fonts.status.get()), TRUE);
+}
+
+void StatusBar::fit() {
   SendMessageW(handle_, WM_SIZE, 0, 0);
   RECT area = {};
   GetWindowRect(handle_, &area);
-  const int grip = IsZoomed(GetParent(handle_)) ? 0 : GetSystemMetrics(SM_CXVSCROLL);
-  const auto edges = statusPartEdges(area.right - area.left - grip, scaled(96));
+  const int grip = IsZoomed(GetParent(handle_)) ? 0 : systemMetric(SM_CXVSCROLL, dpi_);
+  const auto edges = statusPartEdges(area.right - area.left - grip, dpi_);
   SendMessageW(handle_, SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
-  return area.bottom - area.top;
 }
 
 void StatusBar::setText(int part, const std::string& text) {

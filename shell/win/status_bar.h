@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "shell/win/control_look.h"
+
 namespace merivane {
 
 /// The status bar of a window of either kind, with a size grip and four parts: help, and what the kind of
@@ -16,8 +18,11 @@ class StatusBar {
   void create(HWND parent);
   HWND handle() const { return handle_; }
 
-  /// Fits itself to the width of the window; returns the height it takes.
-  int fit();
+  /// Takes the font and resolution of its window; `look` must last until it takes another.
+  void setLook(const ControlLook& look);
+
+  /// Fits itself to the width of the window.
+  void fit();
 
   /// A text that is shown already is not drawn again.
   void setText(int part, const std::string& text);
@@ -27,6 +32,7 @@ class StatusBar {
 
  private:
   HWND handle_ = nullptr;
+  int dpi_ = 96;
   std::string shown_[kParts];
 };
 

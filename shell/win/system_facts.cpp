@@ -24,15 +24,27 @@ bool fontExists(const char* face) {
   return exists;
 }
 
+ScreenRect screenRect(const RECT& rect) { return {rect.left, rect.top, rect.right, rect.bottom}; }
+
 }  // namespace
 
-ScreenRect workArea() {
-  RECT area = {};
-  SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
-  return {area.left, area.top, area.right, area.bottom};
+Monitors monitors() {
+  Monitors found;
+  const auto add = [](HMONITOR monitor, HDC, RECT*, LPARAM list) CALLBACK -> BOOL {
+    auto& all = *reinterpret_cast<Monitors*>(list);
+    MONITORINFO info = {};
+    info.cbSize = sizeof info;
+    if (!GetMonitorInfoW(monitor, &info)) return TRUE;
+    const bool primary = (info.dwFlags & MONITORINFOF_PRIMARY) != 0;
+    all.insert(primary ? all.begin() : all.end(), {screenRect(info.rcMonitor), screenRect(info.rcWork)});
+    return TRUE;
+  };
+  EnumDisplayMonitors(nullptr, nullptr, add, reinterpret_cast<LPARAM>(&found));
+  if (found.empty()) found.push_back({});  // a session that is not connected to any
+  return found;
 }
 
-SystemFacts systemFacts() { return {workArea(), fontExists}; }
+SystemFacts systemFacts() { return {monitors(), fontExists}; }
 
 std::string dateAndTime() {
   constexpr int room = 128;
@@ -46,7 +58,7 @@ std::string dateAndTime() {
 WindowStance windowStance(HWND window) {
   RECT rect = {};
   GetWindowRect(window, &rect);
-  return {{rect.left, rect.top, rect.right, rect.bottom}, IsZoomed(window) != 0, IsIconic(window) != 0};
+  return {screenRect(rect), IsZoomed(window) != 0, IsIconic(window) != 0};
 }
 
 }  // namespace merivane

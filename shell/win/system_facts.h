@@ -9,8 +9,7 @@
 
 namespace merivane {
 
-/// The screen without the task bar.
-ScreenRect workArea();
+Monitors monitors();
 
 /// What loading the settings asks of this computer.
 SystemFacts systemFacts();

@@ -9,11 +9,15 @@
 #include "base/win/window.h"
 
 namespace merivane {
+
 void ToolBar::create(HWND parent, WindowKind kind, const ButtonIcons& icons) {
   const DWORD style = WS_CHILD | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_WRAPABLE |
                       TBSTYLE_TOOLTIPS | CCS_TOP | CCS_NODIVIDER;
+  if (handle_ != nullptr) DestroyWindow(handle_);
+  greyed_.clear();
   handle_ = CreateWindowExW(0, TOOLBARCLASSNAMEW, L"", style, 0, 0, 0, 0, parent, nullptr, programInstance(),
                             nullptr);
+  SetWindowPos(handle_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   SetWindowTextW(handle_, wide(loadText(TextId::toolBarLabel)).c_str());  // for screen readers, nowhere shown
   SendMessageW(handle_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   SendMessageW(handle_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
@@ -39,12 +43,9 @@ void ToolBar::create(HWND parent, WindowKind kind, const ButtonIcons& icons) {
   SendMessageW(handle_, TB_ADDBUTTONSW, items.size(), reinterpret_cast<LPARAM>(items.data()));
 }
 
-int ToolBar::fit() {
+void ToolBar::fit() {
   // The first time breaks the rows at the width that the bar had, and gives it the new one.
   for (int i = 0; i < 2; ++i) SendMessageW(handle_, TB_AUTOSIZE, 0, 0);
-  RECT area = {};
-  GetWindowRect(handle_, &area);
-  return area.bottom - area.top;
 }
 
 void ToolBar::update(const std::function<CommandState(Command)>& stateOf) {

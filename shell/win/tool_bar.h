@@ -16,12 +16,12 @@ namespace merivane {
 /// TTN_GETDISPINFO, for their tips.
 class ToolBar {
  public:
-  /// `icons` must outlive the tool bar's window.
+  /// Creates it; once more in place of the one there is, for another resolution. `icons` must last as long.
   void create(HWND parent, WindowKind kind, const ButtonIcons& icons);
   HWND handle() const { return handle_; }
 
-  /// Fits itself to the width of the window; returns the height it takes.
-  int fit();
+  /// Fits itself to the width of the window.
+  void fit();
 
   /// Enables the buttons as `stateOf` says. One that shows it already is left alone.
   void update(const std::function<CommandState(Command)>& stateOf);

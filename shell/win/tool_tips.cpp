@@ -13,6 +13,10 @@ void ToolTips::create(HWND parent) {
                             programInstance(), nullptr);
 }
 
+void ToolTips::setFont(HFONT font) {
+  SendMessageW(handle_, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+}
+
 void ToolTips::add(HWND child, const std::string& tip) {
   std::wstring text = wide(tip);
   TOOLINFOW tool = {};

@@ -10,6 +10,7 @@ namespace merivane {
 class ToolTips {
  public:
   void create(HWND parent);
+  void setFont(HFONT font);
   void add(HWND child, const std::string& tip);
   void relay(const MSG& message) const;
 

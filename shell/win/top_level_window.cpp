@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "base/win/gdi.h"
+#include "base/win/dpi.h"
 #include "base/win/messages.h"
 #include "base/win/wide.h"
 #include "shell/win/application.h"
@@ -13,7 +13,6 @@
 namespace merivane {
 namespace {
 
-constexpr int iconNumber = 100;
 constexpr UINT_PTR updateTimer = 1;
 
 }  // namespace
@@ -34,7 +33,7 @@ bool TopLevelWindow::open(const NewWindowRect& at) {
   place.height = at.height;
   place.menu = LoadMenuW(programInstance(), MAKEINTRESOURCEW(traits_.menu));
   setAccelerators(LoadAcceleratorsW(programInstance(), MAKEINTRESOURCEW(traits_.accelerators)));
-  return create({traits_.windowClass, 0, IDC_ARROW, COLOR_BTNFACE, iconNumber}, place);
+  return create({traits_.windowClass, 0, IDC_ARROW, COLOR_BTNFACE}, place);
 }
 
 LRESULT TopLevelWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -43,8 +42,9 @@ LRESULT TopLevelWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CREATE: return onCreate() ? 0 : -1;
     case WM_SIZE: onSize(wParam); return 0;
     case WM_GETMINMAXINFO:
-      reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {scaled(400), scaled(240)};
+      reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {scaled(400, dpi()), scaled(240, dpi())};
       return 0;
+    case WM_DPICHANGED: onDpiChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam)); return 0;
     case WM_MOVE: capturePlacement(); return 0;
     case WM_ACTIVATE: onActivate(LOWORD(wParam) != WA_INACTIVE, HIWORD(wParam) != 0); return 0;
     case WM_SETFOCUS: onSetFocus(); return 0;
@@ -66,11 +66,11 @@ LRESULT TopLevelWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 bool TopLevelWindow::onCreate() {
-  toolBar_.create(handle(), kind_, icons_);
   toolTips_.create(handle());
-  names_.create(handle(), icons_, toolTips_);
+  names_.create(handle(), toolTips_);
   if (!createContents()) return false;
   statusBar_.create(handle());
+  takeLook(dpiOf(handle()));
   applySettings();
   AddClipboardFormatListener(handle());
   return true;
@@ -88,6 +88,28 @@ void TopLevelWindow::onSize(WPARAM kind) {
   capturePlacement();
 }
 
+/// The window has come to a monitor of another resolution, on which the system suggests where it goes.
+void TopLevelWindow::onDpiChanged(int dpi, const RECT& area) {
+  takeLook(dpi);
+  SetWindowPos(handle(), nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+  applySettings();
+  layOut();
+}
+
+/// Everything takes the fonts, icons and sizes of a resolution.
+void TopLevelWindow::takeLook(int dpi) {
+  auto look = std::make_unique<ControlLook>(dpi);
+  toolBar_.create(handle(), kind_, look->icons);
+  toolTips_.setFont(look->fonts.status.get());
+  names_.setLook(*look);
+  statusBar_.setLook(*look);
+  SendMessageW(handle(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(look->largeIcon.get()));
+  SendMessageW(handle(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(look->smallIcon.get()));
+  look_ = std::move(look);
+  changed();
+}
+
 // Where a minimized window stands is no place to open one; the rules of capturing know.
 void TopLevelWindow::capturePlacement() {
   merivane::capturePlacement(windowStance(handle()), application_.settings.*traits_.placement);
@@ -102,7 +124,7 @@ FrameMetrics TopLevelWindow::metrics() const {
   metrics.toolBarHeight = shownBars_.toolBar ? heightOf(toolBar_.handle()) : 0;
   metrics.statusBarHeight = shownBars_.statusBar ? heightOf(statusBar_.handle()) : 0;
   metrics.nameBoxHeight = names_.height();
-  metrics.margin = scaled(4);
+  metrics.margin = scaled(4, dpi());
   return metrics;
 }
 

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,7 +15,7 @@
 #include "shell/frame_layout.h"
 #include "shell/menu_state.h"
 #include "shell/session_host.h"
-#include "shell/win/button_icons.h"
+#include "shell/win/control_look.h"
 #include "shell/win/name_row.h"
 #include "shell/win/status_bar.h"
 #include "shell/win/tool_bar.h"
@@ -144,6 +145,9 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
 
   Application& application() const { return application_; }
 
+  /// The window's resolution, in pixels an inch.
+  int dpi() const { return look_->dpi; }
+
   // What a session asks of its window.
   std::string name(int side) const override { return names_.text(side); }
   Answer ask(const Question& question) override;
@@ -162,6 +166,8 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
   void onDestroyed() override;
   bool onCreate();
   void onSize(WPARAM kind);
+  void onDpiChanged(int dpi, const RECT& area);
+  void takeLook(int dpi);
   void onActivate(bool active, bool minimized);
   void onSetFocus();
   void onInitMenuPopup(HMENU menu);
@@ -188,7 +194,7 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
   Application& application_;
   const WindowKind kind_;
   const WindowTraits& traits_;
-  ButtonIcons icons_;
+  std::unique_ptr<ControlLook> look_;  // from the window's creation on
   ToolBar toolBar_;
   ToolTips toolTips_;
   NameRow names_;

@@ -28,7 +28,8 @@ class SettingsTest : public testing::Test {
   MemoryValues values;
   SettingsStore store{values};
   std::set<std::string> fonts;
-  const SystemFacts facts{{0, 0, 1024, 740}, [this](const char* face) { return fonts.contains(face); }};
+  const SystemFacts facts{{{{0, 0, 1024, 768}, {0, 0, 1024, 740}}},
+                          [this](const char* face) { return fonts.contains(face); }};
   std::optional<Settings> settings;
 };
 

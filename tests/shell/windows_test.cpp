@@ -9,7 +9,7 @@
 namespace merivane {
 namespace {
 
-constexpr ScreenRect kWorkArea = {0, 0, 1024, 740};
+const Monitors kMonitors = {{{0, 0, 1024, 768}, {0, 0, 1024, 740}}};
 
 TEST(WindowPlacement, WhatIsReadMustBeWholeAndTouchTheScreen) {
   const std::pair<const char*, ScreenRect> accepted[] = {
@@ -18,25 +18,25 @@ TEST(WindowPlacement, WhatIsReadMustBeWholeAndTouchTheScreen) {
       {"1,ffffff9c,0,0,64", {-100, 0, 0, 100}},    {"1,0,ffffff9c,64,0", {0, -100, 100, 0}},
   };
   for (const auto& [text, rect] : accepted) {
-    EXPECT_EQ(parsePlacement(text, kWorkArea), (WindowPlacement{rect, true, true})) << text;
+    EXPECT_EQ(parsePlacement(text, kMonitors), (WindowPlacement{rect, true, true})) << text;
   }
-  EXPECT_FALSE(parsePlacement("2,a,a,64,64", kWorkArea).maximized);
+  EXPECT_FALSE(parsePlacement("2,a,a,64,64", kMonitors).maximized);
   for (const char* text :
        {"", "1,a,a,64", "1,a,a,64,", "1;a;a;64;64", "1,a,a ,64,64", "g,a,a,64,64", "1,10,10,10,40",
         "1,10,40,20,10", "1,401,0,500,64", "1,0,2e5,64,300", "1,ffffff9c,0,ffffffff,64",
         "1,0,ffffff9c,64,ffffffff", "1,80000000,80000000,80000000,80000000"}) {
-    EXPECT_EQ(parsePlacement(text, kWorkArea), WindowPlacement()) << text;
+    EXPECT_EQ(parsePlacement(text, kMonitors), WindowPlacement()) << text;
   }
   EXPECT_EQ(formatPlacement({{-4, 0, 500, 600}, true, true}), "1,fffffffc,0,1f4,258");
   EXPECT_EQ(formatDialogPosition({-1, 740}), "ffffffff,2e4");
-  EXPECT_EQ(parseDialogPosition("ffffffff,2e4", kWorkArea), (ScreenPoint{-1, 740}));
-  EXPECT_EQ(parseDialogPosition("400,10", kWorkArea), (ScreenPoint{1024, 16}));
-  for (const char* text : {"401,0", "0,2e5"}) EXPECT_EQ(parseDialogPosition(text, kWorkArea), std::nullopt);
+  EXPECT_EQ(parseDialogPosition("ffffffff,2e4", kMonitors), (ScreenPoint{-1, 740}));
+  EXPECT_EQ(parseDialogPosition("400,10", kMonitors), (ScreenPoint{1024, 16}));
+  for (const char* text : {"401,0", "0,2e5"}) EXPECT_EQ(parseDialogPosition(text, kMonitors), std::nullopt);
 }
 
 TEST(WindowPlacement, WindowsOpenWhereTheyWereAndFurtherOnesAStepAway) {
   WindowPlacement placement;
-  EXPECT_EQ(newWindowRect(placement, true, kWorkArea), NewWindowRect());
+  EXPECT_EQ(newWindowRect(placement, true, kMonitors), NewWindowRect());
   capturePlacement({{0, 0, 1024, 740}, true, false}, placement);
   EXPECT_EQ(placement, (WindowPlacement{WindowPlacement().rect, false, true}));
   capturePlacement({{10, 20, 510, 420}, false, false}, placement);
@@ -45,12 +45,36 @@ TEST(WindowPlacement, WindowsOpenWhereTheyWereAndFurtherOnesAStepAway) {
   capturePlacement({{0, 0, 1024, 740}, true, false}, placement);
   EXPECT_EQ(placement, (WindowPlacement{{10, 20, 510, 420}, true, true}));
 
-  EXPECT_EQ(newWindowRect(placement, false, kWorkArea), (NewWindowRect{10, 20, 500, 400}));
+  EXPECT_EQ(newWindowRect(placement, false, kMonitors), (NewWindowRect{10, 20, 500, 400}));
   placement.rect = {474, 290, 974, 690};
-  EXPECT_EQ(newWindowRect(placement, true, kWorkArea), (NewWindowRect{524, 340, 500, 400}));
+  EXPECT_EQ(newWindowRect(placement, true, kMonitors), (NewWindowRect{524, 340, 500, 400}));
   for (const ScreenRect& rect : {ScreenRect{475, 20, 975, 420}, {10, 291, 510, 691}}) {
-    EXPECT_EQ(newWindowRect({rect, true, false}, true, kWorkArea), (NewWindowRect{0, 0, 500, 400}));
+    EXPECT_EQ(newWindowRect({rect, true, false}, true, kMonitors), (NewWindowRect{0, 0, 500, 400}));
   }
+}
+
+TEST(WindowPlacement, EveryMonitorCounts) {
+  // The second is left of the first and above it, its task bar at its left.
+  const Monitors both = {kMonitors[0], {{-1920, -200, 0, 880}, {-1860, -200, 0, 880}}};
+  const char* const onSecond = "0,fffff9c0,0,fffffd80,258";
+  EXPECT_EQ(parsePlacement(onSecond, kMonitors), WindowPlacement()) << "it has been taken away";
+  const WindowPlacement placement = parsePlacement(onSecond, both);
+  EXPECT_EQ(placement.rect, (ScreenRect{-1600, 0, -640, 600}));
+  EXPECT_EQ(newWindowRect(placement, false, both), (NewWindowRect{-1600, 0, 960, 600}));
+  const std::pair<ScreenRect, ScreenPoint> next[] = {
+      {placement.rect, {-1550, 50}},            // beside the last one
+      {{-1000, 300, -100, 700}, {-950, 350}},   // below the first monitor's edge, not the second's
+      {{-1000, 300, -40, 900}, {-1920, -200}},  // no room: the corner of the same monitor
+      {{-100, 0, 800, 600}, {-50, 50}},         // mostly on the first
+      {{-100, 0, 1000, 600}, {0, 0}},           // the same without room
+      {{3000, 0, 3900, 600}, {0, 0}},           // on none
+  };
+  for (const auto& [last, at] : next) {
+    const NewWindowRect rect = newWindowRect({last, true, false}, true, both);
+    EXPECT_EQ((ScreenPoint{rect.x, rect.y}), at) << last.left;
+  }
+  EXPECT_EQ(parseDialogPosition("fffff9c0,300", kMonitors), std::nullopt);
+  EXPECT_EQ(parseDialogPosition("fffff9c0,300", both), (ScreenPoint{-1600, 768}));
 }
 
 TEST(FrameLayout, NothingOverlapsOrLeavesTheWindowAndBarsFollowThePanes) {

@@ -111,6 +111,31 @@ TEST_F(WindowsTest, MenusShowWhatCanBeDoneAndWhatIsShown) {
   EXPECT_SOON(height() > oneRow, true) << "what has no room in a row goes on in the next";
 }
 
+TEST_F(WindowsTest, FollowsTheResolutionOfItsMonitor) {
+  const TextWindow window = startWith(a_, b_);
+  const auto heightOf = [](HWND control) { return areaOf(control).bottom - areaOf(control).top; };
+  const auto sizes = [&] {
+    GUITHREADINFO thread = {};
+    thread.cbSize = sizeof thread;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window.handle(), nullptr), &thread);
+    return std::map<std::string, LONG>{
+        {"toolbar", heightOf(childOf(window.handle(), TOOLBARCLASSNAMEA))},
+        {"box", heightOf(window.nameBox(0))},
+        {"button", heightOf(childOf(window.handle(), "Button"))},
+        {"row", thread.rcCaret.bottom - thread.rcCaret.top},
+        {"summary", areaOf(window.summary()).right - areaOf(window.summary()).left},
+        {"status bar", heightOf(childOf(window.handle(), STATUSCLASSNAMEA))},
+    };
+  };
+  const auto usual = sizes();
+  const RECT place = areaOf(window.handle());
+  window.changeDpi(144, {20, 10, 1220, 910});
+  EXPECT_THAT(placeOf(window.handle()), testing::ElementsAre(20, 10, 1220, 910));
+  for (const auto& [part, size] : sizes()) EXPECT_NEAR(size, usual.at(part) * 3 / 2, 6) << part;
+  window.changeDpi(96, place);
+  EXPECT_EQ(sizes(), usual);
+}
+
 TEST_F(WindowsTest, NothingIsShownAnewThatHasNotChanged) {
   const TextWindow window = startWith(writeFile("c.txt", "one\nleft\n"), writeFile("d.txt", "one\nlift\n"));
   press(VK_DOWN);

@@ -177,6 +177,14 @@ void TextWindow::drop(HWND window, POINT at, const std::vector<std::string>& pat
   PostMessageA(window, WM_DROPFILES, reinterpret_cast<WPARAM>(block), 0);
 }
 
+void TextWindow::changeDpi(int dpi, const RECT& place) const {
+  const HANDLE process = program_->process();
+  void* const block = VirtualAllocEx(process, nullptr, sizeof place, MEM_COMMIT, PAGE_READWRITE);
+  WriteProcessMemory(process, block, &place, sizeof place, nullptr);
+  SendMessageA(window_, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(block));
+  VirtualFreeEx(process, block, 0, MEM_RELEASE);
+}
+
 bool TextWindow::activate() const {
   return waitUntil([&] {
     SetForegroundWindow(window_);

@@ -157,6 +157,9 @@ class TextWindow {
   /// What was shown anew since the last call, or since there is a Hook.
   ShownAnew shownAnew() const;
 
+  /// Tells it that it has come to a monitor of another resolution, where this is its place.
+  void changeDpi(int dpi, const RECT& place) const;
+
   /// Drops files on the window, or on a child of it, at a place in its client area.
   void drop(HWND window, POINT at, const std::vector<std::string>& paths) const;
 
