@@ -37,7 +37,7 @@ class NormalisedLine {
 /// bytes are those of then, begin now. In a list, ascending on both sides.
 struct KnownChange {
   uint32_t start[2] = {0, 0};
-  const RowMarks* marks = nullptr;
+  RowMarks marks;
 };
 
 /// Decides whether a left and a right line are one changed line, and which of their characters differ. They

@@ -88,8 +88,8 @@ void DiffModel::shiftPositions(int side, uint32_t row, int64_t delta) {
   if (row < rowCount()) rows_.shiftPositions(side, row, static_cast<uint32_t>(delta));
 }
 
-DiffModel DiffModel::replaceRows(RowRange range, DiffModel&& replacement) {
-  const RowRange fresh{range.begin, range.begin + replacement.rowCount()};
+DiffModel DiffModel::replaceRows(RowRange range, DiffModel&& replacement, RowRange taken) {
+  const RowRange fresh{range.begin, range.begin + taken.size()};
   uint32_t lines[2] = {linesBefore(0, range.begin), linesBefore(1, range.begin)};
   const uint32_t oldLines[2] = {linesBefore(0, range.end), linesBefore(1, range.end)};
   // The row after the range may start a block where it did not, or no longer.
@@ -97,7 +97,7 @@ DiffModel DiffModel::replaceRows(RowRange range, DiffModel&& replacement) {
   const uint32_t oldRows = differing(range);
 
   DiffModel replaced;
-  replaced.rows_ = rows_.replace(range, std::move(replacement.rows_));
+  replaced.rows_ = rows_.replace(range, std::move(replacement.rows_), taken);
   replacement.clear();
 
   numberLines(fresh, lines);

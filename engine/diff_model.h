@@ -65,9 +65,9 @@ class DiffModel {
   /// Adds `delta` to a side's positions from `row` to the end.
   void shiftPositions(int side, uint32_t row, int64_t delta);
 
-  /// Puts the rows of `replacement` in the place of `range`, and returns those that stood there. Line numbers
-  /// and counts, once filled in, stay right; those of the returned rows mean nothing.
-  DiffModel replaceRows(RowRange range, DiffModel&& replacement);
+  /// Puts the rows `taken` of `replacement` in the place of `range`, and returns those that stood there. Line
+  /// numbers and counts, once filled in, stay right; those of the returned rows mean nothing.
+  DiffModel replaceRows(RowRange range, DiffModel&& replacement, RowRange taken);
 
  private:
   uint32_t firstRowWhere(auto predicate) const;

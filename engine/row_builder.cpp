@@ -71,9 +71,9 @@ class RowBuilder {
         std::lower_bound(known_.begin(), known_.end(), starts_[0][x],
                          [](const KnownChange& each, uint32_t start) { return each.start[0] < start; });
     if (at != known_.end() && at->start[0] == starts_[0][x] && at->start[1] == starts_[1][y] &&
-        at->marks->side(0).size() == left.size() && at->marks->side(1).size() == right.size()) {
-      marks = at->marks->copy();
-      if (!marks.none()) return true;
+        at->marks.side(0).size() == left.size() && at->marks.side(1).size() == right.size()) {
+      marks = at->marks;
+      return true;
     }
     return test_.compare(left, right, marks);
   }

@@ -1,34 +1,28 @@
 #include "engine/row_store.h"
 
 #include <algorithm>
+#include <new>
 
 namespace merivane {
 
 RowMarks RowMarks::allocate(uint32_t leftLength, uint32_t rightLength) {
   RowMarks marks;
-  const uint64_t size = 2 * sizeof(uint32_t) + uint64_t{leftLength} + rightLength;
+  const uint64_t size = sizeof(Block) + uint64_t{leftLength} + rightLength;
   if (size > SIZE_MAX / 2) return marks;
-  auto* block = static_cast<uint32_t*>(std::calloc(static_cast<size_t>(size), 1));
-  if (block == nullptr) return marks;
-  block[0] = leftLength;
-  block[1] = rightLength;
-  marks.block_.reset(block);
+  void* const zeroes = std::calloc(static_cast<size_t>(size), 1);
+  if (zeroes != nullptr) marks.block_ = new (zeroes) Block{1, {leftLength, rightLength}};
   return marks;
 }
 
-RowMarks RowMarks::copy() const {
-  if (none()) return {};
-  RowMarks same = allocate(block_.get()[0], block_.get()[1]);
-  if (!same.none()) {
-    for (const int each : {0, 1}) std::copy(side(each).begin(), side(each).end(), same.side(each).begin());
-  }
-  return same;
+void RowMarks::release(Block* block) {
+  block->~Block();
+  std::free(block);
 }
 
 std::span<uint8_t> RowMarks::side(int side) {
   if (none()) return {};
-  auto* bytes = reinterpret_cast<uint8_t*>(block_.get() + 2);
-  return {bytes + (side == 0 ? 0 : block_.get()[0]), block_.get()[side]};
+  auto* bytes = reinterpret_cast<uint8_t*>(block_ + 1);
+  return {bytes + (side == 0 ? 0 : block_->lengths[0]), block_->lengths[side]};
 }
 
 std::span<const uint8_t> RowMarks::side(int side) const { return const_cast<RowMarks*>(this)->side(side); }
@@ -62,18 +56,19 @@ void RowStore::shiftLines(int side, uint32_t row, uint32_t delta) {
   afterGap_.lines[side] += delta;
 }
 
-RowStore RowStore::replace(RowRange range, RowStore&& replacement) {
+RowStore RowStore::replace(RowRange range, RowStore&& replacement, RowRange taken) {
   RowStore replaced;
   replaced.rows_.reserve(range.size());
-  const uint32_t count = replacement.size();
+  const uint32_t count = taken.size();
   const uint32_t room = gapSize_ + range.size();
   if (count > room) growGap(gapSize_ + count - room);
   moveGap(range.end);
   for (uint32_t row = range.begin; row < range.end; ++row) replaced.append(std::move(rows_[row]));
   gapStart_ = range.begin;
   gapSize_ += range.size();
-  replacement.moveGap(count);
-  for (uint32_t row = 0; row < count; ++row) rows_[gapStart_++] = std::move(replacement.rows_[row]);
+  replacement.moveGap(taken.end);
+  for (uint32_t row = taken.begin; row < taken.end; ++row)
+    rows_[gapStart_++] = std::move(replacement.rows_[row]);
   gapSize_ -= count;
   replacement = {};
   return replaced;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <cstdlib>
-#include <memory>
 #include <span>
 #include <utility>
 #include <vector>
@@ -19,27 +19,39 @@ constexpr int fillerSide(RowStatus status) {
 constexpr uint8_t kDiffersMark = 0x80;
 
 /// Which characters of a changed row's two lines differ: a byte per character of the line, its LF included,
-/// with kDiffersMark set if it differs. One pointer wide, as most rows have none.
+/// with kDiffersMark set if it differs. One pointer wide, as most rows have none. Copies share the bytes, on
+/// any thread; they are written before there is a copy.
 class RowMarks {
  public:
   RowMarks() = default;
+  RowMarks(const RowMarks& other) noexcept : block_(other.block_) {
+    if (block_ != nullptr) ++block_->owners;
+  }
+  RowMarks(RowMarks&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
+  RowMarks& operator=(RowMarks other) noexcept {
+    std::swap(block_, other.block_);
+    return *this;
+  }
+  ~RowMarks() {
+    if (block_ != nullptr && --block_->owners == 0) release(block_);
+  }
 
   /// Returns marks, none of them set, for lines of these lengths; none() if memory runs out.
   static RowMarks allocate(uint32_t leftLength, uint32_t rightLength);
 
   bool none() const { return block_ == nullptr; }
 
-  /// The same marks; none() when memory runs out.
-  RowMarks copy() const;
-
   std::span<uint8_t> side(int side);
   std::span<const uint8_t> side(int side) const;
 
  private:
-  struct Free {
-    void operator()(uint32_t* block) const { std::free(block); }
+  struct Block {
+    std::atomic<uint32_t> owners;
+    uint32_t lengths[2];  // both sides' bytes follow
   };
-  std::unique_ptr<uint32_t, Free> block_;  // the two lengths, then both sides' bytes
+  static void release(Block* block);
+
+  Block* block_ = nullptr;
 };
 
 /// One aligned row. A one-sided row has an empty filler on the other side: its position there is where that
@@ -101,8 +113,8 @@ class RowStore {
   void shiftPositions(int side, uint32_t row, uint32_t delta);
   void shiftLines(int side, uint32_t row, uint32_t delta);
 
-  /// Puts the rows of `replacement` in the place of `range`, and returns those that stood there.
-  RowStore replace(RowRange range, RowStore&& replacement);
+  /// Puts the rows `taken` of `replacement` in the place of `range`, and returns those that stood there.
+  RowStore replace(RowRange range, RowStore&& replacement, RowRange taken);
 
  private:
   /// What is to be added to what the rows after the gap hold.

@@ -20,7 +20,7 @@ bool replace(ViewState& view, UndoRecord& record, const ByteArray& old, const By
   auto changed =
       changeText(view.pair(), {side, record.start, old.size(), fresh.view(), from}, view.compareOptions());
   if (!changed) return false;
-  record.rows = changed->compared;
+  record.rows = changed->replacing;
   record.replaced = std::move(changed->replaced);
   placeCaret(view, record, caret);
   ViewChanges& changes = view.changes();

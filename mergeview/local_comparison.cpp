@@ -76,20 +76,43 @@ bool changedStretch(const TextBuffer& text, uint32_t begin, uint32_t end, const 
   return true;
 }
 
-/// Compares old rows, those after the change at the places they have after it, with what came in their
-/// place.
-ChangeExtent classify(const DiffModel& model, RowRange window, const DiffModel& fresh,
-                      const TextChange& change, uint32_t lastChanged) {
-  if (fresh.rowCount() != window.size()) return ChangeExtent::rows;
+/// Whether a row of before the change is, moved by this much on the changed side, one of those after it.
+bool standsAt(const EditedPair& pair, uint32_t row, const DiffModel& fresh, uint32_t freshRow, int side,
+              int64_t moved) {
+  const DiffModel& model = pair.model;
+  return model.status(row) == fresh.status(freshRow) &&
+         model.position(side, row) + moved == fresh.position(side, freshRow) &&
+         model.position(1 - side, row) == fresh.position(1 - side, freshRow);
+}
+
+/// Leaves out of what is to be replaced, and of what comes in its place, the rows at both ends that stay as
+/// they are; not the rows from `first` to `last`, in which the change is. Of each at least one row is left,
+/// as rows that gave way to none would not be known from rows that are not known.
+void leaveOutKept(const EditedPair& pair, const TextChange& change, RowRange& old, const DiffModel& fresh,
+                  RowRange& taken, uint32_t first, uint32_t last) {
+  // By other options the marks of the same lines may be others.
+  const auto keeps = [&](uint32_t row, uint32_t freshRow, int64_t moved) {
+    return standsAt(pair, row, fresh, freshRow, change.side, moved) &&
+           (pair.rowsOfOptions || pair.model.status(row) != RowStatus::changed);
+  };
+  for (; old.begin < first && taken.size() > 1 && keeps(old.begin, taken.begin, 0); ++old.begin)
+    ++taken.begin;
+  for (; old.end - 1 > last && taken.size() > 1 && keeps(old.end - 1, taken.end - 1, growth(change));
+       --old.end)
+    --taken.end;
+}
+
+/// How far the rows that come in the place of old ones look different. Those after the last changed one have
+/// moved.
+ChangeExtent extentOf(const EditedPair& pair, const TextChange& change, RowRange old, const DiffModel& fresh,
+                      RowRange taken, uint32_t lastChanged) {
+  if (old.size() != taken.size()) return ChangeExtent::rows;
   ChangeExtent extent = ChangeExtent::text;
-  for (uint32_t i = 0; i < fresh.rowCount(); ++i) {
-    const uint32_t row = window.begin + i;
-    if (model.status(row) != fresh.status(i)) return ChangeExtent::rows;
-    for (const int side : {0, 1}) {
-      const int64_t moved = side == change.side && row > lastChanged ? growth(change) : 0;
-      if (model.position(side, row) + moved != fresh.position(side, i)) return ChangeExtent::rows;
-    }
-    if (fresh.status(i) == RowStatus::changed) extent = ChangeExtent::marks;
+  for (uint32_t i = 0; i < old.size(); ++i) {
+    const uint32_t row = old.begin + i, freshRow = taken.begin + i;
+    if (!standsAt(pair, row, fresh, freshRow, change.side, row > lastChanged ? growth(change) : 0))
+      return ChangeExtent::rows;
+    if (fresh.status(freshRow) == RowStatus::changed) extent = ChangeExtent::marks;
   }
   return extent;
 }
@@ -106,7 +129,7 @@ std::vector<KnownChange> knownChanges(const EditedPair& pair, RowRange window, c
     const bool touched = start < changeEnd && end > change.start;
     if (model.status(row) != RowStatus::changed || model.marks(row).none() || touched) continue;
     KnownChange& at = known.emplace_back();
-    at.marks = &model.marks(row);
+    at.marks = model.marks(row);
     for (const int side : {0, 1}) at.start[side] = model.position(side, row) - begin[side];
     if (start >= changeEnd) at.start[change.side] += static_cast<uint32_t>(growth(change));
   }
@@ -146,12 +169,14 @@ std::optional<RowsChange> tryToChange(EditedPair& pair, const TextChange& change
   for (const int side : {0, 1}) fresh.shiftPositions(side, 0, begin[side]);
 
   RowsChange result;
-  result.extent = classify(model, window, fresh, change, lastChanged);
+  RowRange old = window, taken = {0, fresh.rowCount()};
+  leaveOutKept(pair, change, old, fresh, taken, rows.begin, std::max(rows.end - 1, lastChanged));
+  result.extent = extentOf(pair, change, old, fresh, taken, lastChanged);
   result.touched = {rows.begin, lastChanged + 1};
-  result.compared = {window.begin, window.begin + fresh.rowCount()};
+  result.replacing = {old.begin, old.begin + taken.size()};
   // The last step that can fail, and the first that changes anything.
-  result.replaced = model.replaceRows(window, std::move(fresh));
-  model.shiftPositions(change.side, result.compared.end, growth(change));
+  result.replaced = model.replaceRows(old, std::move(fresh), taken);
+  model.shiftPositions(change.side, result.replacing.end, growth(change));
   text.replace(change.start, change.removed, change.inserted);
   return result;
 }
@@ -185,7 +210,7 @@ bool changeText(EditedPair& pair, const TextChange& change, RowRange& range, Dif
   if (!text.reserve(sizeOf(change))) return false;
   try {
     const RowRange fresh = {range.begin, range.begin + rows.rowCount()};
-    rows = pair.model.replaceRows(range, std::move(rows));
+    rows = pair.model.replaceRows(range, std::move(rows), {0, rows.rowCount()});
     range = fresh;
   } catch (const std::bad_alloc&) {
     return false;

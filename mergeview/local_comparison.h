@@ -31,8 +31,8 @@ enum class ChangeExtent {
 struct RowsChange {
   ChangeExtent extent = ChangeExtent::text;
   RowRange touched;    // the rows that the change was made in; look at them only where no row moved
-  RowRange compared;   // the rows that were compared anew, as they are now
-  DiffModel replaced;  // those that stood in their place
+  RowRange replacing;  // the rows from the first to the last that are others than before, as they are now
+  DiffModel replaced;  // those that stood in their place; there is always one
 };
 
 /// The rows that are compared anew around changed ones: 40 each way, and up to 20 more that differ.

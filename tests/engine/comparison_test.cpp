@@ -250,7 +250,8 @@ TEST(DiffModel, IsAfterEveryEditWhatItsRowsMakeAnew) {
     }
     replacement.shiftPositions(0, 0, -int64_t{late});
     for (const int side : {0, 1}) model.shiftPositions(side, range.end, int64_t{sizeOf(side)} - sizes[side]);
-    model.replaceRows(range, std::move(replacement));
+    const RowRange all{0, replacement.rowCount()};
+    model.replaceRows(range, std::move(replacement), all);
     if (step % 9 == 0) {
       // Rows can be appended after an edit in the middle.
       model.addRow(RowStatus::leftOnly, sizeOf(0), sizeOf(1));
