@@ -1,0 +1,111 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "folders/folder_comparison.h"
+#include "operations/journal.h"
+#include "operations/tree_operations.h"
+#include "operations/tree_size.h"
+
+namespace merivane {
+
+/// What was done last to an entry of a folder comparison.
+enum class EntryOperation : uint8_t {
+  none = 0,
+  compared = 1,
+  copyToOld = 2,
+  copyToNew = 3,
+  deleteOld = 4,
+  deleteNew = 5,
+  deleteBoth = 6,
+};
+
+constexpr bool isCopy(EntryOperation operation) {
+  return operation == EntryOperation::copyToOld || operation == EntryOperation::copyToNew;
+}
+/// Whether an operation changes a side.
+constexpr bool changes(EntryOperation operation, int side) {
+  return operation == EntryOperation::deleteBoth ||
+         operation == (side == 0 ? EntryOperation::copyToOld : EntryOperation::copyToNew) ||
+         operation == (side == 0 ? EntryOperation::deleteOld : EntryOperation::deleteNew);
+}
+
+/// What there is to know of an operation, or of its undoing, before it touches anything.
+struct Examination {
+  EntryOperation operation = EntryOperation::none;
+  bool keepsUndo = false;
+
+  struct Side {
+    std::string path;   // of the entry; where it is not there, where it would be
+    FoundEntry found;   // what is there
+    TreeSize size;      // how much that is
+    bool lost = false;  // it will be deleted or replaced
+    bool recyclable = true;
+  };
+  Side sides[2];
+
+  std::optional<Refusal> refusal;  // it cannot be done
+  bool changedSince = false;       // a side is no longer what it was when it was compared or operated on
+  bool olderOverNewer = false;     // a file is replaced by an older one
+};
+
+/// An operation that was done, with all that undoing it takes. Destroyed without being undone or discarded it
+/// leaves its journal on the disk, for the next start to find.
+struct DoneOperation {
+  EntryOperation operation = EntryOperation::none;
+  bool undoable = false;
+
+  struct Side {
+    std::string path;   // of the entry before
+    std::string saved;  // where the journal has what was there, if anything was
+    std::string made;   // what the operation put there; empty where it put nothing
+    FoundEntry left;    // what it left there
+  };
+  Side sides[2];
+  std::vector<std::string> madeFolders;  // the folders it had to make for that, the outermost first
+  std::unique_ptr<Journal> journal;      // none without anything saved
+};
+
+struct OperationEnd {
+  enum class Kind {
+    done,
+    partly,  // of a deletion on both sides only the first was done; that is an operation of its own now
+    failed,  // everything is as it was, unless the message says otherwise
+  };
+  Kind kind = Kind::failed;
+  std::string message;  // what the shell has not told itself; may be empty
+};
+
+/// The operations on the entries of a folder comparison. Each is a list of steps, done one after the other
+/// and taken back when one fails. With undo, what an operation replaces or deletes is copied into a journal
+/// first; the journal also tells what is under way, so that the next start can end what a crash interrupted.
+///
+/// Nothing is followed, cut short or taken for a pattern: what the shell would misread is refused before
+/// anything is touched. Everything may throw std::bad_alloc before it has touched anything.
+class FolderOperations {
+ public:
+  FolderOperations(FileSystem& files, TreeOperations& trees) : files_(files), trees_(trees) {}
+
+  /// Looks at both sides again, and measures what an operation is about.
+  Examination examine(const std::string (&tops)[2], const FolderEntry& entry, EntryOperation operation,
+                      bool keepsUndo);
+
+  /// Does what was examined. Only a failure leaves `done` as it was.
+  OperationEnd perform(const Examination& examination, DoneOperation& done);
+
+  /// The same for undoing. `done` is gone when it succeeds, and stays as it was when it fails.
+  Examination examineUndo(const DoneOperation& done);
+  OperationEnd undo(const Examination& examination, DoneOperation& done);
+
+  /// Gives up undoing an operation, and removes its journal.
+  void discard(DoneOperation& done);
+
+ private:
+  FileSystem& files_;
+  TreeOperations& trees_;
+};
+
+}  // namespace merivane
