@@ -34,6 +34,9 @@ class InputFile {
 
   /// The size the file had when it was opened; 0 where there is no telling, as for a pipe.
   virtual uint64_t size() const = 0;
+
+  /// Whether its owner may run it; false on systems without such a right.
+  virtual bool isExecutable() const { return false; }
 };
 
 /// New contents for a file, collected beside it. The file is as it was until commit() puts the new contents
@@ -74,6 +77,12 @@ class FileSystem {
 
   /// Opens a file for reading; a folder is an error. Returns 0 or the error.
   virtual SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) = 0;
+
+  /// As open(), for what a listing called a file: a pipe or a device that has come into its place since is
+  /// not waited for and is the error kNoFile.
+  virtual SystemError openListed(const std::string& path, std::unique_ptr<InputFile>& file) {
+    return open(path, file);
+  }
 
   /// Starts new contents for the file at `path`, which need not exist; those of a symbolic link are the
   /// file's that it names. A device, a pipe or an open file ("/dev/stdout") has no earlier contents to keep

@@ -18,4 +18,10 @@ void FolderListing::clear() {
   entries_.clear();
 }
 
+void FolderListing::fit() {
+  names_.shrink_to_fit();
+  begins_.shrink_to_fit();
+  entries_.shrink_to_fit();
+}
+
 }  // namespace merivane

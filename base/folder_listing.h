@@ -48,6 +48,8 @@ class FolderListing {
   /// Throws std::bad_alloc, also when the names have no room in 32-bit positions.
   void add(std::string_view name, const ListedEntry& entry);
   void clear();
+  /// Gives back the room that adding has kept ahead.
+  void fit();
 
  private:
   std::string names_;

@@ -28,6 +28,7 @@ SystemError errorInWords(std::string words) {
 
 std::string systemErrorText(SystemError error) {
   if (error == kFileTooLarge) return text(TextId::fileTooLarge);
+  if (error == kNoFile) return text(TextId::entrySpecial);
   if (error >= kFirstInWords) {
     const std::lock_guard<std::mutex> lock(wordsMutex);
     const size_t number = error - kFirstInWords;

@@ -10,6 +10,8 @@ namespace merivane {
 
 /// A file with more bytes than 32-bit positions reach.
 constexpr SystemError kFileTooLarge = 0x20000001;
+/// A device or a pipe where a file was expected.
+constexpr SystemError kNoFile = 0x20000002;
 
 /// An error that systemErrorText() has these words for, as long as the program runs. For what is rare and has
 /// to be told in full.

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <thread>
 
 #include "base/byte_sink.h"
@@ -13,7 +14,7 @@
 namespace merivane {
 
 /// While it lives, shows how far a comparison of folders is in one line of a terminal, from the first second
-/// on and ten times in each. Nothing is left of it at the end.
+/// on and ten times in each. Nothing is left of it at the end. There is one at a time.
 class ProgressLine {
  public:
   ProgressLine(const FolderProgress& progress, const TerminalFacts& terminal, ByteSink& standardError);
@@ -32,6 +33,11 @@ class ProgressLine {
   bool ended_ = false;
   std::thread thread_;
 };
+
+/// For the handler of a signal that ends the process: lets no line be written any more, and returns whether
+/// one is there. What erases it is kErasesLine.
+bool endProgressLineForSignal();
+constexpr std::string_view kErasesLine = "\r\x1b[K";
 
 /// The line, of at most so many columns; the folder's name gives way. Bytes that are no UTF-8 count as one
 /// each.

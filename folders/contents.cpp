@@ -33,9 +33,9 @@ bool ContentsComparison::open(const std::string (&paths)[2], PairState& state) {
     opened.file.reset();
     opened.filled = opened.fresh = 0;
     opened.atEnd = false;
-    const SystemError error = files_.open(paths[side], opened.file);
+    const SystemError error = files_.openListed(paths[side], opened.file);
     if (error == 0) continue;
-    state.cannotCompare(reasonFor(error), side, error);
+    state.cannotCompare(reasonFor(error), side, error == kNoFile ? 0 : error);
     return false;
   }
   return true;

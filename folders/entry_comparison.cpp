@@ -32,6 +32,7 @@ void markUncomparable(PairState& state, const ListedEntry (&entries)[2], const F
 
 NotCompared reasonFor(SystemError error) {
   if (error == notEnoughStorage()) return NotCompared::outOfMemory;
+  if (error == kNoFile) return NotCompared::special;
   if (meansTooLong(error)) return NotCompared::tooLong;
   return meansMissing(error) ? NotCompared::vanished : NotCompared::unreadable;
 }

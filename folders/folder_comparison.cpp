@@ -112,6 +112,7 @@ class FolderRun {
       FolderListing& listing = level->sides.listings[side];
       if (isStopped() || isSearchedOut(*level)) return;
       level->listError[side] = files_.list(joinPath(paths_[side], level->names[side]), abort_, listing);
+      listing.fit();
       progress_.addEntries(listing.size());
       std::vector<uint32_t>& kept = level->sides.kept[side];
       if (filter_.keepsAll()) {
@@ -130,6 +131,7 @@ class FolderRun {
     guarded([&] {
       if (isStopped()) return;
       level->pairs = pairEntries(level->sides, options_.ignoreNameCase, abort_);
+      for (std::vector<uint32_t>& kept : level->sides.kept) std::vector<uint32_t>().swap(kept);
       level->states.resize(level->pairs.size());
       forEach<uint32_t>(0, static_cast<uint32_t>(level->pairs.size()), abort_, [&](uint32_t pair) {
         if (!level->isPaired(pair)) return;
@@ -234,7 +236,7 @@ class FolderRun {
       const std::shared_ptr<Level> parent = level->parent;
       guarded([&] {
         if (isStopped()) return;
-        endLevel(*level, options_);
+        endLevel(*level, options_, abort_);
         if (!parent) return;
         const std::lock_guard lock(handingOn_);
         handOn(*level, *parent);

@@ -24,9 +24,14 @@ std::optional<FolderCategory> categoryOf(const Level& level, uint32_t pair, bool
 /// The names of a batch, in one piece of memory.
 class NameWriter {
  public:
-  NameWriter(const Level& level, EntryBatch& batch) : level_(level) {
+  NameWriter(const Level& level, EntryBatch& batch, const AbortFlag* abort) : level_(level) {
     size_t size = 0;
-    forEachName([&](uint32_t pair, int side) { size += lengthOf(pair, side); });
+    forEach<uint32_t>(0, static_cast<uint32_t>(level.pairs.size()), abort, [&](uint32_t pair) {
+      for (const int side : {0, 1}) {
+        const bool has = level.pairs[pair].index[side] != kNoEntry;
+        if (has && !(side == 1 && sharesName(pair))) size += lengthOf(pair, side);
+      }
+    });
     batch.names = std::make_unique<char[]>(size);
     at_ = batch.names.get();
   }
@@ -51,16 +56,6 @@ class NameWriter {
     return level_.isPaired(pair) && level_.names[0] == level_.names[1] && own(pair, 0) == own(pair, 1);
   }
 
-  template <typename Visit>
-  void forEachName(Visit visit) const {
-    for (uint32_t pair = 0; pair < level_.pairs.size(); ++pair) {
-      for (const int side : {0, 1}) {
-        const bool has = level_.pairs[pair].index[side] != kNoEntry;
-        if (has && !(side == 1 && sharesName(pair))) visit(pair, side);
-      }
-    }
-  }
-
   std::string_view written(uint32_t pair, int side) {
     const std::string& folder = level_.names[side];
     const std::string_view name = own(pair, side);
@@ -78,19 +73,20 @@ class NameWriter {
   char* at_ = nullptr;
 };
 
-EntryBatch batchOf(const Level& level, const FolderOptions& options) {
+EntryBatch batchOf(const Level& level, const FolderOptions& options, const AbortFlag* abort) {
   EntryBatch batch;
-  NameWriter names(level, batch);
+  const uint32_t pairs = static_cast<uint32_t>(level.pairs.size());
+  NameWriter names(level, batch, abort);
   size_t counts[kFolderCategories] = {};
-  for (uint32_t pair = 0; pair < level.pairs.size(); ++pair) {
+  forEach<uint32_t>(0, pairs, abort, [&](uint32_t pair) {
     if (const auto category = categoryOf(level, pair, options.subfolders))
       ++counts[static_cast<size_t>(*category)];
-  }
+  });
   for (int category = 0; category < kFolderCategories; ++category)
     batch.entries[category].reserve(counts[category]);
-  for (uint32_t pair = 0; pair < level.pairs.size(); ++pair) {
+  forEach<uint32_t>(0, pairs, abort, [&](uint32_t pair) {
     const auto category = categoryOf(level, pair, options.subfolders);
-    if (!category) continue;
+    if (!category) return;
     FolderEntry entry;
     names.write(pair, entry);
     for (const int side : {0, 1}) {
@@ -105,7 +101,7 @@ EntryBatch batchOf(const Level& level, const FolderOptions& options) {
     entry.inSubfolder = level.parent != nullptr;
     entry.notCompared = state.notCompared;
     batch.entries[static_cast<size_t>(*category)].push_back(entry);
-  }
+  });
   return batch;
 }
 
@@ -136,7 +132,7 @@ bool Level::hasDifference() const {
   return false;
 }
 
-void endLevel(Level& level, const FolderOptions& options) {
+void endLevel(Level& level, const FolderOptions& options, const AbortFlag* abort) {
   level.differs = level.hasDifference();
   appendTroubles(level);
   if (level.searching) {
@@ -145,8 +141,11 @@ void endLevel(Level& level, const FolderOptions& options) {
     // The search ended where a difference was found first, and what it met on the way there is chance.
     if (level.searched == &level && level.differs) level.troubles.clear();
   } else if (level.differs || level.parent == nullptr || level.parent->states[level.pairInParent].changed) {
-    level.batches.push_back(batchOf(level, options));
+    level.batches.push_back(batchOf(level, options, abort));
   }
+  level.sides = {};
+  std::vector<EntryPair>().swap(level.pairs);
+  std::vector<PairState>().swap(level.states);
 }
 
 void handOn(Level& level, Level& parent) {

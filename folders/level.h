@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "base/abort_flag.h"
 #include "folders/entry_comparison.h"
 #include "folders/folder_comparison.h"
 #include "folders/name_pairing.h"
@@ -58,8 +59,9 @@ struct Level {
 };
 
 /// Ends a level whose work is all done: whether it differs, and its own batch and troubles besides those from
-/// below. Throws std::bad_alloc.
-void endLevel(Level& level, const FolderOptions& options);
+/// below; what it was made of is given back. When the flag is raised the level means nothing. Throws
+/// std::bad_alloc.
+void endLevel(Level& level, const FolderOptions& options, const AbortFlag* abort);
 
 /// Hands what came of a level on to the one above and to its pair there. Throws std::bad_alloc.
 void handOn(Level& level, Level& parent);

@@ -47,8 +47,9 @@ class FolderPatch {
   /// Writes the part for one file; an empty name is that of a side which does not have it.
   void writeFile(const std::string (&names)[2]) {
     ByteArray bytes[2];
+    bool executable[2] = {false, false};
     for (const int side : {0, 1}) {
-      if (!names[side].empty() && !read(names[side], side, bytes[side])) return;
+      if (!names[side].empty() && !read(names[side], side, bytes[side], executable[side])) return;
     }
     const bool onBoth = !names[0].empty() && !names[1].empty();
     if (onBoth && bytes[0].view() == bytes[1].view()) return;
@@ -71,7 +72,7 @@ class FolderPatch {
       std::replace(paths[side].begin(), paths[side].end(), kPathSeparator, '/');
     }
     if (onBoth && !options.comparesBytes() && model.differingRows() == 0) return;
-    writeHead(names, paths, bytes[known].size() == 0);
+    writeHead(names, paths, executable, bytes[known].size() == 0);
     for (const int side : {0, 1}) {
       if (names[side].empty()) paths[side] = "/dev/null";
     }
@@ -83,22 +84,34 @@ class FolderPatch {
   }
 
   /// Every file has a head of this kind, as where one has it the programs expect it of all; files that come
-  /// or go empty need it. The number is the one that an empty file has in such heads.
-  void writeHead(const std::string (&names)[2], const std::string (&paths)[2], bool isEmpty) {
+  /// or go empty need it. The number is the one that an empty file has in such heads. Of the rights they know
+  /// whether a file may be run.
+  void writeHead(const std::string (&names)[2], const std::string (&paths)[2], const bool (&executable)[2],
+                 bool isEmpty) {
     std::string head = "diff --git " + patchName(paths[0]) + " " + patchName(paths[1]) + "\n";
-    if (names[0].empty()) head += "new file mode 100644\n";
-    if (names[1].empty()) head += "deleted file mode 100644\n";
+    const auto mode = [&](int side) { return executable[side] ? " mode 100755\n" : " mode 100644\n"; };
+    if (names[0].empty()) {
+      head += std::string("new file") + mode(1);
+    } else if (names[1].empty()) {
+      head += std::string("deleted file") + mode(0);
+    } else if (executable[0] != executable[1]) {
+      head += std::string("old") + mode(0) + "new" + mode(1);
+    }
     if (isEmpty && names[0].empty()) head += "index 0000000..e69de29\n";
     if (isEmpty && names[1].empty()) head += "index e69de29..0000000\n";
     sink_.write(head);
   }
 
-  bool read(const std::string& name, int side, ByteArray& bytes) {
+  bool read(const std::string& name, int side, ByteArray& bytes, bool& executable) {
     std::unique_ptr<InputFile> file;
-    SystemError error = files_.open(joinPath(tops_[side], name), file);
+    SystemError error = files_.openListed(joinPath(tops_[side], name), file);
     if (error == 0) error = readToEnd(*file, bytes);
-    if (error != 0) left_.push_back({name, side, reasonFor(error), error});
-    return error == 0;
+    if (error != 0) {
+      left_.push_back({name, side, reasonFor(error), error == kNoFile ? 0 : error});
+      return false;
+    }
+    executable = file->isExecutable();
+    return true;
   }
 
   FileSystem& files_;

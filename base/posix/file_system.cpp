@@ -18,12 +18,19 @@ namespace {
 
 class PosixInputFile final : public InputFile {
  public:
-  SystemError open(const std::string& path) {
+  /// `expectsFile`: does not wait for the other end of what turns out to be a pipe.
+  SystemError open(const std::string& path, bool expectsFile) {
     struct stat status = {};
-    if (!descriptor_.take(::open(path.c_str(), O_RDONLY | O_CLOEXEC))) return lastError();
+    const int flags = O_RDONLY | O_CLOEXEC | (expectsFile ? O_NONBLOCK | O_NOCTTY : 0);
+    if (!descriptor_.take(::open(path.c_str(), flags))) {
+      const bool isSocket = errno == ENXIO;
+      return expectsFile && isSocket ? kNoFile : lastError();
+    }
     if (::fstat(descriptor_.get(), &status) != 0) return lastError();
     if (S_ISDIR(status.st_mode)) return EISDIR;
-    if (S_ISREG(status.st_mode)) size_ = static_cast<uint64_t>(status.st_size);
+    if (!S_ISREG(status.st_mode)) return expectsFile ? kNoFile : 0;
+    size_ = static_cast<uint64_t>(status.st_size);
+    isExecutable_ = (status.st_mode & S_IXUSR) != 0;
     return 0;
   }
 
@@ -45,10 +52,12 @@ class PosixInputFile final : public InputFile {
   }
 
   uint64_t size() const override { return size_; }
+  bool isExecutable() const override { return isExecutable_; }
 
  private:
   Descriptor descriptor_;
   uint64_t size_ = 0;
+  bool isExecutable_ = false;
   uint64_t read_ = 0;
 };
 
@@ -90,10 +99,11 @@ class PosixFileSystem final : public FileSystem {
   }
 
   SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
-    auto opened = std::make_unique<PosixInputFile>();
-    const SystemError error = opened->open(path);
-    if (error == 0) file = std::move(opened);
-    return error;
+    return openFor(path, false, file);
+  }
+
+  SystemError openListed(const std::string& path, std::unique_ptr<InputFile>& file) override {
+    return openFor(path, true, file);
   }
 
   SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override {
@@ -102,6 +112,14 @@ class PosixFileSystem final : public FileSystem {
 
   SystemError list(const std::string& path, const AbortFlag* abort, FolderListing& listing) override {
     return listSystemFolder(path, abort, listing);
+  }
+
+ private:
+  static SystemError openFor(const std::string& path, bool expectsFile, std::unique_ptr<InputFile>& file) {
+    auto opened = std::make_unique<PosixInputFile>();
+    const SystemError error = opened->open(path, expectsFile);
+    if (error == 0) file = std::move(opened);
+    return error;
   }
 };
 

@@ -1,6 +1,7 @@
 #include "cli/process.h"
 
 #include <signal.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #ifdef __GLIBC__
@@ -8,6 +9,7 @@
 #endif
 
 #include "base/unfinished_files.h"
+#include "cli/progress_line.h"
 
 namespace merivane {
 namespace {
@@ -15,6 +17,9 @@ namespace {
 /// The signal's own action is in force again and ends the process once this returns.
 void onEndingSignal(int signal) {
   removeUnfinishedFiles();
+  if (endProgressLineForSignal()) {
+    [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, kErasesLine.data(), kErasesLine.size());
+  }
   ::raise(signal);
 }
 

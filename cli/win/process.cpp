@@ -4,6 +4,7 @@
 
 #include "base/unfinished_files.h"
 #include "base/win/command_line.h"
+#include "cli/progress_line.h"
 
 namespace merivane {
 namespace {
@@ -11,6 +12,11 @@ namespace {
 /// Runs on a thread of its own; FALSE lets the system end the process.
 BOOL WINAPI onConsoleEvent(DWORD) {
   removeUnfinishedFiles();
+  DWORD written = 0;
+  if (endProgressLineForSignal()) {
+    WriteFile(GetStdHandle(STD_ERROR_HANDLE), kErasesLine.data(), static_cast<DWORD>(kErasesLine.size()),
+              &written, nullptr);
+  }
   return FALSE;
 }
 
