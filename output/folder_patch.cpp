@@ -88,7 +88,7 @@ class FolderPatch {
   /// whether a file may be run.
   void writeHead(const std::string (&names)[2], const std::string (&paths)[2], const bool (&executable)[2],
                  bool isEmpty) {
-    std::string head = "diff --git " + patchName(paths[0]) + " " + patchName(paths[1]) + "\n";
+    std::string head = "diff --git " + patchName(paths[0], true) + " " + patchName(paths[1], true) + "\n";
     const auto mode = [&](int side) { return executable[side] ? " mode 100755\n" : " mode 100644\n"; };
     if (names[0].empty()) {
       head += std::string("new file") + mode(1);

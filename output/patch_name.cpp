@@ -28,9 +28,9 @@ void appendEscape(std::string& name, char c) {
 
 }  // namespace
 
-std::string patchName(std::string_view path) {
+std::string patchName(std::string_view path, bool amongOthers) {
   std::string name;
-  bool quoted = path.ends_with(' ');
+  bool quoted = amongOthers ? path.find(' ') != std::string_view::npos : path.ends_with(' ');
   for (size_t at = 0; at < path.size();) {
     const std::string_view character = path.substr(at, utf8Length(path.substr(at)));
     at += character.size();

@@ -31,7 +31,8 @@ class DiffProgram {
     errors_.text.clear();
   }
   int runPrepared(const std::vector<std::string_view>& arguments) {
-    return runDiff(arguments, {files, *in_, *out_, errors_, [this] { return terminal; }, columns, noColour,
+    FileSystem& used = disk != nullptr ? *disk : files;
+    return runDiff(arguments, {used, *in_, *out_, errors_, [this] { return terminal; }, columns, noColour,
                                [] { return std::string("now"); }, brokenPipe});
   }
 
@@ -39,6 +40,7 @@ class DiffProgram {
   const std::string& errors() const { return errors_.text; }
 
   MemoryFiles files, streams;
+  FileSystem* disk = nullptr;  // in place of `files`
   std::string input;
   TerminalFacts terminal;
   const char* columns = nullptr;

@@ -1,0 +1,324 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <string>
+#include <thread>
+#ifndef _WIN32
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
+#include "base/paths.h"
+#include "cli/run_diff.h"
+#include "folders/folder_comparison.h"
+#include "tests/cli/diff_program.h"
+#include "tests/support/random_trees.h"
+#include "tests/support/reference_folders.h"
+
+namespace merivane {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Two trees on the disk, below a scratch folder of their own.
+class DiskTreesTest : public testing::Test {
+ protected:
+  DiskTreesTest() {
+    const auto now = std::chrono::system_clock::now().time_since_epoch().count();
+    scratch_ = fs::temp_directory_path() / ("merivane-trees-" + std::to_string(now));
+    EXPECT_TRUE(fs::create_directory(scratch_)) << scratch_;
+    clear();
+  }
+  ~DiskTreesTest() override { remove(scratch_); }
+
+  void clear() {
+    for (const int side : {0, 1}) {
+      paths_[side] = (scratch_ / (side == 0 ? "old" : "new")).string();
+      remove(paths_[side]);
+      fs::create_directory(paths_[side]);
+    }
+  }
+  /// Links go themselves, whatever they lead to.
+  static void remove(const fs::path& path) {
+    std::error_code ignored;
+    if (fs::is_directory(fs::symlink_status(path, ignored))) {
+      fs::permissions(path, fs::perms::owner_all, fs::perm_options::add, ignored);
+      for (const fs::path& below : std::vector<fs::path>(fs::directory_iterator(path, ignored), {}))
+        remove(below);
+    }
+    fs::permissions(path, fs::perms::owner_write, fs::perm_options::add | fs::perm_options::nofollow,
+                    ignored);
+    fs::remove(path, ignored);
+  }
+
+  std::string at(int side, const std::string& name) const { return joinPath(paths_[side], name); }
+  void put(const std::string& name, const std::string& text) {
+    for (const int side : {0, 1}) put(side, name, text);
+  }
+  void put(int side, const std::string& name, const std::string& text) {
+    fs::create_directories(fs::path(at(side, name)).parent_path());
+    std::ofstream(at(side, name), std::ios::binary) << text;
+  }
+
+  Result compare(const AbortFlag* abort = nullptr) {
+    return compareFolders(systemFiles(), paths_, options_, abort, found_);
+  }
+  /// Each as its name and the reason.
+  std::vector<std::string> troubles() const {
+    std::vector<std::string> all;
+    for (const FolderTrouble& trouble : found_.notCompared)
+      all.push_back(trouble.name + " " + notComparedKey(trouble.reason));
+    return all;
+  }
+
+  fs::path scratch_;
+  std::string paths_[2];
+  FolderOptions options_;
+  FolderComparison found_;
+};
+
+/// Brings trees from memory to the disk, without what has no place beside another name there.
+void writeTrees(const MemoryFiles& from, const std::string (&names)[2], const std::string (&paths)[2]) {
+  for (const auto& [name, file] : from.files) {
+    const int side = name.starts_with(names[0]) ? 0 : 1;
+    const fs::path path = paths[side] + name.substr(names[side].size());
+    std::error_code taken;
+    fs::create_directories(path.parent_path(), taken);
+    if (taken || fs::exists(path)) continue;
+    if (file.kind == FileKind::folder) {
+      fs::create_directory(path);
+    } else {
+      std::ofstream(path, std::ios::binary) << file.contents;
+      fs::last_write_time(path, fs::file_time_type::clock::from_sys(std::chrono::sys_seconds(
+                                    std::chrono::seconds(1'000'000 + file.modified))));
+    }
+    if (!file.writable && file.kind == FileKind::file)
+      fs::permissions(path, fs::perms(0222), fs::perm_options::remove);
+  }
+}
+
+TEST_F(DiskTreesTest, FindsWhatThePlainComparisonFinds) {
+  const std::string names[2] = {"O", "N"};
+#ifdef _WIN32
+  constexpr uint32_t trees = 40;
+#else
+  constexpr uint32_t trees = 200;
+#endif
+  for (uint32_t seed = 0; seed < trees; ++seed) {
+    SCOPED_TRACE(seed);
+    Random random(seed);
+    MemoryFiles memory;
+    makeTrees(memory, names, random);
+    clear();
+    writeTrees(memory, names, paths_);
+    options_ = randomFolderOptions(random);
+    const ReferenceFolders expected(systemFiles(), paths_, options_);
+    ASSERT_EQ(compare(), Result::success);
+    for (int category = 0; category < kFolderCategories; ++category)
+      ASSERT_EQ(plainEntries(found_.entries[category]), expected.entries[category]) << category;
+  }
+}
+
+#ifndef _WIN32
+TEST_F(DiskTreesTest, LinksPipesAndLongPathsEndTheComparisonNowhere) {
+  put("dir/file", "text");
+  fs::create_directory_symlink("..", at(0, "dir/up"));
+  fs::create_directory_symlink("..", at(1, "dir/up"));
+  for (const int side : {0, 1}) {
+    fs::create_directory_symlink(at(side, "dir"), at(side, "other way"));
+    fs::create_symlink("circle", at(side, "circle"));
+    fs::create_symlink("missing", at(side, "nowhere"));
+    ASSERT_EQ(::mkfifo(at(side, "pipe").c_str(), 0600), 0);
+    put(side, std::string(255, 'n'), "long");
+    // Deeper than a path can be long.
+    fs::current_path(paths_[side]);
+    for (int depth = 0; depth < 25; ++depth) {
+      const std::string name(200, 'd');
+      ASSERT_EQ(::mkdir(name.c_str(), 0700), 0);
+      ASSERT_EQ(::chdir(name.c_str()), 0);
+    }
+  }
+  sockaddr_un address = {};
+  address.sun_family = AF_UNIX;
+  fs::current_path(paths_[0]);
+  std::string("socket").copy(address.sun_path, sizeof address.sun_path - 1);
+  const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+  ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  ::close(socket);
+  put(1, "socket", "a file here");
+  fs::current_path(scratch_);
+  options_.date = options_.size = false;
+  options_.quickContents = true;
+  for (const uint32_t threads : {1u, 3u}) {
+    options_.threads = threads;
+    ASSERT_EQ(compare(), Result::success);
+    EXPECT_FALSE(found_.differs());
+    std::vector<std::string> found = troubles();
+    ASSERT_EQ(found.size(), 8u);
+    EXPECT_TRUE(found[1].starts_with("ddd") && found[1].ends_with(" tooLong"));
+    found.erase(found.begin() + 1, found.begin() + 3);
+    EXPECT_EQ(found, (std::vector<std::string>{"circle unreadable", "dir/up loop", "nowhere brokenLink",
+                                               "other way/up loop", "pipe special", "socket special"}));
+  }
+  // Too deep a tree cannot be removed by its path either.
+  for (const int side : {0, 1}) {
+    fs::current_path(paths_[side]);
+    const std::string name(200, 'd');
+    int depth = 0;
+    while (::chdir(name.c_str()) == 0) ++depth;
+    for (; depth > 0; --depth) {
+      ASSERT_EQ(::chdir(".."), 0);
+      ASSERT_EQ(::rmdir(name.c_str()), 0);
+    }
+  }
+  fs::current_path(scratch_.parent_path());
+}
+
+TEST_F(DiskTreesTest, WhatMayNotBeReadIsMarked) {
+  put("locked/file", "text");
+  put("file", "text");
+  put("fine", "text");
+  fs::permissions(at(0, "locked"), fs::perms(0));
+  fs::permissions(at(1, "file"), fs::perms(0));
+  fs::permissions(scratch_, fs::perms(0755));
+  options_.quickContents = true;
+  options_.date = false;
+  // Rights do not count for a super-user, so that it gives its own up, in a process that it can do without.
+  const pid_t child = ::fork();
+  if (child == 0) {
+    constexpr uid_t nobody = 65534;
+    if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0)) ::_exit(3);
+    for (const int side : {0, 1}) ::access(paths_[side].c_str(), R_OK);
+    const bool expected = compare() == Result::success && !found_.isIdentical() &&
+                          troubles() == std::vector<std::string>{"file unreadable", "locked unreadable"};
+    ::_exit(expected ? 0 : 1);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+}
+
+/// Does something to the trees just before a file is opened.
+class ChangingFiles final : public FileSystem {
+ public:
+  explicit ChangingFiles(std::function<void(const std::string&)> change) : change_(std::move(change)) {}
+
+  FileKind kind(const std::string& path) override { return files_.kind(path); }
+  bool isWritable(const std::string& path) override { return files_.isWritable(path); }
+  FileStamp stamp(const std::string& path) override { return files_.stamp(path); }
+  FileIdentity identity(const std::string& path) override { return files_.identity(path); }
+  std::string absolute(const std::string& path) override { return files_.absolute(path); }
+  SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
+    return files_.open(path, file);
+  }
+  SystemError openListed(const std::string& path, std::unique_ptr<InputFile>& file) override {
+    change_(path);
+    return files_.openListed(path, file);
+  }
+  SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override {
+    return files_.create(path, file);
+  }
+  SystemError list(const std::string& path, const AbortFlag* abort, FolderListing& listing) override {
+    const SystemError error = files_.list(path, abort, listing);
+    change_(path);
+    return error;
+  }
+
+ private:
+  FileSystem& files_ = systemFiles();
+  const std::function<void(const std::string&)> change_;
+};
+
+TEST_F(DiskTreesTest, TreesThatChangeMeanwhileAreToldAsTheyAreMet) {
+  put("a", "text"), put("b", "text"), put("c", "text"), put("sub/d", "text"), put("sub2/e", "text");
+  options_.quickContents = true;
+  options_.date = false;
+  options_.threads = 1;
+  ChangingFiles files([&](const std::string& path) {
+    if (path == at(0, "a")) fs::remove(path), ::mkfifo(path.c_str(), 0600);
+    if (path == at(1, "b")) fs::remove(path);
+    if (path == at(1, "c")) fs::remove(path), fs::create_directory(path);
+    if (path == paths_[1])
+      fs::remove_all(at(1, "sub")), fs::remove_all(at(1, "sub2")), put(1, "sub2", "file");
+  });
+  ASSERT_EQ(compareFolders(files, paths_, options_, nullptr, found_), Result::success);
+  EXPECT_EQ(troubles(), (std::vector<std::string>{"a special", "b vanished", "c unreadable", "sub vanished",
+                                                  "sub2 vanished"}));
+}
+
+/// Compares on one thread while another makes and removes entries, and only has to come to an end.
+TEST_F(DiskTreesTest, GetsToItsEndWhateverHappensMeanwhile) {
+  for (int i = 0; i < 40; ++i) put("dir" + std::to_string(i % 5) + "/file" + std::to_string(i), "text");
+  std::atomic<bool> ends{false};
+  std::thread changer([&] {
+    for (uint32_t i = 0; !ends; ++i) {
+      std::error_code ignored;
+      const std::string folder = at(1, "dir" + std::to_string(i % 5));
+      fs::rename(folder, at(1, "away"), ignored);
+      ::mkfifo(folder.c_str(), 0600);
+      ::unlink(folder.c_str());
+      fs::rename(at(1, "away"), folder, ignored);
+    }
+  });
+  options_.fullContents = true;
+  options_.threads = 3;
+  for (int round = 0; round < 50; ++round) EXPECT_EQ(compare(), Result::success);
+  ends = true;
+  changer.join();
+  EXPECT_EQ(compare(), Result::success);
+  EXPECT_TRUE(found_.isIdentical());
+}
+
+/// What a shell says to a command line.
+int shell(const std::string& command) {
+  const int status = std::system(command.c_str());
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST_F(DiskTreesTest, PatchesBringTheOldTreeToTheNewOne) {
+  put("same", "text\n"), put("dir/same", "");
+  put(0, "dir/text", "one\ntwo\nthree\n"), put(1, "dir/text", "one\nTWO\nthree");
+  put(0, "run", "#!/bin/sh\n"), put(1, "run", "#!/bin/sh\nexit\n");
+  fs::permissions(at(1, "run"), fs::perms::owner_exec, fs::perm_options::add);
+  put(0, "gone/deep/file", "text\n"), put(0, "empty gone", "");
+  put(1, "come/deep/a file", "text\n"), put(1, "empty come", ""), put(1, "come/tool", "#!/bin/sh\n");
+  fs::permissions(at(1, "come/tool"), fs::perms::owner_exec, fs::perm_options::add);
+  put(0, "quo\"te\xC3\xA9", "a\n"), put(1, "quo\"te\xC3\xA9", "b\n");
+  put(0, "dos", "one\r\ntwo\r\n"), put(1, "dos", "one\r\nTwo\r\n");
+
+  const std::string patch = (scratch_ / "patch").string();
+  DiffProgram program;
+  program.disk = &systemFiles();
+  const struct {
+    const char *name, *apply;
+  } tools[] = {{"git", "git apply"}, {"patch", "patch -s -p1 --binary <"}};
+  for (const auto& tool : tools) {
+    SCOPED_TRACE(tool.name);
+    if (shell(std::string("command -v ") + tool.name + " >/dev/null") != 0)
+      GTEST_SKIP() << "there is no " << tool.name << " here";
+    EXPECT_EQ(program.run({"--format=unified", "--output", patch, paths_[0], paths_[1]}), 1);
+    EXPECT_EQ(program.errors(), "");
+    const std::string copy = (scratch_ / (std::string("by ") + tool.name)).string();
+    fs::copy(paths_[0], copy, fs::copy_options::recursive);
+    EXPECT_EQ(shell("cd '" + copy + "' && GIT_CEILING_DIRECTORIES='" + scratch_.string() + "' " + tool.apply +
+                    " '" + patch + "'"),
+              0);
+    EXPECT_EQ(program.run({"--contents=quick", "--no-date", copy, paths_[1]}), 0);
+    EXPECT_EQ(program.output(), "Changed: 0, Old: 0, New: 0, Same: 7\n");
+    for (const char* const name : {"run", "come/tool", "same"}) {
+      EXPECT_EQ(fs::status(joinPath(copy, name)).permissions() & fs::perms::owner_exec,
+                fs::status(at(1, name)).permissions() & fs::perms::owner_exec)
+          << name;
+    }
+  }
+}
+#endif
+
+}  // namespace
+}  // namespace merivane
