@@ -29,11 +29,31 @@ std::string rowNumber(const DiffModel& model, LineNumbers kind, int side, uint32
   return number == 0 ? std::string() : std::to_string(number);
 }
 
+std::string rowMark(RowStatus status, int side) {
+  if (fillerSide(status) == side) return {};
+  switch (status) {
+    case RowStatus::leftOnly:
+      return "<";
+    case RowStatus::rightOnly:
+      return ">";
+    case RowStatus::changed:
+      return "|";
+    case RowStatus::same:
+      break;
+  }
+  return {};
+}
+
 void layOutRow(const RowSource& source, uint32_t row, const RowWindow& window, RowLayout& layout) {
   const DiffModel& model = source.model;
   const RowStatus status = model.status(row);
   layout.background = rowColour(source.options.colours, status, source.side);
   layout.number = rowNumber(model, source.options.lineNumbers, source.side, row);
+  const auto& contrast = source.options.highContrast;
+  layout.mark = contrast ? rowMark(status, source.side) : std::string();
+  layout.foreground = source.readOnly ? source.options.readOnlyColour : source.options.textColour;
+  const bool highlighted = contrast && layout.background == contrast->highlight;
+  if (highlighted) layout.foreground = contrast->highlightText;
   layout.text.clear();
   layout.runs.clear();
   layout.textEnd = layout.selectionLeft = layout.selectionRight = 0;
@@ -41,7 +61,12 @@ void layOutRow(const RowSource& source, uint32_t row, const RowWindow& window, R
 
   const uint32_t start = model.position(source.side, row);
   const uint32_t end = model.endPosition(source.side, row, source.text.size());
-  const Colour foreground = source.readOnly ? source.options.readOnlyColour : source.options.textColour;
+  const Colour markedForeground = !contrast     ? invertedColour(layout.foreground)
+                                  : highlighted ? contrast->windowText
+                                                : contrast->highlightText;
+  const Colour markedBackground = !contrast     ? darkenedColour(layout.background)
+                                  : highlighted ? contrast->window
+                                                : contrast->highlight;
   std::span<const uint8_t> marks;
   if (source.options.highlightChanges && status == RowStatus::changed)
     marks = model.marks(row).side(source.side);
@@ -66,8 +91,8 @@ void layOutRow(const RowSource& source, uint32_t row, const RowWindow& window, R
     if (layout.runs.empty() || marked != wasMarked) {
       const auto at = static_cast<uint32_t>(layout.text.size());
       const auto left = static_cast<int32_t>(place.x - window.scrollX);
-      layout.runs.push_back({at, at, left, left, marked ? invertedColour(foreground) : foreground,
-                             marked ? darkenedColour(layout.background) : layout.background});
+      layout.runs.push_back({at, at, left, left, marked ? markedForeground : layout.foreground,
+                             marked ? markedBackground : layout.background});
       wasMarked = marked;
     }
     source.ruler.appendGlyphs(layout.text, c, place.column);

@@ -26,6 +26,8 @@ struct TextRun {
 /// from there to its right it has the background.
 struct RowLayout {
   Colour background = 0;  // of the gutter too
+  Colour foreground = 0;  // of the gutter, and of the characters that do not differ
+  std::string mark;       // at the gutter's left; empty for none
   std::string number;     // in the gutter, right-aligned; empty for none
   std::string text;       // what the runs show
   std::vector<TextRun> runs;
@@ -58,6 +60,9 @@ void layOutRow(const RowSource& source, uint32_t row, const RowWindow& window, R
 
 /// The number that stands before a row; empty for none.
 std::string rowNumber(const DiffModel& model, LineNumbers kind, int side, uint32_t row);
+
+/// What tells the kind of a row on a side where colours cannot: "<" only left, ">" only right, "|" changed.
+std::string rowMark(RowStatus status, int side);
 
 /// A differing character's colours: the text colour inverted, and the row's darkened to 60%.
 Colour invertedColour(Colour colour);

@@ -6,6 +6,7 @@ namespace {
 constexpr int32_t kHalfSplitter = 10;  // at 96 pixels an inch
 constexpr int32_t kNumberPadding = 6;  // on either side of a number, likewise
 constexpr int32_t kPlainGutter = 8;
+constexpr int32_t kMarkIndent = 2;
 
 }  // namespace
 
@@ -36,11 +37,14 @@ void Split::recompute(int32_t viewWidth) {
 
 int32_t gutterPadding(const FontMetrics& font) { return font.scaled(kNumberPadding); }
 
-int32_t gutterWidth(LineNumbers kind, uint32_t rowCount, const FontMetrics& font) {
-  if (kind == LineNumbers::none) return kPlainGutter;
+int32_t markIndent(const FontMetrics& font) { return font.scaled(kMarkIndent); }
+
+int32_t gutterWidth(LineNumbers kind, bool marks, uint32_t rowCount, const FontMetrics& font) {
+  const int32_t mark = marks ? font.digitWidth : 0;
+  if (kind == LineNumbers::none) return kPlainGutter + mark;
   int32_t digits = 0;
   for (uint32_t rest = rowCount; rest > 0; rest /= 10) ++digits;
-  return digits * font.digitWidth + 2 * gutterPadding(font);
+  return mark + digits * font.digitWidth + 2 * gutterPadding(font);
 }
 
 PaneEdges paneEdges(int side, int32_t splitX, int32_t viewWidth, int32_t gutter, const FontMetrics& font) {

@@ -39,8 +39,12 @@ struct PaneEdges {
   bool operator==(const PaneEdges&) const = default;
 };
 
-/// How wide the gutter is: as the largest row number needs, or 8 pixels without numbers.
-int32_t gutterWidth(LineNumbers kind, uint32_t rowCount, const FontMetrics& font);
+/// How wide the gutter is: as the largest row number needs, or 8 pixels without numbers; a digit wider with
+/// marks before them.
+int32_t gutterWidth(LineNumbers kind, bool marks, uint32_t rowCount, const FontMetrics& font);
+
+/// How far a mark stands from the pane's left.
+int32_t markIndent(const FontMetrics& font);
 
 /// How far a number ends before the text.
 int32_t gutterPadding(const FontMetrics& font);

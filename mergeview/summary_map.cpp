@@ -116,4 +116,13 @@ std::vector<SummaryLine> summaryLines(std::span<const RowStatus> pixels, const R
   return lines;
 }
 
+Colour markerColour(std::span<const SummaryLine> framed) {
+  int64_t brightness = 0;
+  for (const SummaryLine& line : framed) {
+    const auto channel = [&](int shift) { return int64_t{line.fill >> shift & 0xFF}; };
+    brightness += (2 * channel(0) + 5 * channel(8) + channel(16)) / 8;
+  }
+  return brightness < 96 * static_cast<int64_t>(framed.size()) ? 0xFFFFFF : 0;
+}
+
 }  // namespace merivane

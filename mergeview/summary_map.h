@@ -74,4 +74,8 @@ class SummaryMap {
 std::vector<SummaryLine> summaryLines(std::span<const RowStatus> pixels, const RowColours& colours,
                                       Colour face);
 
+/// The colour of the frame around the caret's row, which shows on the lines that it frames: black, or white
+/// on dark ones.
+Colour markerColour(std::span<const SummaryLine> framed);
+
 }  // namespace merivane

@@ -1,8 +1,20 @@
 #pragma once
 
+#include <optional>
+
 #include "display/row_look.h"
 
 namespace merivane {
+
+/// The system's colours in its high contrast, in pairs of a background and what is written on it.
+struct HighContrast {
+  Colour window;
+  Colour windowText;
+  Colour highlight;
+  Colour highlightText;
+
+  bool operator==(const HighContrast&) const = default;
+};
 
 /// The settings that decide how the panes look and how one moves in them.
 struct ViewOptions : RowLook {
@@ -10,7 +22,8 @@ struct ViewOptions : RowLook {
   bool wrapAround = true;        // previous and next difference go on at the other end
   bool syncScroll = true;        // both panes scroll sideways together
   Colour textColour = 0x000000;
-  Colour readOnlyColour = 0x606060;  // of the text of a side that may not be edited
+  Colour readOnlyColour = 0x606060;            // of the text of a side that may not be edited
+  std::optional<HighContrast> highContrast{};  // while it is on: marks tell the kinds of rows besides colours
 
   bool operator==(const ViewOptions&) const = default;
 };

@@ -8,9 +8,7 @@ void RowPainter::paint(const RowSource& source, uint32_t row, const RowWindow& w
                        int y) {
   layOutRow(source, row, window, layout_);
   fill(pane.paneLeft, pane.textLeft, y, layout_.background);
-  if (!layout_.number.empty()) {
-    paintNumber(pane, y, source.readOnly ? source.options.readOnlyColour : source.options.textColour);
-  }
+  if (!layout_.number.empty() || !layout_.mark.empty()) paintGutter(pane, y);
   paintText(pane, y);
   fill(pane.textLeft + std::max(layout_.textEnd, 0), pane.paneRight, y, layout_.background);
   if (layout_.selectionLeft < layout_.selectionRight) {
@@ -27,17 +25,20 @@ void RowPainter::fill(int left, int right, int y, Colour colour) {
   ExtTextOutA(dc_, 0, 0, ETO_OPAQUE, &area, "", 0, nullptr);
 }
 
-void RowPainter::paintNumber(const PaneEdges& pane, int y, Colour colour) {
+void RowPainter::paintGutter(const PaneEdges& pane, int y) {
   const SelectedObject font(dc_, fonts_.numbers.get());
-  const auto length = static_cast<int>(layout_.number.size());
-  SIZE size = {};
-  GetTextExtentPoint32A(dc_, layout_.number.c_str(), length, &size);
   const RECT gutter = {pane.paneLeft, y, pane.textLeft, y + fonts_.metrics.lineHeight};
-  SetTextColor(dc_, colour);
+  SetTextColor(dc_, layout_.foreground);
   const int mode = SetBkMode(dc_, TRANSPARENT);
-  ExtTextOutA(dc_, pane.textLeft - gutterPadding(fonts_.metrics) - size.cx,
-              y + 1 + (fonts_.metrics.lineHeight - size.cy) / 2, ETO_CLIPPED, &gutter, layout_.number.c_str(),
-              static_cast<UINT>(length), nullptr);
+  const auto write = [&](const std::string& text, const auto& leftOf) {
+    const auto length = static_cast<int>(text.size());
+    SIZE size = {};
+    GetTextExtentPoint32A(dc_, text.c_str(), length, &size);
+    ExtTextOutA(dc_, leftOf(size.cx), y + 1 + (fonts_.metrics.lineHeight - size.cy) / 2, ETO_CLIPPED, &gutter,
+                text.c_str(), static_cast<UINT>(length), nullptr);
+  };
+  write(layout_.mark, [&](LONG) { return pane.paneLeft + markIndent(fonts_.metrics); });
+  write(layout_.number, [&](LONG width) { return pane.textLeft - gutterPadding(fonts_.metrics) - width; });
   SetBkMode(dc_, mode);
 }
 

@@ -21,7 +21,7 @@ class RowPainter {
 
  private:
   void fill(int left, int right, int y, Colour colour);
-  void paintNumber(const PaneEdges& pane, int y, Colour colour);
+  void paintGutter(const PaneEdges& pane, int y);
   void paintText(const PaneEdges& pane, int y);
 
   HDC dc_;

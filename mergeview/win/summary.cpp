@@ -1,6 +1,7 @@
 #include "mergeview/win/summary.h"
 
 #include <algorithm>
+#include <span>
 #include <vector>
 
 #include "base/win/back_buffer.h"
@@ -79,13 +80,13 @@ void Summary::onPaint() {
   const RECT& area = paint.area();
   fill(paint.dc(), area.left, area.top, area.right, area.bottom, GetSysColor(COLOR_BTNFACE));
   if (isPlain()) return;
-  paintBands(paint.dc(), area);
+  const auto lines = summaryLines(map_.pixels(), state().options().colours, GetSysColor(COLOR_BTNFACE));
+  paintBands(paint.dc(), area, lines);
   marker_ = markerArea();
-  paintMarker(paint.dc());
+  paintMarker(paint.dc(), lines);
 }
 
-void Summary::paintBands(HDC dc, const RECT& area) {
-  const auto lines = summaryLines(map_.pixels(), state().options().colours, GetSysColor(COLOR_BTNFACE));
+void Summary::paintBands(HDC dc, const RECT& area, std::span<const SummaryLine> lines) const {
   RECT client = {};
   GetClientRect(handle(), &client);
   const int left = SummaryMap::kMargin;
@@ -100,12 +101,14 @@ void Summary::paintBands(HDC dc, const RECT& area) {
   }
 }
 
-void Summary::paintMarker(HDC dc) const {
-  const auto black = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
+void Summary::paintMarker(HDC dc, std::span<const SummaryLine> lines) const {
+  const PixelRange framed = map_.caretMarker(state().caretRow());
+  const Brush brush(CreateSolidBrush(markerColour(
+      lines.subspan(static_cast<size_t>(framed.begin), static_cast<size_t>(framed.end - framed.begin)))));
   RECT frame = marker_;
-  FrameRect(dc, &frame, black);
+  FrameRect(dc, &frame, brush.get());
   InflateRect(&frame, -1, -1);
-  FrameRect(dc, &frame, black);
+  FrameRect(dc, &frame, brush.get());
 }
 
 void Summary::onLeftButtonDown(int y) {

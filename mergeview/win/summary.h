@@ -36,8 +36,8 @@ class Summary final : public Window {
   SummaryMap::Geometry geometry() const;
   bool isPlain() const { return blank_ || map_.mapHeight() <= 0; }
   RECT markerArea() const;
-  void paintBands(HDC dc, const RECT& area);
-  void paintMarker(HDC dc) const;
+  void paintBands(HDC dc, const RECT& area, std::span<const SummaryLine> lines) const;
+  void paintMarker(HDC dc, std::span<const SummaryLine> lines) const;
 
   const ViewState& state() const { return view_.state(); }
   void goToBlock(RowRange rows);

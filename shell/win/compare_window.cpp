@@ -1,8 +1,10 @@
 #include "shell/win/compare_window.h"
 
+#include "shell/high_contrast.h"
 #include "shell/win/application.h"
 #include "shell/win/export_dialog.h"
 #include "shell/win/file_dialogs.h"
+#include "shell/win/system_facts.h"
 
 namespace merivane {
 
@@ -49,7 +51,9 @@ bool CompareWindow::applySettingsToContents() {
   const Settings& settings = application().settings;
   panes_.view.setFont(settings.fontFace, settings.fontSize, dpi());
   panes_.view.showCaretBox(settings.drawCaretBox);
-  view_.setOptions(settings.viewOptions());
+  ViewOptions options = settings.viewOptions();
+  if (const auto contrast = highContrast()) followHighContrast(*contrast, options);
+  view_.setOptions(options);
   view_.setCompareOptions(settings.compareOptions());
   showContents();
   return panes_.showsSummary() != settings.viewSummary;

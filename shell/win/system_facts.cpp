@@ -44,6 +44,15 @@ Monitors monitors() {
   return found;
 }
 
+std::optional<HighContrast> highContrast() {
+  HIGHCONTRASTW now = {};
+  now.cbSize = sizeof now;
+  if (!SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof now, &now, 0)) return std::nullopt;
+  if ((now.dwFlags & HCF_HIGHCONTRASTON) == 0) return std::nullopt;
+  return HighContrast{GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT), GetSysColor(COLOR_HIGHLIGHT),
+                      GetSysColor(COLOR_HIGHLIGHTTEXT)};
+}
+
 SystemFacts systemFacts() { return {monitors(), fontExists}; }
 
 std::string dateAndTime() {

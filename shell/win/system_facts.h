@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 
 #include "shell/settings.h"
@@ -10,6 +11,9 @@
 namespace merivane {
 
 Monitors monitors();
+
+/// The system's colours, if its high contrast is on.
+std::optional<HighContrast> highContrast();
 
 /// What loading the settings asks of this computer.
 SystemFacts systemFacts();

@@ -48,8 +48,8 @@ LRESULT TopLevelWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_MOVE: capturePlacement(); return 0;
     case WM_ACTIVATE: onActivate(LOWORD(wParam) != WA_INACTIVE, HIWORD(wParam) != 0); return 0;
     case WM_SETFOCUS: onSetFocus(); return 0;
-    case WM_SETTINGCHANGE:
-    case WM_SYSCOLORCHANGE: layOut(), applySettings(); return 0;
+    case WM_SETTINGCHANGE: onSystemSettings(static_cast<UINT>(wParam)); return 0;
+    case WM_SYSCOLORCHANGE: onSystemColours(); return 0;
     case WM_TIMER: update(); return 0;
     case WM_INITMENUPOPUP: onInitMenuPopup(reinterpret_cast<HMENU>(wParam)); return 0;
     case WM_MENUSELECT: onMenuSelect(LOWORD(wParam), HIWORD(wParam)); return 0;
@@ -95,6 +95,23 @@ void TopLevelWindow::onDpiChanged(int dpi, const RECT& area) {
                SWP_NOZORDER | SWP_NOACTIVATE);
   applySettings();
   layOut();
+}
+
+void TopLevelWindow::onSystemSettings(UINT which) {
+  if (which == SPI_SETNONCLIENTMETRICS) takeLook(dpi());
+  applySettings();
+  layOut();
+}
+
+// Only windows at the top are told; the controls in them keep colours and pictures of their own.
+void TopLevelWindow::onSystemColours() {
+  const auto tell = [](HWND control, LPARAM) CALLBACK -> BOOL {
+    SendMessageW(control, WM_SYSCOLORCHANGE, 0, 0);
+    return TRUE;
+  };
+  EnumChildWindows(handle(), tell, 0);
+  applySettings();
+  RedrawWindow(handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
 /// Everything takes the fonts, icons and sizes of a resolution.

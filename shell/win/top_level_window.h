@@ -167,6 +167,8 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
   bool onCreate();
   void onSize(WPARAM kind);
   void onDpiChanged(int dpi, const RECT& area);
+  void onSystemSettings(UINT which);
+  void onSystemColours();
   void takeLook(int dpi);
   void onActivate(bool active, bool minimized);
   void onSetFocus();

@@ -8,6 +8,7 @@
 #include "mergeview/diff_arrows.h"
 #include "mergeview/row_layout.h"
 #include "mergeview/summary_map.h"
+#include "shell/high_contrast.h"
 #include "tests/support/edit_run.h"
 #include "tests/support/random.h"
 #include "tests/support/row_pattern.h"
@@ -70,6 +71,40 @@ TEST(RowLayout, ChangedCharactersAndSidesHaveTheirColours) {
   expect(0, 3, 0xFFFFFF, "4");
   expect(0, 0, empty, "1");
   EXPECT_EQ(layout.runs, (Runs{{0, 8, 0, 64, 0x606060, empty}}));
+}
+
+TEST(RowLayout, HighContrastTakesTheSystemsPairsAndMarksTheRows) {
+  EditRun run("one two\nsame\nleft\nlast\n", "one tow\nsame\nlast\nright\n");
+  const Colour window = 1, text = 2, highlight = 3, highlightText = 4, chosen = 0x123456;
+  ViewOptions options;
+  options.colours.right = chosen;  // the user's own stays
+  followHighContrast({window, text, highlight, highlightText}, options);
+  run.view().setOptions(options);
+  RowLayout layout;
+  const auto expect = [&](int side, uint32_t row, Colour background, Colour foreground, const char* mark) {
+    layOutRow(run.view().source(side), row, {0, 320}, layout);
+    EXPECT_EQ(layout.background, background) << side << ' ' << row;
+    EXPECT_EQ(layout.foreground, foreground) << side << ' ' << row;
+    EXPECT_EQ(layout.mark, mark) << side << ' ' << row;
+  };
+  expect(0, 1, window, text, "");
+  expect(0, 2, highlight, highlightText, "<");
+  expect(1, 2, window, text, "");
+  expect(1, 4, chosen, text, ">");
+  for (const int side : {0, 1}) {
+    expect(side, 0, highlight, highlightText, "|");
+    EXPECT_EQ(layout.runs[1].foreground, text);
+    EXPECT_EQ(layout.runs[1].background, window);
+  }
+  run.view().file(0).readOnly = true;
+  expect(0, 1, window, text, "");
+  options.colours.drawArrows = false;
+  run.view().setOptions(options);
+  expect(0, 0, window, text, "|");
+  EXPECT_EQ(layout.runs[1].foreground, highlightText);
+  EXPECT_EQ(layout.runs[1].background, highlight);
+  run.view().setOptions({});
+  expect(0, 2, 0xC0DCC0, 0x606060, "");
 }
 
 TEST(RowLayout, OnlyWhatIsInViewIsLaidOut) {
@@ -141,7 +176,8 @@ TEST(Split, KeepsItsShareAndItsDistanceFromTheSides) {
   EXPECT_EQ(in(150), 100) << "the left limit wins";
   FontMetrics font;
   font.resolutionX = 144;
-  EXPECT_EQ(gutterWidth(LineNumbers::rows, 999, font), 3 * 8 + 18);
+  EXPECT_EQ(gutterWidth(LineNumbers::rows, false, 999, font), 3 * 8 + 18);
+  EXPECT_EQ(gutterWidth(LineNumbers::none, true, 999, font), 8 + 8);
   EXPECT_EQ(paneEdges(1, 500, 1000, 8, font), (PaneEdges{515, 523, 1000}));
 }
 
@@ -246,6 +282,14 @@ TEST(SummaryMap, BandsHaveEdges) {
   RowColours odd;
   odd.left = 0xC1DDC1;
   EXPECT_EQ(summaryLines({&one, 1}, odd, 0xC4C4C4)[0].edge, 0x798678u);
+  // The caret's frame shows on each of them, and on a dark face.
+  EXPECT_EQ(markerColour(lines), 0u);
+  for (const Colour light : {0xFFFFFFu, 0xA6CAF0u, 0x00FF00u, 0xC0C0C0u}) {
+    EXPECT_EQ(markerColour(std::vector(5, SummaryLine{0, light})), 0u) << light;
+  }
+  for (const Colour dim : {0x000000u, 0xFF0000u, 0x0000FFu, 0x202020u}) {
+    EXPECT_EQ(markerColour(std::vector(5, SummaryLine{0xFFFFFF, dim})), 0xFFFFFFu) << dim;
+  }
 }
 
 }  // namespace
