@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/utf8.h"
 #include "display/row_look.h"
 
 namespace merivane {
@@ -80,6 +81,21 @@ void appendHtmlText(std::string& html, std::string_view line, uint32_t tabStop, 
       appendSpecial(html, *at++, showWhiteSpace);
     }
     column += static_cast<uint32_t>(at - start);
+  }
+}
+
+void appendHtmlName(std::string& html, std::string_view name) {
+  while (!name.empty()) {
+    const uint32_t length = utf8Length(name);
+    if (length == 1) {
+      html += name[0];
+    } else {
+      uint32_t codePoint = static_cast<uint8_t>(name[0]) & (0x7Fu >> length);
+      for (const char c : name.substr(1, length - 1))
+        codePoint = codePoint << 6 | (static_cast<uint8_t>(c) & 0x3F);
+      html += "&#" + std::to_string(codePoint) + ';';
+    }
+    name.remove_prefix(length);
   }
 }
 

@@ -14,4 +14,8 @@ constexpr std::string_view kHtmlBlank = "&nbsp;";
 /// `showWhiteSpace` spaces, tabs and the line end show as marks, single Windows-1252 bytes.
 void appendHtmlText(std::string& html, std::string_view line, uint32_t tabStop, bool showWhiteSpace);
 
+/// Appends a name or another text in UTF-8. Each character beyond ASCII goes by its number, so that it shows
+/// whatever the encoding is that the page's texts are read in; bytes that are no character stay as they are.
+void appendHtmlName(std::string& html, std::string_view name);
+
 }  // namespace merivane

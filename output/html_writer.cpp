@@ -18,6 +18,12 @@ std::string cellStart(Colour colour) {
   return html;
 }
 
+std::string htmlName(std::string_view name) {
+  std::string html;
+  appendHtmlName(html, name);
+  return html;
+}
+
 class PageWriter {
  public:
   PageWriter(const WrittenComparison& comparison, const WriterOptions& options, ByteSink& sink)
@@ -31,17 +37,18 @@ class PageWriter {
   }
 
   void writeHead(std::string_view time) {
-    append({"<HTML>\r\n<HEAD>\r\n<TITLE>", sides_[0].path, ", ", sides_[1].path,
+    const std::string names[] = {htmlName(sides_[0].path), htmlName(sides_[1].path)};
+    append({"<HTML>\r\n<HEAD>\r\n<TITLE>", names[0], ", ", names[1],
             "</TITLE>\r\n</HEAD>\r\n<BODY BGCOLOR=\"#FFFFFF\">\r\n"
             "<TABLE BORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\">\r\n"
             "<TR><TD ALIGN=\"center\" COLSPAN=\"2\"><B>",
-            summaryText(model_), "</B> (", time, ")</TD></TR>\r\n\r\n<TR>"});
-    for (const WrittenSide& side : sides_) {
+            summaryText(model_), "</B> (", htmlName(time), ")</TD></TR>\r\n\r\n<TR>"});
+    for (const int side : {0, 1}) {
       append(
           {"<TD WIDTH=\"50%\"><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD ALIGN=\"center\">"
            "<A HREF=\"file:///",
-           side.path, "\">", side.path, "</A> (", lineEndKindName(side.lineEndKind),
-           ")</TD></TR></TABLE></TD>", &side == sides_ ? "\r\n" : "</TR>\r\n\r\n"});
+           names[side], "\">", names[side], "</A> (", lineEndKindName(sides_[side].lineEndKind),
+           ")</TD></TR></TABLE></TD>", side == 0 ? "\r\n" : "</TR>\r\n\r\n"});
     }
     flush();
   }

@@ -1,5 +1,6 @@
 #include "shell/settings.h"
 
+#include "base/utf8.h"
 #include "shell/settings_table.h"
 
 namespace merivane {
@@ -13,6 +14,13 @@ Colour loadColour(const SettingsStore& store, const std::string& key, Colour fal
 
 void saveColour(SettingsStore& store, const std::string& key, Colour colour) {
   store.SetNumber(key, static_cast<int32_t>(colour));
+}
+
+/// As much of a text as has no more than `count` characters.
+std::string_view firstCharacters(std::string_view text, size_t count) {
+  std::string_view rest = text;
+  for (; count > 0 && !rest.empty(); --count) rest.remove_prefix(utf8Length(rest));
+  return text.substr(0, text.size() - rest.size());
 }
 
 /// Reads one row into a record that still holds the row's default.
@@ -39,7 +47,8 @@ struct Loader {
     if (number >= kind.lowest && number <= kind.highest) settings.*kind.member = number;
   }
   void operator()(const TextSetting& kind) const {
-    if (const auto text = store.GetString(key)) settings.*kind.member = text->substr(0, kind.longest);
+    if (const auto text = store.GetString(key))
+      settings.*kind.member = std::string(firstCharacters(*text, kind.longest));
   }
   void operator()(const HistorySetting& kind) const {
     HistoryList& list = settings.*kind.member;

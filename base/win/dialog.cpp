@@ -1,5 +1,7 @@
 #include "base/win/dialog.h"
 
+#include <algorithm>
+
 namespace merivane {
 
 bool Dialog::open(int resource, HWND owner) {
@@ -15,12 +17,21 @@ INT_PTR Dialog::run(int resource, HWND owner) {
 }
 
 void Dialog::centre() {
+  const HWND owner = GetWindow(handle(), GW_OWNER);
+  MONITORINFO monitor = {};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoW(MonitorFromWindow(owner != nullptr ? owner : handle(), MONITOR_DEFAULTTONEAREST), &monitor);
+  const RECT& work = monitor.rcWork;
+  RECT over = work;
+  if (owner != nullptr && !IsIconic(owner)) GetWindowRect(owner, &over);
   RECT own = {};
-  RECT over = {};
   GetWindowRect(handle(), &own);
-  GetWindowRect(GetWindow(handle(), GW_OWNER), &over);
-  const int left = (over.left + over.right - (own.right - own.left)) / 2;
-  const int top = (over.top + over.bottom - (own.bottom - own.top)) / 2;
+  // The title at least is within reach.
+  const auto middle = [](LONG from, LONG to, LONG size, LONG min, LONG max) {
+    return static_cast<int>(std::max(std::min((from + to - size) / 2, max - size), min));
+  };
+  const int left = middle(over.left, over.right, own.right - own.left, work.left, work.right);
+  const int top = middle(over.top, over.bottom, own.bottom - own.top, work.top, work.bottom);
   SetWindowPos(handle(), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

@@ -15,7 +15,7 @@ class Dialog : public Window {
   /// cannot be created.
   INT_PTR run(int resource, HWND owner);
 
-  /// Moves it over the middle of its owner.
+  /// Moves it over the middle of its owner; of the work area where it has none or a minimized one.
   void centre();
 
  private:

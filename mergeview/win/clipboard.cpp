@@ -18,7 +18,6 @@ class OpenedClipboard {
       if (i > 0) Sleep(pauseMilliseconds);
       opened_ = OpenClipboard(owner) != 0;
     }
-    if (!opened_) MessageBeep(MB_OK);
   }
   ~OpenedClipboard() {
     if (opened_) CloseClipboard();
@@ -30,6 +29,8 @@ class OpenedClipboard {
  private:
   bool opened_ = false;
 };
+
+void reportBusy(HWND owner) { showMessage(owner, TextId::clipboardBusy, MB_OK | MB_ICONERROR); }
 
 /// A block that the clipboard can own, with a NUL after the text. Null when memory runs out.
 HGLOBAL makeBlock(std::string_view text) {
@@ -68,20 +69,24 @@ bool putOnClipboard(HWND owner, std::string_view text) {
     EmptyClipboard();
     done = SetClipboardData(CF_TEXT, block) != nullptr;
   }
-  if (!done) GlobalFree(block);
+  if (!done) {
+    GlobalFree(block);
+    reportBusy(owner);
+  }
   return done;
 }
 
 bool takeFromClipboard(HWND owner, ByteArray& text) {
   if (!IsClipboardFormatAvailable(CF_TEXT)) return false;
+  HANDLE block = nullptr;
   bool done = false;
-  {
-    const OpenedClipboard clipboard(owner);
-    if (!clipboard) return false;
-    done = copyBlock(GetClipboardData(CF_TEXT), text);
+  if (const OpenedClipboard clipboard(owner); clipboard) {
+    block = GetClipboardData(CF_TEXT);
+    done = copyBlock(block, text);
   }
   // The clipboard is closed before anything is shown: other programs wait for it.
-  if (!done) reportOutOfMemory();
+  if (!done && block != nullptr) reportOutOfMemory();
+  if (!done && block == nullptr) reportBusy(owner);
   return done;
 }
 

@@ -33,6 +33,9 @@ LRESULT Summary::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_ERASEBKGND: return TRUE;
     case WM_SIZE: redraw(); return 0;
     case WM_LBUTTONDOWN: onLeftButtonDown(static_cast<short>(HIWORD(lParam))); return 0;
+    case WM_MOUSEMOVE: onMouseMove(static_cast<short>(HIWORD(lParam))); return 0;
+    case WM_LBUTTONUP:
+    case WM_CAPTURECHANGED: onLeftButtonUp(); return 0;
     case WM_RBUTTONDOWN: onRightButtonDown(static_cast<short>(HIWORD(lParam))); return 0;
     default: return defaultProcedure(message, wParam, lParam);
   }
@@ -112,9 +115,21 @@ void Summary::paintMarker(HDC dc, std::span<const SummaryLine> lines) const {
 }
 
 void Summary::onLeftButtonDown(int y) {
-  if (isPlain()) return;
+  dragging_ = true;
+  SetCapture(handle());
+  onMouseMove(y);
+}
+
+void Summary::onMouseMove(int y) {
+  if (!dragging_ || isPlain()) return;
   const uint32_t row = map_.rowAt(y);
   goToBlock({row, row + 1});
+}
+
+void Summary::onLeftButtonUp() {
+  if (!dragging_) return;
+  dragging_ = false;
+  ReleaseCapture();
 }
 
 void Summary::onRightButtonDown(int y) {

@@ -9,7 +9,7 @@
 namespace merivane {
 
 /// The summary bar: the whole comparison as coloured bands beside the text view's scroll bar, with a frame
-/// around where the caret is. A left click goes to that row, a right click to the nearest difference.
+/// around where the caret is. A left click or drag goes to that row, a right click to the nearest difference.
 class Summary final : public Window {
  public:
   /// `view` is what it shows and steers; it must outlive the bar.
@@ -31,6 +31,8 @@ class Summary final : public Window {
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void onPaint();
   void onLeftButtonDown(int y);
+  void onMouseMove(int y);
+  void onLeftButtonUp();
   void onRightButtonDown(int y);
 
   SummaryMap::Geometry geometry() const;
@@ -46,6 +48,7 @@ class Summary final : public Window {
   SummaryMap map_;
   RECT marker_ = {};  // where the frame was painted
   bool blank_ = true;
+  bool dragging_ = false;
 };
 
 }  // namespace merivane

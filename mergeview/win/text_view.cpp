@@ -151,7 +151,8 @@ bool TextView::onSetCursor(HWND window, int hitTest) {
   GetCursorPos(&at);
   ScreenToClient(handle(), &at);
   const PaneEdges& pane = state_.pane(sideAt(state_, at.x));
-  SetCursor(LoadCursorW(nullptr, at.x >= pane.textLeft && at.x < pane.paneRight ? IDC_IBEAM : IDC_ARROW));
+  const LPCWSTR other = isGap(at.x) ? IDC_SIZEWE : IDC_ARROW;
+  SetCursor(LoadCursorW(nullptr, at.x >= pane.textLeft && at.x < pane.paneRight ? IDC_IBEAM : other));
   return true;
 }
 

@@ -57,6 +57,9 @@ class TextView final : public Window, private ViewHost {
   void onHScroll(int side, HWND bar, int request);
 
  private:
+  /// What the mouse is dragging.
+  enum class Drag { none, selection, split };
+
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   LRESULT dispatch(UINT message, WPARAM wParam, LPARAM lParam);
   std::optional<LRESULT> answerReader(UINT message, WPARAM wParam, LPARAM lParam);
@@ -73,6 +76,7 @@ class TextView final : public Window, private ViewHost {
   void onButtonDown(POINT at);
   void onRightButtonDown(POINT at);
   void onMouseMove(POINT at);
+  void beginDrag(Drag drag);
   void endDrag();
   void onDragTimer();
   void onContextMenu(POINT screen);
@@ -91,6 +95,7 @@ class TextView final : public Window, private ViewHost {
   void show(const ViewChanges& changes);
   void invalidateRows(int side, RowRange rows);
   int countClicks(POINT at);
+  bool isGap(int x) const { return x >= state_.pane(0).paneRight && x < state_.pane(1).paneLeft; }
 
   TextViewOwner& owner_;
   ViewState state_;
@@ -103,7 +108,8 @@ class TextView final : public Window, private ViewHost {
   bool caretBox_ = true;
   uint32_t boxRow_ = 0;      // where the caret's box has been drawn
   bool blockCaret_ = false;  // the shape that the caret has
-  bool dragging_ = false;
+  Drag drag_ = Drag::none;
+  int grip_ = 0;       // where the split is held, from its middle
   int wheelRest_ = 0;  // turned, but not yet enough to scroll
   int sidewaysRest_ = 0;
 

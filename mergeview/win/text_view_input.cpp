@@ -157,10 +157,17 @@ int TextView::countClicks(POINT at) {
 
 void TextView::onButtonDown(POINT at) {
   SetFocus(handle());
-  mouse_.press(at.x, at.y, countClicks(at), isKeyDown(VK_SHIFT));
-  dragging_ = true;
-  SetCapture(handle());
-  SetTimer(handle(), dragTimer, dragMilliseconds, nullptr);
+  const int clicks = countClicks(at);
+  if (!isGap(at.x)) {
+    mouse_.press(at.x, at.y, clicks, isKeyDown(VK_SHIFT));
+    beginDrag(Drag::selection);
+    SetTimer(handle(), dragTimer, dragMilliseconds, nullptr);
+  } else if (clicks == 2) {
+    state_.centreSplit();
+  } else {
+    grip_ = at.x - state_.splitX();
+    beginDrag(Drag::split);
+  }
 }
 
 void TextView::onRightButtonDown(POINT at) {
@@ -174,7 +181,8 @@ void TextView::onRightButtonDown(POINT at) {
 }
 
 void TextView::onMouseMove(POINT at) {
-  if (dragging_) mouse_.drag(at.x, at.y);
+  if (drag_ == Drag::selection) mouse_.drag(at.x, at.y);
+  if (drag_ == Drag::split) state_.setSplitFromX(at.x - grip_);
 }
 
 void TextView::onDragTimer() {
@@ -183,12 +191,17 @@ void TextView::onDragTimer() {
   ScreenToClient(handle(), &at);
   const PaneEdges& pane = state_.pane(state_.activeSide());
   const RECT inside = {pane.paneLeft, 0, pane.paneRight, state_.height()};
-  if (dragging_ && !PtInRect(&inside, at)) mouse_.drag(at.x, at.y);
+  if (drag_ == Drag::selection && !PtInRect(&inside, at)) mouse_.drag(at.x, at.y);
+}
+
+void TextView::beginDrag(Drag drag) {
+  drag_ = drag;
+  SetCapture(handle());
 }
 
 void TextView::endDrag() {
-  if (!dragging_) return;
-  dragging_ = false;
+  if (drag_ == Drag::none) return;
+  drag_ = Drag::none;
   KillTimer(handle(), dragTimer);
   ReleaseCapture();
 }

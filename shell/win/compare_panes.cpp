@@ -52,6 +52,8 @@ void ComparePanes::onHScroll(HWND bar, int request) {
 void ComparePanes::setScrollBar(int side) {
   const ViewState& state = view.state();
   const uint32_t page = state.visibleColumns(side);
+  // Of its own a control takes no part in this as long as it cannot be seen.
+  EnableWindow(scrollBars_[side], state.maxHScroll(side) > 0);
   merivane::setScrollBar(scrollBars_[side], SB_CTL, static_cast<int>(state.maxHScroll(side) + page - 1), page,
                          static_cast<int>(state.hScroll(side)));
 }

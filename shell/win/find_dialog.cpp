@@ -9,10 +9,11 @@ namespace merivane {
 const UINT findReplaceMessage = RegisterWindowMessageW(L"commdlg_FindReplace");
 
 void FindDialog::open(HWND owner, const std::string& text) {
-  if (handle() != nullptr) {
+  if (handle() != nullptr && owner == description_.hwndOwner) {
     SetFocus(dialog_);
     return;
   }
+  close();  // it belongs to another window
   lstrcpynW(text_, wide(text).c_str(), static_cast<int>(std::size(text_)));
   description_ = {};
   description_.lStructSize = sizeof description_;
@@ -31,9 +32,13 @@ bool FindDialog::takeRequest(const FINDREPLACEW& request) {
   settings_.findMatchCase = (request.Flags & FR_MATCHCASE) != 0;
   settings_.findWholeWord = (request.Flags & FR_WHOLEWORD) != 0;
   settings_.findDownwards = (request.Flags & FR_DOWN) != 0;
-  DestroyWindow(dialog_);
-  dialog_ = nullptr;
+  close();
   return true;
+}
+
+void FindDialog::close() {
+  if (const HWND dialog = handle()) DestroyWindow(dialog);
+  dialog_ = nullptr;
 }
 
 }  // namespace merivane

@@ -20,8 +20,8 @@ class FindDialog {
   FindDialog(const FindDialog&) = delete;
   FindDialog& operator=(const FindDialog&) = delete;
 
-  /// Opens it over a window with `text` to search for, or brings it to the front where it is open. What is
-  /// entered comes to its owner as findReplaceMessage.
+  /// Opens it over a window with `text` to search for, or gives it the focus where it is open over that
+  /// window; from any other it comes over. What is entered comes to its owner as findReplaceMessage.
   void open(HWND owner, const std::string& text);
 
   /// Null while it is closed.
@@ -32,6 +32,8 @@ class FindDialog {
   bool takeRequest(const FINDREPLACEW& request);
 
  private:
+  void close();
+
   Settings& settings_;
   HWND dialog_ = nullptr;
   FINDREPLACEW description_ = {};  // the dialog's while it is open

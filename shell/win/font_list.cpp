@@ -30,7 +30,9 @@ Font fontOf(HWND comboBox, const std::wstring& face) {
 
 int CALLBACK addFace(const LOGFONTW* font, const TEXTMETRICW*, DWORD type, LPARAM box) {
   const auto comboBox = reinterpret_cast<HWND>(box);
-  const auto face = reinterpret_cast<LPARAM>(font->lfFaceName);
+  const auto listed = listedFace(font->lfFaceName);
+  if (!listed) return 1;
+  const auto face = reinterpret_cast<LPARAM>(listed->c_str());
   // A face that is installed in two places comes twice.
   if (SendMessageW(comboBox, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), face) >= 0) return 1;
   const LRESULT index = SendMessageW(comboBox, CB_ADDSTRING, 0, face);
@@ -40,6 +42,12 @@ int CALLBACK addFace(const LOGFONTW* font, const TEXTMETRICW*, DWORD type, LPARA
 }
 
 }  // namespace
+
+std::optional<std::wstring> listedFace(std::wstring_view face) {
+  const size_t begin = face.find_first_not_of(L' ');
+  if (begin == face.npos || face[begin] == L'@') return std::nullopt;
+  return std::wstring(face.substr(begin, face.find_last_not_of(L' ') + 1 - begin));
+}
 
 void fillFontList(HWND comboBox) {
   const WindowDc dc(comboBox);

@@ -18,7 +18,9 @@ using testing::ElementsAre;
 std::string pageOf(const DiffModel& model, std::string_view left, std::string_view right,
                    WriterOptions options) {
   const WrittenComparison comparison = {
-      model, {{"C:\\old & new\\a.txt", left, LineEndKind::crLf}, {"b.txt", right, LineEndKind::lf}}, {}};
+      model,
+      {{"C:\\old & new\\a.txt", left, LineEndKind::crLf}, {"\xC5\x81.txt", right, LineEndKind::lf}},
+      {}};
   options.time = "24/03/01, 9:05:00";
   MemoryFiles files;
   EXPECT_EQ(exportComparison(files, "page", writeHtml, comparison, options), 0u);
@@ -50,7 +52,7 @@ TEST(HtmlWriter, PageByteForByte) {
   options.look.lineNumbers = LineNumbers::lines;
   std::string page = R"(<HTML>
 <HEAD>
-<TITLE>C:\old & new\a.txt, b.txt</TITLE>
+<TITLE>C:\old & new\a.txt, &#321;.txt</TITLE>
 </HEAD>
 <BODY BGCOLOR="#FFFFFF">
 <TABLE BORDER="0" CELLSPACING="0" CELLPADDING="0">
@@ -60,7 +62,7 @@ TEST(HtmlWriter, PageByteForByte) {
                      R"(<A HREF="file:///C:\old & new\a.txt">C:\old & new\a.txt</A> (DOS))"
                      R"(</TD></TR></TABLE></TD>
 <TD WIDTH="50%"><TABLE BORDER="1" WIDTH="100%"><TR><TD ALIGN="center">)"
-                     R"(<A HREF="file:///b.txt">b.txt</A> (UNIX)</TD></TR></TABLE></TD></TR>
+                     R"(<A HREF="file:///&#321;.txt">&#321;.txt</A> (UNIX)</TD></TR></TABLE></TD></TR>
 
 <TR><TD><TABLE BORDER="1" WIDTH="100%"><TR><TD ALIGN="center"><B>Line 2</B></TD></TR></TABLE></TD>
 <TD><TABLE BORDER="1" WIDTH="100%"><TR><TD ALIGN="center"><B>Line 2</B></TD></TR></TABLE></TD></TR>

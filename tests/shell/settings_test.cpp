@@ -106,7 +106,6 @@ TEST_F(SettingsTest, WhateverIsStoredLoadsAsSomethingThatCanBeSaved) {
     Settings before, again;
     LoadSettings(store, facts, before);
     everDifferent.merge(differences(before, Settings()));
-    EXPECT_LE(before.findText.size(), 255u);
     values.values.clear();
     SaveSettings(store, before);
     LoadSettings(store, facts, again);
@@ -127,6 +126,17 @@ TEST_F(SettingsTest, NumbersStayInTheirRanges) {
       const bool inRange = number >= lowest && number <= highest;
       EXPECT_EQ(loaded().*member, inRange ? number : Settings().*member) << key << " " << number;
     }
+  }
+}
+
+TEST_F(SettingsTest, TheTextToFindIsCutBetweenCharacters) {
+  for (const std::string character : {"x", "\xC3\xA4", "\xF0\x9F\x98\x80"}) {
+    std::string most;
+    for (int i = 0; i < 255; ++i) most += character;
+    store.SetString("FindText", most);
+    EXPECT_EQ(loaded().findText, most);
+    store.SetString("FindText", most + character);
+    EXPECT_EQ(loaded().findText, most);
   }
 }
 

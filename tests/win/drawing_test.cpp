@@ -86,6 +86,10 @@ TEST_F(DrawingTest, SummaryHasABandForEachDifference) {
 
 // In a combo box of the test's own.
 TEST(FontListTest, ShowsEveryFaceAndItsSelection) {
+  EXPECT_EQ(listedFace(L"  MS Gothic "), L"MS Gothic");
+  for (const auto* unlisted : {L"@MS Gothic", L" @MS Gothic", L" ", L""}) {
+    EXPECT_EQ(listedFace(unlisted), std::nullopt) << unlisted;
+  }
   const HWND box =
       CreateWindowExA(0, "COMBOBOX", "", WS_POPUP | CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS, 0,
                       0, 40, 100, nullptr, nullptr, nullptr, nullptr);

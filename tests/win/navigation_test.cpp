@@ -82,6 +82,10 @@ TEST_F(NavigationTest, Mouse) {
   GetClientRect(window.summary(), &bar);
   click(window.summary(), {bar.right / 2, bar.bottom - 1});
   EXPECT_EQ(window.row(), 202);
+  drag(window.summary(), {bar.right / 2, bar.bottom - 1}, {bar.right / 2, -50});
+  EXPECT_EQ(window.row(), 1);
+  SendMessageA(window.summary(), WM_MOUSEMOVE, 0, MAKELPARAM(0, bar.bottom));  // with the button up
+  EXPECT_EQ(window.row(), 1);
   SendMessageA(window.summary(), WM_RBUTTONDOWN, 0, MAKELPARAM(bar.right / 2, bar.bottom / 2 + 10));
   EXPECT_SOON(window.caret(), "Virt 100, Ln 99, Col 1");
 
@@ -94,6 +98,25 @@ TEST_F(NavigationTest, Mouse) {
   EXPECT_EQ(areaOf(window.nameBox(1)).left, middle + 100);
   SendMessageA(thumb, WM_LBUTTONDBLCLK, MK_LBUTTON, 0);
   EXPECT_EQ(areaOf(window.nameBox(1)).left, middle);
+  // So does the gap between the panes, wherever it is held, and moves no caret.
+  const LONG gap = client.right / 2;
+  const std::string caret = window.caret();
+  drag(window.view(), {gap + 7, 90}, {gap + 107, 400});
+  EXPECT_EQ(areaOf(window.nameBox(1)).left, middle + 100);
+  SendMessageA(window.view(), WM_MOUSEMOVE, 0, MAKELPARAM(50, 2));
+  for (int i = 0; i < 2; ++i) click(window.view(), {gap + 100, 90});
+  EXPECT_EQ(areaOf(window.nameBox(1)).left, middle);
+  EXPECT_EQ(window.caret(), caret);
+}
+
+TEST_F(NavigationTest, SidewaysThereIsSomethingToScrollOrNot) {
+  const TextWindow window = startWithDifferences();
+  const HWND bar = childOf(window.handle(), "ScrollBar");
+  EXPECT_FALSE(IsWindowEnabled(bar)) << "from the start";
+  type(std::string(200, 'x'));
+  EXPECT_SOON(IsWindowEnabled(bar), TRUE);
+  press('Z', {VK_CONTROL});
+  quit(window);
 }
 
 TEST_F(NavigationTest, SelectionGoesToTheClipboard) {
@@ -111,6 +134,17 @@ TEST_F(NavigationTest, SelectionGoesToTheClipboard) {
   drag(window.view(), {10, 2}, {client.right / 4, 2});
   EXPECT_SOON(window.caret(), "Virt 1, Ln 1, Col 7");
   SendMessageA(window.view(), WM_MOUSEMOVE, 0, MAKELPARAM(10, 100));  // with the button up
+  EXPECT_EQ(copiedBy(copy), "line 1");
+  // Neither another setting of the system nor another program's clipboard comes in between.
+  SendMessageA(window.view(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(10, 2));
+  SendMessageA(window.handle(), WM_SETTINGCHANGE, SPI_SETNONCLIENTMETRICS, 0);
+  SendMessageA(window.handle(), WM_SYSCOLORCHANGE, 0, 0);
+  SendMessageA(window.view(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(client.right / 4, 2));
+  SendMessageA(window.view(), WM_LBUTTONUP, 0, MAKELPARAM(client.right / 4, 2));
+  ASSERT_TRUE(OpenClipboard(GetDesktopWindow()));
+  copy();
+  EXPECT_THAT(program_->answerMessage(), testing::StartsWith("The clipboard could not be used"));
+  CloseClipboard();
   EXPECT_EQ(copiedBy(copy), "line 1");
   // A second press in time is a double click: a word.
   for (int i = 0; i < 2; ++i) click(window.view(), {client.right / 2 + 20, 2});
@@ -137,6 +171,22 @@ TEST_F(NavigationTest, Find) {
   EXPECT_SOON(window.caret(), "Virt 19, Ln 19, Col 8");
   EXPECT_EQ(copiedBy([] { press('C', {VK_CONTROL}); }), "line 19");
   find("nowhere");
+  EXPECT_EQ(program_->answerMessage(), "Search text not found.");
+  // With a second window it is the last that asked in which is searched.
+  press('F', {VK_CONTROL});
+  program_->dialog("Find");
+  window.run(Command::newTextWindow);
+  ASSERT_TRUE(waitUntil([&] { return program_->windows("CompareWindow").size() == 2; }));
+  const TextWindow second = {*program_, program_->windows("CompareWindow")[0]};
+  ASSERT_NE(second.handle(), window.handle());
+  ASSERT_TRUE(second.activate());
+  second.run(Command::find);
+  EXPECT_TRUE(waitUntil([&] {
+    const auto dialogs = program_->windows("#32770", "Find");
+    return dialogs.size() == 1 && GetWindow(dialogs[0], GW_OWNER) == second.handle();
+  }));
+  SetDlgItemTextA(program_->dialog("Find"), 0x480, "nowhere");
+  EXPECT_TRUE(pressButton(program_->dialog("Find"), IDOK));
   EXPECT_EQ(program_->answerMessage(), "Search text not found.");
   quit(window);
   EXPECT_EQ(saved("FindText"), "nowhere");

@@ -158,11 +158,22 @@ TEST_F(WindowsTest, NothingIsShownAnewThatHasNotChanged) {
   EXPECT_LE(split.panes, 1u);
   EXPECT_EQ(shownBy([] { press('Z', {VK_CONTROL}); }, "Virt 2, Ln 2, Col 4").buttons, 1u + split.buttons)
       << "redo";
+  const ShownAnew again = shownBy([] { press('Y', {VK_CONTROL}); }, "Virt 3, Ln 3, Col 1");
+  EXPECT_EQ(again.titles + again.places, 0u);
+  EXPECT_LE(again.panes, 1u);
+  EXPECT_LE(again.buttons, 2u);
+  shownBy([] { press('Z', {VK_CONTROL}); }, "Virt 2, Ln 2, Col 4");
   window.shownAnew();
   window.run(Command::lineNumbersNone);  // as they are
   press(VK_LEFT);
   EXPECT_SOON(window.caret(), "Virt 2, Ln 2, Col 3");
   EXPECT_EQ(window.shownAnew(), nothing);
+  press(VK_OEM_6, {VK_CONTROL});  // to the right, which becomes modified
+  EXPECT_SOON(window.differences(), "No differences");
+  const ShownAnew copied = window.shownAnew();
+  EXPECT_EQ(copied.titles, 1u);
+  EXPECT_EQ(copied.places, 0u);
+  EXPECT_LE(copied.panes, 1u);
 }
 
 TEST_F(WindowsTest, TabGoesRoundTheControls) {

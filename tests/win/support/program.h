@@ -137,10 +137,12 @@ class TextWindow {
   std::string lineEnds() const { return statusText(2); }
   std::string differences() const { return statusText(3); }
 
+  void update() const { SendMessageA(window_, WM_TIMER, 1, 0); }
+
   /// The caret's row, from 1. The status bar follows when the program has nothing else to do; this is done
   /// here as soon as it has seen to the messages sent so far.
   int row() const {
-    SendMessageA(window_, WM_TIMER, 1, 0);
+    update();
     return std::stoi(caret().substr(5));
   }
 
