@@ -89,6 +89,7 @@ void ContentsComparison::compareBytes(const std::string (&paths)[2], PairState& 
 void ContentsComparison::compareTexts(const std::string (&paths)[2], const CompareOptions& options,
                                       PairState& state) {
   if (!open(paths, state) || !read(kBlock, state)) return;
+  if (sides_[0].atEnd && sameBytes()) return;
   int binary = -1;
   for (const int side : {1, 0}) {
     const std::string_view sample = sides_[side].view();
