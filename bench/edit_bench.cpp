@@ -1,6 +1,6 @@
 // Measures what editing costs in long comparisons, as a part of what it costs in short ones: typing must not
-// feel the length of the files, and merging one difference after the other must take as long for the last
-// as for the first.
+// feel the length of the files or of a line, and merging one difference after the other must take as long for
+// the last as for the first.
 
 #include <algorithm>
 #include <chrono>
@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "mergeview/editor.h"
+#include "mergeview/exact_marks.h"
 #include "mergeview/merge_commands.h"
 #include "mergeview/navigation.h"
 
@@ -49,9 +50,31 @@ class Comparison {
     view.take(std::move(comparison), {}, AfterComparison::top);
   }
 
+  /// One of changed rows of this length, of which every so many characters one differs.
+  Comparison(uint32_t rows, uint32_t length, uint32_t distance) {
+    std::string texts[2];
+    uint32_t state = 1;
+    for (uint32_t row = 0; row < rows; ++row) {
+      for (uint32_t i = 0; i < length; ++i) {
+        state = state * 1664525 + 1013904223;
+        const char c = "etaoin shrdlu{},:"[(state >> 24) % 17];
+        texts[0] += c;
+        texts[1] += i % distance == distance / 2 ? '#' : c;
+      }
+      for (std::string& text : texts) text += '\n';
+    }
+    FileComparison comparison;
+    if (compareTexts(texts[0], texts[1], {}, nullptr, comparison.model) != Result::success) std::abort();
+    for (const int side : {0, 1}) {
+      if (!comparison.documents[side].text.assign(texts[side])) std::abort();
+    }
+    view.resize(1000, 800);
+    view.take(std::move(comparison), {}, AfterComparison::top);
+  }
+
   /// Milliseconds that a character takes in a row, or a line end.
-  double type(uint32_t row, char c = 'x') {
-    view.moveCaret(row, view.rowStart(0, row) + 4, false);
+  double type(uint32_t row, char c = 'x', uint32_t column = 4) {
+    view.moveCaret(row, view.rowStart(0, row) + column, false);
     const auto begin = std::chrono::steady_clock::now();
     Editor(view, history).characterInput(c, 1, false);
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
@@ -88,6 +111,28 @@ TypingCosts measureTyping(uint32_t rows) {
   return costs;
 }
 
+void measureLongLines(uint32_t rows, uint32_t length, uint32_t distance) {
+  Comparison comparison(rows, length, distance);
+  double slowest[2] = {0, 0};
+  std::vector<double> all[2];
+  for (uint32_t i = 0; i < 30; ++i) {
+    for (const bool atEnd : {false, true}) {
+      all[atEnd].push_back(comparison.type(rows / 2, 'x', atEnd ? length + 1 + 2 * i : length / 2));
+      slowest[atEnd] = std::max(slowest[atEnd], all[atEnd].back());
+    }
+  }
+  const auto begin = std::chrono::steady_clock::now();
+  while (const auto marks = ExactMarks::of(comparison.view)) {
+    marks->find(nullptr);
+    if (!marks->apply(comparison.view, comparison.history)) std::abort();
+  }
+  const std::chrono::duration<double, std::milli> exact = std::chrono::steady_clock::now() - begin;
+  std::printf(
+      "typing in %2u rows of %7u characters, each %4u. another: %6.2f ms within (at most %.2f), %6.2f ms at "
+      "the end (at most %.2f); exact marks %.0f ms later\n",
+      rows, length, distance, median(all[0]), slowest[0], median(all[1]), slowest[1], exact.count());
+}
+
 /// Milliseconds that one of the differences takes to be gone to and merged.
 double measureMerging(uint32_t differences) {
   Comparison comparison(10 * differences);
@@ -110,6 +155,10 @@ int main() {
   using namespace merivane;
   const TypingCosts few = measureTyping(1000), many = measureTyping(1'000'000);
   std::printf("a million rows to a thousand: %.2f times for a character\n", many.typed / few.typed);
+  measureLongLines(1, 1'000'000, 1000);
+  measureLongLines(1, 1'000'000, 20);
+  measureLongLines(80, 20'000, 1000);
+  measureLongLines(80, 20'000, 20);
   const double small = measureMerging(1000), middle = measureMerging(10'000), large = measureMerging(100'000);
   std::printf("a merge in ten and a hundred times the rows: %.2f and %.2f times\n", middle / small,
               large / small);

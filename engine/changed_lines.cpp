@@ -70,6 +70,16 @@ void NormalisedLine::setMarks(const std::vector<uint8_t>& changed, std::span<uin
   }
 }
 
+std::vector<uint8_t> NormalisedLine::flags(std::span<const uint8_t> marks) const {
+  std::vector<uint8_t> flags(characters_.size());
+  if (plain_) {
+    for (size_t i = 0; i < flags.size(); ++i) flags[i] = marks[i] / kDiffersMark;
+  } else {
+    for (size_t i = 0; i < flags.size(); ++i) flags[i] = marks[sources_[i]] / kDiffersMark;
+  }
+  return flags;
+}
+
 bool ChangedLineTest::compare(std::string_view left, std::string_view right, RowMarks& marks) {
   marks = {};
   if (!options_.compareChanges) return false;

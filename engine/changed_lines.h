@@ -23,6 +23,9 @@ class NormalisedLine {
 
   std::string_view characters() const { return characters_; }
 
+  /// Returns for each character whether its byte of the line is marked.
+  std::vector<uint8_t> flags(std::span<const uint8_t> marks) const;
+
   /// Marks the bytes of the line whose characters are flagged; `marks` have no mark yet.
   void setMarks(const std::vector<uint8_t>& changed, std::span<uint8_t> marks, const AbortFlag* abort) const;
 
@@ -33,11 +36,13 @@ class NormalisedLine {
   std::vector<uint32_t> sources_;  // the index in the line of each character of kept_
 };
 
-/// A changed pair of lines that an earlier comparison by the same options found: where the two lines, whose
-/// bytes are those of then, begin now. In a list, ascending on both sides.
+/// A changed pair of lines that an earlier comparison by the same options found: where the two lines begin
+/// now. In a list, ascending on both sides.
 struct KnownChange {
   uint32_t start[2] = {0, 0};
   RowMarks marks;
+  int edited = -1;          // the side whose line has other bytes than then, if there is one,
+  std::string_view before;  // and that line as it was
 };
 
 /// Decides whether a left and a right line are one changed line, and which of their characters differ. They

@@ -88,13 +88,19 @@ void DiffModel::shiftPositions(int side, uint32_t row, int64_t delta) {
   if (row < rowCount()) rows_.shiftPositions(side, row, static_cast<uint32_t>(delta));
 }
 
+void DiffModel::setMarks(uint32_t row, RowMarks marks) {
+  const uint32_t before = provisional({row, row + 1});
+  rows_.setMarks(row, std::move(marks));
+  provisionalRows_ += provisional({row, row + 1}) - before;
+}
+
 DiffModel DiffModel::replaceRows(RowRange range, DiffModel&& replacement, RowRange taken) {
   const RowRange fresh{range.begin, range.begin + taken.size()};
   uint32_t lines[2] = {linesBefore(0, range.begin), linesBefore(1, range.begin)};
   const uint32_t oldLines[2] = {linesBefore(0, range.end), linesBefore(1, range.end)};
   // The row after the range may start a block where it did not, or no longer.
   const uint32_t oldBlocks = blockStarts({range.begin, std::min(range.end + 1, rowCount())});
-  const uint32_t oldRows = differing(range);
+  const uint32_t oldRows = differing(range), oldProvisional = provisional(range);
 
   DiffModel replaced;
   replaced.rows_ = rows_.replace(range, std::move(replacement.rows_), taken);
@@ -104,6 +110,7 @@ DiffModel DiffModel::replaceRows(RowRange range, DiffModel&& replacement, RowRan
   for (const int side : {0, 1}) rows_.shiftLines(side, fresh.end, lines[side] - oldLines[side]);
   differenceBlocks_ += blockStarts({fresh.begin, std::min(fresh.end + 1, rowCount())}) - oldBlocks;
   differingRows_ += differing(fresh) - oldRows;
+  provisionalRows_ += provisional(fresh) - oldProvisional;
   return replaced;
 }
 
@@ -127,6 +134,12 @@ uint32_t DiffModel::blockStarts(RowRange range) const {
 uint32_t DiffModel::differing(RowRange range) const {
   uint32_t rows = 0;
   for (uint32_t row = range.begin; row < range.end; ++row) rows += status(row) != RowStatus::same ? 1 : 0;
+  return rows;
+}
+
+uint32_t DiffModel::provisional(RowRange range) const {
+  uint32_t rows = 0;
+  for (uint32_t row = range.begin; row < range.end; ++row) rows += marks(row).provisional() ? 1 : 0;
   return rows;
 }
 

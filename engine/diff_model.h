@@ -35,6 +35,10 @@ class DiffModel {
     return fillerSide(status(row)) == side ? kNoLine : rows_.linesBefore(side, row);
   }
   const RowMarks& marks(uint32_t row) const { return rows_.marks(row); }
+  void setMarks(uint32_t row, RowMarks marks);
+
+  /// The number of rows with provisional marks, which only edits put there.
+  uint32_t provisionalRows() const { return provisionalRows_; }
 
   /// Returns where the line of `row` ends on a side, after its line end: the next row's position, or
   /// `textSize` on the last row.
@@ -76,10 +80,12 @@ class DiffModel {
   void numberLines(RowRange range, uint32_t (&lines)[2]);
   uint32_t blockStarts(RowRange range) const;
   uint32_t differing(RowRange range) const;
+  uint32_t provisional(RowRange range) const;
 
   RowStore rows_;
   uint32_t differenceBlocks_ = 0;
   uint32_t differingRows_ = 0;
+  uint32_t provisionalRows_ = 0;
 };
 
 /// Returns "Diffs: 3, Lines: 7", or "No differences".

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "engine/adapted_marks.h"
+
 namespace merivane {
 namespace {
 
@@ -13,6 +15,7 @@ class RowBuilder {
              DiffModel& model)
       : texts_{texts[0], texts[1]},
         starts_(starts),
+        options_(options),
         test_(options, abort),
         known_(known),
         abort_(abort),
@@ -64,18 +67,19 @@ class RowBuilder {
     return forEach(y0, y1, abort_, [&](uint32_t y) { add(RowStatus::rightOnly, x, y); });
   }
 
-  /// Whether two lines are a changed pair; as they were the last time if that is known.
+  /// Whether two lines are a changed pair; as they were the last time where that is known.
   bool isChanged(uint32_t x, uint32_t y, RowMarks& marks) {
     const std::string_view left = line(0, x), right = line(1, y);
     const auto at =
         std::lower_bound(known_.begin(), known_.end(), starts_[0][x],
                          [](const KnownChange& each, uint32_t start) { return each.start[0] < start; });
-    if (at != known_.end() && at->start[0] == starts_[0][x] && at->start[1] == starts_[1][y] &&
-        at->marks.side(0).size() == left.size() && at->marks.side(1).size() == right.size()) {
-      marks = at->marks;
-      return true;
+    if (at == known_.end() || at->start[0] != starts_[0][x] || at->start[1] != starts_[1][y] ||
+        (at->edited != 0 && at->marks.side(0).size() != left.size()) ||
+        (at->edited != 1 && at->marks.side(1).size() != right.size())) {
+      return test_.compare(left, right, marks);
     }
-    return test_.compare(left, right, marks);
+    marks = at->edited < 0 ? at->marks : adaptMarks(left, right, *at, options_);
+    return true;
   }
 
   bool addHunk(uint32_t x0, uint32_t x1, uint32_t y0, uint32_t y1) {
@@ -95,6 +99,7 @@ class RowBuilder {
 
   const std::string_view texts_[2];
   const std::vector<uint32_t> (&starts_)[2];
+  const CompareOptions& options_;
   ChangedLineTest test_;
   const std::span<const KnownChange> known_;
   const AbortFlag* const abort_;

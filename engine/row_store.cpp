@@ -10,7 +10,7 @@ RowMarks RowMarks::allocate(uint32_t leftLength, uint32_t rightLength) {
   const uint64_t size = sizeof(Block) + uint64_t{leftLength} + rightLength;
   if (size > SIZE_MAX / 2) return marks;
   void* const zeroes = std::calloc(static_cast<size_t>(size), 1);
-  if (zeroes != nullptr) marks.block_ = new (zeroes) Block{1, {leftLength, rightLength}};
+  if (zeroes != nullptr) marks.block_ = new (zeroes) Block{1, false, {leftLength, rightLength}};
   return marks;
 }
 

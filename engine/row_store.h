@@ -41,12 +41,17 @@ class RowMarks {
 
   bool none() const { return block_ == nullptr; }
 
+  /// Whether they are those of some alignment of the lines, not of a shortest edit script.
+  bool provisional() const { return block_ != nullptr && block_->provisional; }
+  void setProvisional() { block_->provisional = true; }
+
   std::span<uint8_t> side(int side);
   std::span<const uint8_t> side(int side) const;
 
  private:
   struct Block {
     std::atomic<uint32_t> owners;
+    bool provisional;
     uint32_t lengths[2];  // both sides' bytes follow
   };
   static void release(Block* block);
@@ -96,6 +101,7 @@ class RowStore {
 
   RowStatus status(uint32_t row) const { return rows_[index(row)].status; }
   const RowMarks& marks(uint32_t row) const { return rows_[index(row)].marks; }
+  void setMarks(uint32_t row, RowMarks&& marks) { rows_[index(row)].marks = std::move(marks); }
   uint32_t position(int side, uint32_t row) const {
     return row < gapStart_ ? rows_[row].position[side]
                            : rows_[row + gapSize_].position[side] + afterGap_.position[side];

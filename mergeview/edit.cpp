@@ -39,7 +39,7 @@ bool goBack(ViewState& view, UndoRecord& record, const ByteArray& old, const Byt
             const CaretPlace& caret) {
   if (record.replaced.rowCount() == 0) return replace(view, record, old, fresh, {}, caret);
   const TextChange change = {record.side, record.start, old.size(), fresh.view(), {}};
-  if (!changeText(view.pair(), change, record.rows, record.replaced)) return false;
+  if (!changeText(view.pair(), change, view.compareOptions(), record.rows, record.replaced)) return false;
   placeCaret(view, record, caret);
   return true;
 }

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "engine/adapted_marks.h"
 #include "engine/comparison.h"
 
 namespace merivane {
@@ -13,6 +14,9 @@ namespace {
 
 constexpr uint32_t kReach = 40;
 constexpr uint32_t kFurtherReach = 20;
+
+/// From so many characters of both lines together their comparison may take longer than a key may.
+constexpr size_t kLongLines = 1 << 16;
 
 uint32_t sizeOf(const TextChange& change) { return static_cast<uint32_t>(change.inserted.size()); }
 
@@ -117,23 +121,87 @@ ChangeExtent extentOf(const EditedPair& pair, const TextChange& change, RowRange
   return extent;
 }
 
-/// The changed rows of a window whose bytes stay, where they will lie in the stretches that begin there.
-std::vector<KnownChange> knownChanges(const EditedPair& pair, RowRange window, const uint32_t (&begin)[2],
-                                      const TextChange& change) {
-  const DiffModel& model = pair.model;
-  const uint32_t changeEnd = change.start + change.removed;
-  std::vector<KnownChange> known;
-  for (uint32_t row = window.begin; row < window.end; ++row) {
-    const uint32_t start = model.position(change.side, row);
-    const uint32_t end = model.endPosition(change.side, row, pair.files[change.side].text.size());
-    const bool touched = start < changeEnd && end > change.start;
-    if (model.status(row) != RowStatus::changed || model.marks(row).none() || touched) continue;
-    KnownChange& at = known.emplace_back();
-    at.marks = model.marks(row);
-    for (const int side : {0, 1}) at.start[side] = model.position(side, row) - begin[side];
-    if (start >= changeEnd) at.start[change.side] += static_cast<uint32_t>(growth(change));
-  }
+/// The changed row, if any, that a change is made within and whose lines are too long to be compared anew
+/// with every key.
+std::optional<uint32_t> longRowOf(const EditedPair& pair, const TextChange& change) {
+  const uint32_t row = pair.rowOf(change.side, change.start);
+  const RowMarks& marks = pair.model.marks(row);
+  if (marks.side(0).size() + marks.side(1).size() < kLongLines) return std::nullopt;
+  const TextBuffer& text = pair.files[change.side].text;
+  const uint32_t start = pair.model.position(change.side, row);
+  uint32_t end = pair.model.endPosition(change.side, row, text.size());
+  if (end > start && text.charBefore(end) == '\n') --end;
+  const bool within = change.start >= start && uint64_t{change.start} + change.removed <= end;
+  if (!within || change.inserted.find('\n') != std::string_view::npos) return std::nullopt;
+  return row;
+}
+
+/// A row that is changed, as it stands and as it will be after an edit within it.
+KnownChange editedRow(EditedPair& pair, uint32_t row, const TextChange& change) {
+  KnownChange known;
+  for (const int side : {0, 1}) known.start[side] = pair.model.position(side, row);
+  known.marks = pair.model.marks(row);
+  known.edited = change.side;
+  TextBuffer& text = pair.files[change.side].text;
+  known.before = text.view(known.start[change.side], pair.model.endPosition(change.side, row, text.size()));
   return known;
+}
+
+/// What is known of the changed rows of a window after a change. Their lines lie in stretches of the texts
+/// that begin there.
+std::vector<KnownChange> knownAfter(EditedPair& pair, RowRange window, const uint32_t (&begin)[2],
+                                    const TextChange& change) {
+  const uint32_t changeEnd = change.start + change.removed;
+  std::vector<KnownChange> known = knownChanges(pair.model, window);
+  const std::optional<uint32_t> longRow = longRowOf(pair, change);
+  std::erase_if(known, [&](KnownChange& each) {
+    const uint32_t start = each.start[change.side];
+    const auto length = static_cast<uint32_t>(each.marks.side(change.side).size());
+    if (longRow && start == pair.model.position(change.side, *longRow)) {
+      each = editedRow(pair, *longRow, change);
+    } else if (start >= changeEnd) {
+      each.start[change.side] += static_cast<uint32_t>(growth(change));
+    } else if (start + length > change.start) {
+      return true;
+    }
+    for (const int side : {0, 1}) each.start[side] -= begin[side];
+    return false;
+  });
+  return known;
+}
+
+/// Gives a row that a record left without its marks those that it has now, as the edit within it changes
+/// them.
+bool restoreMarks(EditedPair& pair, const TextChange& change, const CompareOptions& options, RowRange range,
+                  DiffModel& rows) {
+  const std::optional<uint32_t> row = longRowOf(pair, change);
+  if (!row || *row < range.begin || *row >= range.end || range.size() != rows.rowCount()) return true;
+  const uint32_t at = *row - range.begin;
+  if (rows.status(at) != RowStatus::changed || !rows.marks(at).none()) return true;
+  const KnownChange known = editedRow(pair, *row, change);
+  const int other = 1 - change.side;
+  ByteArray edited;
+  TextBuffer& text = pair.files[other].text;
+  const uint32_t begin = known.start[change.side];
+  if (!changedStretch(pair.files[change.side].text, begin, begin + static_cast<uint32_t>(known.before.size()),
+                      change, edited)) {
+    return false;
+  }
+  std::string_view lines[2];
+  lines[change.side] = edited.view();
+  lines[other] = text.view(known.start[other], pair.model.endPosition(other, *row, text.size()));
+  rows.setMarks(at, adaptMarks(lines[0], lines[1], known, options));
+  return true;
+}
+
+/// Leaves the marks of a long row that is changed still out of those that a record keeps: 250 keys in a long
+/// line would keep as many times its length. They are found again from those that it has now.
+void leaveOutLongMarks(const DiffModel& model, std::optional<uint32_t> longRow, RowRange range,
+                       DiffModel& rows) {
+  if (longRow && range.size() == rows.rowCount() && *longRow >= range.begin && *longRow < range.end &&
+      model.marks(*longRow).provisional()) {
+    rows.setMarks(*longRow - range.begin, {});
+  }
 }
 
 std::optional<RowsChange> tryToChange(EditedPair& pair, const TextChange& change,
@@ -162,7 +230,7 @@ std::optional<RowsChange> tryToChange(EditedPair& pair, const TextChange& change
   stretches[change.side] = stretch.view();
   stretches[other] = pair.files[other].text.view(begin[other], end[other]);
   std::vector<KnownChange> known;
-  if (pair.rowsOfOptions) known = knownChanges(pair, window, begin, change);
+  if (pair.rowsOfOptions) known = knownAfter(pair, window, begin, change);
   DiffModel fresh;
   if (compareTexts(stretches[0], stretches[1], options, nullptr, fresh, known) != Result::success)
     return std::nullopt;
@@ -174,8 +242,10 @@ std::optional<RowsChange> tryToChange(EditedPair& pair, const TextChange& change
   result.extent = extentOf(pair, change, old, fresh, taken, lastChanged);
   result.touched = {rows.begin, lastChanged + 1};
   result.replacing = {old.begin, old.begin + taken.size()};
+  const std::optional<uint32_t> longRow = longRowOf(pair, change);
   // The last step that can fail, and the first that changes anything.
   result.replaced = model.replaceRows(old, std::move(fresh), taken);
+  leaveOutLongMarks(model, longRow, result.replacing, result.replaced);
   model.shiftPositions(change.side, result.replacing.end, growth(change));
   text.replace(change.start, change.removed, change.inserted);
   return result;
@@ -196,6 +266,15 @@ RowRange comparisonWindow(const DiffModel& model, RowRange changed) {
   return window;
 }
 
+std::vector<KnownChange> knownChanges(const DiffModel& model, RowRange window) {
+  std::vector<KnownChange> known;
+  for (uint32_t row = window.begin; row < window.end; ++row) {
+    if (model.status(row) != RowStatus::changed || model.marks(row).none()) continue;
+    known.push_back({{model.position(0, row), model.position(1, row)}, model.marks(row), -1, {}});
+  }
+  return known;
+}
+
 std::optional<RowsChange> changeText(EditedPair& pair, const TextChange& change,
                                      const CompareOptions& options) {
   try {
@@ -205,13 +284,17 @@ std::optional<RowsChange> changeText(EditedPair& pair, const TextChange& change,
   }
 }
 
-bool changeText(EditedPair& pair, const TextChange& change, RowRange& range, DiffModel& rows) {
+bool changeText(EditedPair& pair, const TextChange& change, const CompareOptions& options, RowRange& range,
+                DiffModel& rows) {
   TextBuffer& text = pair.files[change.side].text;
   if (!text.reserve(sizeOf(change))) return false;
   try {
+    if (!restoreMarks(pair, change, options, range, rows)) return false;
+    const std::optional<uint32_t> longRow = longRowOf(pair, change);
     const RowRange fresh = {range.begin, range.begin + rows.rowCount()};
     rows = pair.model.replaceRows(range, std::move(rows), {0, rows.rowCount()});
     range = fresh;
+    leaveOutLongMarks(pair.model, longRow, range, rows);
   } catch (const std::bad_alloc&) {
     return false;
   }

@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
+#include "engine/changed_lines.h"
 #include "engine/compare_options.h"
 #include "mergeview/edited_file.h"
 
@@ -38,14 +40,21 @@ struct RowsChange {
 /// The rows that are compared anew around changed ones: 40 each way, and up to 20 more that differ.
 RowRange comparisonWindow(const DiffModel& model, RowRange changed);
 
+/// What is known of the changed rows of a window, in the positions of the whole texts.
+std::vector<KnownChange> knownChanges(const DiffModel& model, RowRange window);
+
 /// Changes a text and compares the rows around the change anew, so that the sides stay aligned. How many
 /// rows take part depends on the change alone, not on the length of the texts. Returns none, and nothing
 /// has changed, when memory runs out.
+///
+/// A changed row of long lines that an edit is made within stays changed, with provisional marks; ExactMarks
+/// finds out what it really is.
 std::optional<RowsChange> changeText(EditedPair& pair, const TextChange& change,
                                      const CompareOptions& options);
 
 /// The same with rows that are known: exchanges `rows` with those in `range`, which becomes their place.
 /// False, and nothing has changed, when memory runs out.
-bool changeText(EditedPair& pair, const TextChange& change, RowRange& range, DiffModel& rows);
+bool changeText(EditedPair& pair, const TextChange& change, const CompareOptions& options, RowRange& range,
+                DiffModel& rows);
 
 }  // namespace merivane

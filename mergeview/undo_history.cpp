@@ -33,8 +33,12 @@ void UndoHistory::swapSides() {
   for (uint32_t i = 0; i < count_; ++i) {
     at(i).activeSide = 1 - at(i).activeSide;
     at(i).side = 1 - at(i).side;
-    at(i).replaced.clear();
   }
+  forgetRows();
+}
+
+void UndoHistory::forgetRows() {
+  for (uint32_t i = 0; i < count_; ++i) at(i).replaced.clear();
 }
 
 void UndoHistory::clear() {

@@ -68,6 +68,9 @@ class UndoHistory {
   /// The two sides have changed places, their modified marks with them, and have other rows.
   void swapSides();
 
+  /// The rows are others than the records know: undoing compares.
+  void forgetRows();
+
   /// Forgets all records; which sides are modified stays.
   void clear();
 

@@ -1,6 +1,8 @@
 #include "mergeview/win/text_view.h"
 
 #include <algorithm>
+#include <new>
+#include <utility>
 #include <vector>
 
 #include "base/win/back_buffer.h"
@@ -16,6 +18,10 @@ int pixelOf(WORD coordinate) { return static_cast<short>(coordinate); }
 
 POINT pointOf(LPARAM lParam) { return {pixelOf(LOWORD(lParam)), pixelOf(HIWORD(lParam))}; }
 
+constexpr UINT_PTR kMarksTimer = 2;
+constexpr UINT kMarksDelay = 200;  // milliseconds after the last key
+constexpr UINT kMarksFound = WM_APP;
+
 void fill(HDC dc, const RECT& area, Colour colour) {
   SetBkColor(dc, colour);
   ExtTextOutA(dc, 0, 0, ETO_OPAQUE, &area, "", 0, nullptr);
@@ -24,9 +30,12 @@ void fill(HDC dc, const RECT& area, Colour colour) {
 }  // namespace
 
 TextView::TextView(TextViewOwner& owner, UndoHistory& history)
-    : owner_(owner), state_(*this), editor_(state_, history), mouse_(state_) {}
+    : owner_(owner), state_(*this), editor_(state_, history), mouse_(state_), history_(history) {}
 
-TextView::~TextView() { destroy(); }
+TextView::~TextView() {
+  if (marksJob_ != nullptr) marksJob_->cancel();
+  destroy();
+}
 
 bool TextView::create(HWND parent) {
   WindowPlace place;
@@ -77,7 +86,8 @@ LRESULT TextView::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_MOUSEMOVE: onMouseMove(pointOf(lParam)); return 0;
     case WM_LBUTTONUP: endDrag(); return 0;
     case WM_CAPTURECHANGED: endDrag(); return 0;
-    case WM_TIMER: onDragTimer(); return 0;
+    case WM_TIMER: wParam == kMarksTimer ? findMarks() : onDragTimer(); return 0;
+    case kMarksFound: onMarksFound(); return 0;
     case WM_CONTEXTMENU: onContextMenu(pointOf(lParam)); return 0;
     case WM_SETCURSOR:
       return onSetCursor(reinterpret_cast<HWND>(wParam), LOWORD(lParam))
@@ -207,6 +217,7 @@ void TextView::show(const ViewChanges& changes) {
     }
   }
   boxRow_ = state_.caretRow();
+  if (changes.history || changes.everything) findMarksSoon();
   if (moved || changes.scrollRanges) {
     setScrollBar(handle(), SB_VERT, static_cast<int>(state_.rowCount() - 1), state_.visibleRows(),
                  static_cast<int>(state_.topRow()));
@@ -229,6 +240,36 @@ void TextView::invalidateRows(int side, RowRange rows) {
   const PaneEdges& pane = state_.pane(side);
   const RECT area = {pane.paneLeft, yOf(rows.begin), pane.paneRight, yOf(rows.end)};
   InvalidateRect(handle(), &area, FALSE);
+}
+
+// Marks that an edit has left provisional, found beside the user interface when no key has come for a while.
+
+void TextView::findMarksSoon() {
+  if (marksJob_ != nullptr) marksJob_->cancel();
+  marksJob_ = nullptr;
+  if (state_.model().provisionalRows() > 0) SetTimer(handle(), kMarksTimer, kMarksDelay, nullptr);
+}
+
+/// Without memory the marks stay provisional until the next edit.
+void TextView::findMarks() {
+  KillTimer(handle(), kMarksTimer);
+  try {
+    marks_ = ExactMarks::of(state_);
+    if (marks_ == nullptr) return;
+    marksJob_ = BackgroundJob::start(handle(), kMarksFound,
+                                     [marks = marks_](const AbortFlag& abort) { marks->find(&abort); });
+  } catch (const std::bad_alloc&) {
+    marks_ = nullptr;
+  }
+}
+
+void TextView::onMarksFound() {
+  // The message may be of a job that was given up before.
+  const auto end = marksJob_ != nullptr ? marksJob_->end() : std::nullopt;
+  if (!end) return;
+  marksJob_ = nullptr;
+  const std::shared_ptr<ExactMarks> found = std::exchange(marks_, nullptr);
+  if (*end == WorkEnd::done && found->isOf(state_) && found->apply(state_, history_)) findMarksSoon();
 }
 
 void TextView::beep() { MessageBeep(MB_OK); }

@@ -2,11 +2,14 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <optional>
 #include <string>
 
+#include "base/win/background_job.h"
 #include "base/win/window.h"
 #include "mergeview/editor.h"
+#include "mergeview/exact_marks.h"
 #include "mergeview/mouse_selection.h"
 #include "mergeview/view_host.h"
 #include "mergeview/view_state.h"
@@ -79,6 +82,9 @@ class TextView final : public Window, private ViewHost {
   void beginDrag(Drag drag);
   void endDrag();
   void onDragTimer();
+  void findMarksSoon();
+  void findMarks();
+  void onMarksFound();
   void onContextMenu(POINT screen);
   bool onSetCursor(HWND window, int hitTest);
 
@@ -101,6 +107,9 @@ class TextView final : public Window, private ViewHost {
   ViewState state_;
   Editor editor_;
   MouseSelection mouse_;
+  UndoHistory& history_;
+  std::shared_ptr<ExactMarks> marks_;  // that are searched for
+  std::shared_ptr<BackgroundJob> marksJob_;
   std::string face_;
   int points_ = 0;
   int dpi_ = 0;
