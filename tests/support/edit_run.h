@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -14,15 +15,25 @@ namespace merivane {
 /// never the host.
 class FakeHost final : public ViewHost {
  public:
-  void beep() override { ++beeps; }
-  bool setClipboardText(std::string_view text) override { return orReport(clipboard.assign(text)); }
-  bool clipboardText(ByteArray& text) override { return orReport(text.assign(clipboard.view())); }
-  void reportOutOfMemory() override { ++outOfMemory; }
+  void beep() override { ++beeps, throwIf(serviceThrows); }
+  bool setClipboardText(std::string_view text) override {
+    throwIf(serviceThrows);
+    return orReport(clipboard.assign(text));
+  }
+  bool clipboardText(ByteArray& text) override {
+    throwIf(serviceThrows);
+    return orReport(text.assign(clipboard.view()));
+  }
+  void reportOutOfMemory() override { ++outOfMemory, throwIf(reportThrows); }
 
   ByteArray clipboard;
   int beeps = 0, outOfMemory = 0;
+  bool serviceThrows = false, reportThrows = false;  // std::bad_alloc
 
  private:
+  static void throwIf(bool throws) {
+    if (throws) throw std::bad_alloc();
+  }
   bool orReport(bool done) { return outOfMemory += !done, done; }
 };
 
