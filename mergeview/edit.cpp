@@ -33,17 +33,6 @@ bool replace(ViewState& view, UndoRecord& record, const ByteArray& old, const By
   return true;
 }
 
-/// Makes the replacement of a record the other way round, with the rows as they were. Where they are not
-/// known any more they are found by comparing.
-bool goBack(ViewState& view, UndoRecord& record, const ByteArray& old, const ByteArray& fresh,
-            const CaretPlace& caret) {
-  if (record.replaced.rowCount() == 0) return replace(view, record, old, fresh, {}, caret);
-  const TextChange change = {record.side, record.start, old.size(), fresh.view(), {}};
-  if (!changeText(view.pair(), change, view.compareOptions(), record.rows, record.replaced)) return false;
-  placeCaret(view, record, caret);
-  return true;
-}
-
 /// Changes the history and notes that.
 void step(ViewState& view, UndoHistory& history, int side, auto&& change) {
   const bool wasModified = history.isModified(side);
@@ -55,6 +44,26 @@ void step(ViewState& view, UndoHistory& history, int side, auto&& change) {
 bool reportFailure(ViewState& view) {
   view.host().reportOutOfMemory();
   return false;
+}
+
+/// Makes the replacement of a record the other way round, with the rows as they were. Where they are not
+/// known any more they are found by comparing.
+bool goBack(ViewState& view, UndoRecord& record, const ByteArray& old, const ByteArray& fresh,
+            const CaretPlace& caret) {
+  if (record.replaced.rowCount() == 0) return replace(view, record, old, fresh, {}, caret);
+  const TextChange change = {record.side, record.start, old.size(), fresh.view(), {}};
+  if (!changeText(view.pair(), change, view.compareOptions(), record.rows, record.replaced)) return false;
+  placeCaret(view, record, caret);
+  return true;
+}
+
+/// Takes a record's action back or does it again, and steps over it.
+bool travel(ViewState& view, UndoHistory& history, UndoRecord& record, const ByteArray& old,
+            const ByteArray& fresh, const CaretPlace& caret, void (UndoHistory::*over)()) {
+  if (!goBack(view, record, old, fresh, caret)) return reportFailure(view);
+  step(view, history, record.side, [&] { (history.*over)(); });
+  view.changes().everything = true;
+  return true;
 }
 
 }  // namespace
@@ -78,19 +87,15 @@ bool performEdit(ViewState& view, UndoHistory& history, Edit&& edit) {
 bool undo(ViewState& view, UndoHistory& history) {
   if (!history.canUndo()) return false;
   UndoRecord& record = history.toUndo();
-  if (!goBack(view, record, record.inserted, record.removed, record.before)) return reportFailure(view);
-  step(view, history, record.side, [&] { history.stepBack(); });
-  view.changes().everything = true;
-  return true;
+  return travel(view, history, record, record.inserted, record.removed, record.before,
+                &UndoHistory::stepBack);
 }
 
 bool redo(ViewState& view, UndoHistory& history) {
   if (!history.canRedo()) return false;
   UndoRecord& record = history.toRedo();
-  if (!goBack(view, record, record.removed, record.inserted, record.after)) return reportFailure(view);
-  step(view, history, record.side, [&] { history.stepForward(); });
-  view.changes().everything = true;
-  return true;
+  return travel(view, history, record, record.removed, record.inserted, record.after,
+                &UndoHistory::stepForward);
 }
 
 }  // namespace merivane

@@ -42,7 +42,6 @@ class TextBuffer {
 
   bool atEnd(uint32_t i) const { return i >= length_; }
   uint32_t size() const { return length_; }
-  uint32_t allocated() const { return storage_.size(); }
 
   /// The text of [a, b) as it lies in storage: two views, the second empty unless the gap is in between.
   /// They hold until the next change.
