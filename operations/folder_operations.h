@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
+#include <vector>
 
 #include "folders/folder_comparison.h"
 #include "operations/journal.h"
@@ -39,6 +42,7 @@ struct Examination {
   bool keepsUndo = false;
 
   struct Side {
+    std::string name;   // from the compared folder on
     std::string path;   // of the entry; where it is not there, where it would be
     FoundEntry found;   // what is there
     TreeSize size;      // how much that is
@@ -48,6 +52,7 @@ struct Examination {
   Side sides[2];
 
   std::optional<Refusal> refusal;  // it cannot be done
+  bool recyclable = true;          // what is deleted goes into the recycle bin
   bool changedSince = false;       // a side is no longer what it was when it was compared or operated on
   bool olderOverNewer = false;     // a file is replaced by an older one
 };
@@ -65,8 +70,8 @@ struct DoneOperation {
     FoundEntry left;    // what it left there
   };
   Side sides[2];
-  std::vector<std::string> madeFolders;  // the folders it had to make for that, the outermost first
-  std::unique_ptr<Journal> journal;      // none without anything saved
+  uint64_t number = 0;               // counts the operations
+  std::unique_ptr<Journal> journal;  // none without anything saved
 };
 
 struct OperationEnd {
@@ -82,6 +87,8 @@ struct OperationEnd {
 /// The operations on the entries of a folder comparison. Each is a list of steps, done one after the other
 /// and taken back when one fails. With undo, what an operation replaces or deletes is copied into a journal
 /// first; the journal also tells what is under way, so that the next start can end what a crash interrupted.
+///
+/// An operation is undone before those that it came after where one is about what is in the other's folder.
 ///
 /// Nothing is followed, cut short or taken for a pattern: what the shell would misread is refused before
 /// anything is touched. Everything may throw std::bad_alloc before it has touched anything.
@@ -104,8 +111,21 @@ class FolderOperations {
   void discard(DoneOperation& done);
 
  private:
+  std::optional<Refusal> refuse(Examination& examination, const std::string (&tops)[2]);
+  std::optional<Refusal> refuseUndo(Examination& examination, const DoneOperation& done);
+  std::optional<Refusal> refuseForRoom(const Examination& examination) const;
+  std::optional<Refusal> refuseForLater(const DoneOperation& done) const;
+  std::optional<Refusal> measureLost(Examination& examination);
+  std::string folderThatIs(const std::string& path) const;
+  void record(DoneOperation&& made, DoneOperation& done);
+  void forget(DoneOperation& done);
+
   FileSystem& files_;
   TreeOperations& trees_;
+  uint64_t count_ = 0;
+  // The paths that operations not yet undone have changed, by their names' lower case.
+  std::multimap<std::string, uint64_t> changed_;
+  std::set<std::string> madeFolders_;  // that such operations needed; gone again when they are empty
 };
 
 }  // namespace merivane

@@ -28,7 +28,8 @@ class Journal final : public StepLog {
   /// Nothing is under way any more.
   SystemError end();
 
-  /// Removes the folder with all that it keeps.
+  /// Removes the folder with all that it keeps; what cannot be removed now, the next start removes. Nothing
+  /// else is called after this.
   void drop(FileSystem& files, TreeOperations& trees);
 
  private:

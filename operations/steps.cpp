@@ -53,7 +53,7 @@ class StepRun {
         return true;
       case Step::Kind::copy:
       case Step::Kind::overwrite:
-        return removeTree(files_, trees_, copyOf(step.path, step.target)) == 0;
+        return removeTree(files_, trees_, joinPath(step.target, nameOf(step.path))) == 0;
       case Step::Kind::move:
         if (!exists(step.target)) return exists(step.path);
         return trees_.move(step.target, step.path) == 0;
@@ -69,12 +69,8 @@ class StepRun {
  private:
   bool exists(const std::string& path) { return trees_.find(path).exists(); }
 
-  std::string copyOf(const std::string& path, const std::string& folder) const {
-    return joinPath(folder, path.substr(path.rfind(kPathSeparator) + 1));
-  }
-
   StepEnd copy(const Step& step, bool resumed) {
-    const std::string made = copyOf(step.path, step.target);
+    const std::string made = joinPath(step.target, nameOf(step.path));
     if (exists(made)) {
       // What is there is the part that was copied before the interruption, or somebody else's.
       if (!resumed) return {false, false, errorInWords(text(TextId::copyInTheWay))};
@@ -85,9 +81,11 @@ class StepRun {
 
   StepEnd copyChecked(const std::string& path, const std::string& folder, TextId title) {
     if (!trees_.copyInto(path, folder, title)) return kToldByShell;
-    const std::string made = copyOf(path, folder);
-    if (!isCopied(files_, trees_, path, made)) return {false, true, errorInWords(text(TextId::copyDiffers))};
-    if (trees_.find(path).kind == FileKind::folder) copyFolderTimes(files_, trees_, path, made);
+    const std::string made = joinPath(folder, nameOf(path));
+    const bool isWhole =
+        isCopied(files_, trees_, path, made) &&
+        (trees_.find(path).kind != FileKind::folder || copyFolderTimes(files_, trees_, path, made));
+    if (!isWhole) return ended(errorInWords(text(TextId::copyDiffers)));
     return {};
   }
 
@@ -97,8 +95,7 @@ class StepRun {
       if (isCopied(files_, trees_, step.backup, step.path)) return true;
       if (removeTree(files_, trees_, step.path) != 0) return false;
     }
-    const std::string folder = step.path.substr(0, step.path.rfind(kPathSeparator));
-    return copyChecked(step.backup, folder, TextId::performingUndo).done;
+    return copyChecked(step.backup, folderOf(step.path), TextId::performingUndo).done;
   }
 
   FileSystem& files_;

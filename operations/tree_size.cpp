@@ -116,6 +116,10 @@ TreeSize& TreeSize::operator+=(const TreeSize& other) {
   return *this;
 }
 
+std::string folderOf(const std::string& path) { return path.substr(0, path.rfind(kPathSeparator)); }
+
+std::string nameOf(const std::string& path) { return path.substr(path.rfind(kPathSeparator) + 1); }
+
 size_t pathLength(std::string_view path) {
   // What is no character is a unit of its own.
   return utf16FromUtf8<char16_t>(path).size();
@@ -141,16 +145,18 @@ bool isCopied(FileSystem& files, TreeOperations& trees, const std::string& origi
   return isSameFile(facts[0], facts[1]);
 }
 
-void copyFolderTimes(FileSystem& files, TreeOperations& trees, const std::string& original,
+bool copyFolderTimes(FileSystem& files, TreeOperations& trees, const std::string& original,
                      const std::string& copy) {
   FolderListing listing;
-  files.list(original, nullptr, listing);
+  if (files.list(original, nullptr, listing) != 0) return false;
   for (uint32_t i = 0; i < listing.size(); ++i) {
+    const std::string name(listing.name(i));
     if (listing.entry(i).kind != FileKind::folder || listing.entry(i).isLink) continue;
-    copyFolderTimes(files, trees, joinPath(original, listing.name(i)), joinPath(copy, listing.name(i)));
+    if (!copyFolderTimes(files, trees, joinPath(original, name), joinPath(copy, name))) return false;
   }
   // Last, as what is done below may count as a change.
   trees.copyTimes(original, copy);
+  return true;
 }
 
 SystemError removeTree(FileSystem& files, TreeOperations& trees, const std::string& path) {

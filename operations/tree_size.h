@@ -33,6 +33,10 @@ struct TreeSize {
 std::optional<Refusal> measureTree(FileSystem& files, TreeOperations& trees, const std::string& path,
                                    TreeSize& size);
 
+/// The folder that a path lies in, and the name there.
+std::string folderOf(const std::string& path);
+std::string nameOf(const std::string& path);
+
 /// How long a path is for the system, in UTF-16 units.
 size_t pathLength(std::string_view path);
 
@@ -40,8 +44,9 @@ size_t pathLength(std::string_view path);
 /// keep times only to two seconds.
 bool isCopied(FileSystem& files, TreeOperations& trees, const std::string& original, const std::string& copy);
 
-/// Gives every folder of a copy the times of its original, as far as that can be done.
-void copyFolderTimes(FileSystem& files, TreeOperations& trees, const std::string& original,
+/// Gives every folder of a copy the times of its original, as far as that can be done. False when the folders
+/// cannot be found.
+bool copyFolderTimes(FileSystem& files, TreeOperations& trees, const std::string& original,
                      const std::string& copy);
 
 /// Removes a file, or a folder with all below it, for good; of a link, the link. Nothing there counts as

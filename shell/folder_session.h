@@ -71,7 +71,7 @@ class FolderSession {
   // What the window shows.
 
   /// "Merivane - [old, new*]": the folders' names, a star after one that an operation has changed, "<no
-  /// folder>" for none.
+  /// folder>" for a name that can be none.
   std::string title() const;
 
   /// The folder that a side shows, else the name in its box; may be empty.
@@ -84,12 +84,12 @@ class FolderSession {
   std::string tabLabel(FolderCategory category) const;
 
   /// For the status bar. What is selected: "3 entries, 1234 bytes" (the bytes of files; of the category's new
-  /// side where it has one). The filter of the result: "Filter: *.txt"; empty without. "Changed: 3, Old: 1,
-  /// New: 2, Same: 40"; empty while no result is shown. "2 could not be compared"; empty when all were.
+  /// side where it has one); empty for nothing. The filter of the result: "Filter: *.txt"; empty without.
+  /// What the result was: "Changed: 3, Old: 1, New: 2, Same: 40", and the number of those that could not be
+  /// compared, if any; empty while no result is shown.
   std::string selectionText(FolderCategory category, const RowSelection& selection) const;
   const std::string& filterText() const { return filterText_; }
   std::string countsText() const;
-  std::string notComparedText() const;
 
   /// How far the comparison under way is: entries, bytes, folder. For the window's own thread, at any time.
   std::string progressText() const;
@@ -172,8 +172,31 @@ class FolderSession {
   struct Comparison;
   using Marks = std::map<uint32_t, DoneOperation>;
 
+  /// What decides about the commands for some rows.
+  struct RowFacts {
+    std::vector<uint32_t> rows;
+    bool canAct = false;  // on one at least
+    bool canUndo = false;
+    bool isSingle = false;
+  };
+
   const Marks& marks(FolderCategory category) const { return marks_[static_cast<size_t>(category)]; }
   Marks& marks(FolderCategory category) { return marks_[static_cast<size_t>(category)]; }
+  const std::vector<FolderEntry>& entries(FolderCategory category) const {
+    return result_.category(category);
+  }
+  RowFacts facts(FolderCategory category, const RowSelection& selection) const;
+  bool canBeFolder(const std::string& name) const;
+  void onCompared(Result result, Comparison& comparison);
+  void discardOperations();
+  size_t undoableOperations() const;
+  bool mayLoseOperations();
+  void compareRows(FolderCategory category, const RowFacts& facts);
+  void operate(EntryOperation operation, FolderCategory category, const RowFacts& facts);
+  void undoRows(FolderCategory category, const RowFacts& facts);
+  bool mayChange(const std::vector<std::string>& changed);
+  bool mayLose(const std::vector<Examination>& examinations);
+  void reportFailure(const std::string& message);
 
   FolderSessionHost& host_;
   const SessionWorld world_;
@@ -181,13 +204,12 @@ class FolderSession {
   FolderOperations operations_;
   bool fresh_ = true;
   bool shown_ = false;
-  bool comparing_ = false;
   bool modified_[2] = {false, false};
   std::string paths_[2];  // the compared folders
   FolderComparison result_;
   std::string filterText_;
   Marks marks_[kFolderCategories];
-  std::shared_ptr<FolderProgress> progress_;  // of the comparison under way
+  std::shared_ptr<Comparison> comparison_;  // under way
 };
 
 }  // namespace merivane

@@ -62,8 +62,9 @@ struct BrowseStart {
 /// In the folder that the name is of, or the nearest one above it that is there; at the file.
 BrowseStart browseStart(FileSystem& files, const std::string& name);
 
-/// The name of the value that keeps a box's last text, and the base names of the text window's two boxes.
+/// The name of the value that keeps a box's last text, and the base names of each window's two boxes.
 std::string boxTextKey(std::string_view baseName);
 inline constexpr const char* kFileBoxNames[2] = {"LeftFile", "RightFile"};
+inline constexpr const char* kFolderBoxNames[2] = {"LeftFolder", "RightFolder"};
 
 }  // namespace merivane

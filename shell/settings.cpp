@@ -108,6 +108,25 @@ CompareOptions Settings::compareOptions() const {
   return {ignoreCase, static_cast<uint32_t>(ignoreBlanks2), compareChanges};
 }
 
+FolderOptions Settings::folderOptions() const {
+  FolderOptions options;
+  options.subfolders = compareSubfolders;
+  options.ignoreNameCase = ignoreNameCase;
+  options.date = compareDate;
+  options.size = compareSize;
+  options.attributes = compareAttribs;
+  options.folderDate = compareFolderDate;
+  options.folderAttributes = compareFolderAttribs;
+  options.quickContents = compareQuick;
+  options.fullContents = compareFull;
+  options.hasIncludeFilter = haveIncludeFilter;
+  options.hasExcludeFilter = haveExcludeFilter;
+  options.includeFilter = includeFilterHistory.First();
+  options.excludeFilter = excludeFilterHistory.First();
+  options.text = compareOptions();
+  return options;
+}
+
 RowLook Settings::look() const {
   return {static_cast<uint32_t>(tabStop),
           showWhiteSpace,

@@ -7,6 +7,7 @@
 
 #include "display/row_look.h"
 #include "engine/compare_options.h"
+#include "folders/folder_options.h"
 #include "mergeview/view_options.h"
 #include "output/writers.h"
 #include "shell/history_list.h"
@@ -98,6 +99,7 @@ struct Settings {
   HistoryList& folderHistory(int side) { return side == 0 ? leftFolderHistory : rightFolderHistory; }
 
   CompareOptions compareOptions() const;
+  FolderOptions folderOptions() const;
   RowLook look() const;
   ViewOptions viewOptions() const;
   WriterOptions writerOptions() const;  // but the time

@@ -33,11 +33,13 @@ TEST(Paths, ValidityFollowsDriveColonShareAndWildcardRules) {
 TEST(TempFiles, TheFirstFreeNameIsTaken) {
   MemoryFiles files;
   files.files["C:\\t\\cmp-00007.tmp"] = {};
-  files.files["C:\\t\\cmp-99998.tmp"].kind = FileKind::folder;
+  files.files[joinPath("C:\\t", "cmp-99998.tmp")].kind = FileKind::folder;
   const uint32_t numbers[] = {7, 99998, 99999 + 42};
   const uint32_t* next = numbers;
-  EXPECT_EQ(MakeTempFileName(files, "C:\\t", "cmp-", [&] { return *next++; }), "C:\\t\\cmp-00042.tmp");
-  EXPECT_EQ(MakeTempFileName(files, "C:\\", "x", [] { return 5u; }), "C:\\x00005.tmp");
+  EXPECT_EQ(MakeTempFileName(files, "C:\\t", "cmp-", [&] { return *next++; }),
+            joinPath("C:\\t", "cmp-00042.tmp"));
+  EXPECT_EQ(MakeTempFileName(files, joinPath("C:", "") + kPathSeparator, "x", [] { return 5u; }),
+            joinPath("C:", "x00005.tmp"));
 }
 
 }  // namespace

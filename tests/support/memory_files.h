@@ -28,7 +28,10 @@ class MemoryFiles final : public FileSystem {
     int64_t modified = 0;   // counts the commits
     uint64_t toldSize = 0;  // what an opened file says its size is, if it is not 0
     bool hidden = false;
+    bool link = false;
     SystemError error = 0;  // what opening or listing it comes to
+
+    bool operator==(const File&) const = default;
   };
 
   std::map<std::string, File> files;
@@ -90,6 +93,7 @@ class MemoryFiles final : public FileSystem {
       if (file.kind == FileKind::file) entry.size = file.contents.size();
       entry.modified = file.modified;
       entry.isHidden = file.hidden;
+      entry.isLink = file.link;
       entry.isReadOnly = !file.writable;
       listing.add(name, entry);
     }
@@ -98,13 +102,20 @@ class MemoryFiles final : public FileSystem {
 
   std::atomic<int> opened = 0;  // how many files were opened so far
 
-  /// One step fails, the `failing`-th from 0 of all that open, list, read, create, write or commit.
+  /// One step fails, the `failing`-th from 0 of all that open, list, read, create, write or commit, or that
+  /// ask next() because they change the files themselves.
   void failStep(uint32_t failing, SystemError error) {
     stepsLeft_ = failing;
     error_ = error;
   }
   /// Lets all steps succeed again, and tells whether one has failed.
   bool endFailing() { return std::exchange(error_, 0) == 0; }
+
+  /// 0, or the error when it is this step's turn.
+  SystemError next() {
+    const std::lock_guard lock(mutex_);
+    return error_ == 0 || stepsLeft_-- > 0 ? 0 : std::exchange(error_, 0);
+  }
 
  private:
   class Input final : public InputFile {
@@ -150,12 +161,6 @@ class MemoryFiles final : public FileSystem {
     const std::string path_;
     std::string contents_;
   };
-
-  /// 0, or the error when it is this step's turn.
-  SystemError next() {
-    const std::lock_guard lock(mutex_);
-    return error_ == 0 || stepsLeft_-- > 0 ? 0 : std::exchange(error_, 0);
-  }
 
   std::mutex mutex_;
   uint32_t stepsLeft_ = 0;
