@@ -32,7 +32,7 @@ TEST(Paths, ValidityFollowsDriveColonShareAndWildcardRules) {
 
 TEST(TempFiles, TheFirstFreeNameIsTaken) {
   MemoryFiles files;
-  files.files["C:\\t\\cmp-00007.tmp"] = {};
+  files.files[joinPath("C:\\t", "cmp-00007.tmp")] = {};
   files.files[joinPath("C:\\t", "cmp-99998.tmp")].kind = FileKind::folder;
   const uint32_t numbers[] = {7, 99998, 99999 + 42};
   const uint32_t* next = numbers;
