@@ -131,7 +131,7 @@ TEST_F(WindowsTest, FollowsTheResolutionOfItsMonitor) {
   const RECT place = areaOf(window.handle());
   window.changeDpi(144, {20, 10, 1220, 910});
   EXPECT_THAT(placeOf(window.handle()), testing::ElementsAre(20, 10, 1220, 910));
-  for (const auto& [part, size] : sizes()) EXPECT_NEAR(size, usual.at(part) * 3 / 2, 6) << part;
+  for (const auto& [part, size] : sizes()) EXPECT_NEAR(size, usual.at(part) * 3 / 2, 5) << part;
   window.changeDpi(96, place);
   EXPECT_EQ(sizes(), usual);
 }
