@@ -1,5 +1,6 @@
 #include "shell/command_line.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "base/message_format.h"
@@ -11,7 +12,7 @@ namespace {
 
 /// What is wrong, and how it is done right.
 StartAction refusal(const std::string& wrong) {
-  return {StartAction::Kind::refusal, {}, wrong + "\n\n" + text(TextId::commandLineHelp)};
+  return {StartAction::Kind::refusal, WindowKind::text, {}, wrong + "\n\n" + text(TextId::commandLineHelp)};
 }
 
 bool startsAsOption(const std::string& argument) {
@@ -26,7 +27,7 @@ StartAction readArguments(const std::vector<std::string>& arguments, FileSystem&
   std::optional<std::string> unknownOption;
   for (const std::string& argument : arguments) {
     if (argument == "/?" || argument == "-?") {
-      return {StartAction::Kind::help, {}, text(TextId::commandLineHelp)};
+      return {StartAction::Kind::help, WindowKind::text, {}, text(TextId::commandLineHelp)};
     }
     const FileKind kind = argument.empty() ? FileKind::none : files.kind(argument);
     // It stands for a file that is not there.
@@ -44,6 +45,8 @@ StartAction readArguments(const std::vector<std::string>& arguments, FileSystem&
   StartAction action;
   for (size_t i = 0; i < paths.size(); ++i)
     action.paths[i] = paths[i].empty() ? "" : files.absolute(paths[i]);
+  const bool folders = std::find(kinds.begin(), kinds.end(), FileKind::folder) != kinds.end();
+  if (folders) action.window = WindowKind::folder;
   for (size_t i = 0; i < paths.size(); ++i) {
     if (kinds[i] != FileKind::none) continue;
     action.kind = StartAction::Kind::notFound;
@@ -54,8 +57,7 @@ StartAction readArguments(const std::vector<std::string>& arguments, FileSystem&
   if (paths.size() == 2 && kinds[0] != kinds[1]) {
     return refusal(formatMessage(TextId::fileAndFolder, {paths[0], paths[1]}));
   }
-  if (kinds[0] == FileKind::folder) return refusal(text(TextId::foldersNotYet));
-  action.kind = paths.size() == 1 ? StartAction::Kind::oneFile : StartAction::Kind::twoFiles;
+  action.kind = paths.size() == 1 ? StartAction::Kind::onePath : StartAction::Kind::twoPaths;
   return action;
 }
 

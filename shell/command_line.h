@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/file_system.h"
+#include "shell/window_kind.h"
 
 namespace merivane {
 
@@ -11,15 +12,16 @@ namespace merivane {
 struct StartAction {
   enum class Kind {
     emptyTextWindow,
-    oneFile,   // paths[0] goes into the left box; nothing to compare yet
-    twoFiles,  // compared at once
+    onePath,   // paths[0] goes into the left box; nothing to compare yet
+    twoPaths,  // compared at once
     notFound,  // both go into the boxes, and the message says what is wrong
     refusal,   // the message says what is wrong, and the program ends without a window
     help,      // so it does after this message
   };
 
   Kind kind = Kind::emptyTextWindow;
-  std::string paths[2];  // absolute
+  WindowKind window = WindowKind::text;  // that the paths go into
+  std::string paths[2];                  // absolute
   std::string message;
 };
 

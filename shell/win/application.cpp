@@ -2,6 +2,7 @@
 
 #include <ole2.h>
 
+#include "base/texts.h"
 #include "base/win/messages.h"
 #include "base/win/wide.h"
 #include "base/win/window.h"
@@ -29,20 +30,23 @@ bool Application::InitApplication(const std::vector<std::string>& arguments) {
   startFolder = currentFolder();
 
   const StartAction action = readArguments(arguments, systemFiles());
+  if (action.window == WindowKind::folder) {
+    showMessage(nullptr, text(TextId::foldersNotYet), MB_OK | MB_ICONERROR);
+    return false;
+  }
   switch (action.kind) {
     case StartAction::Kind::help:
       showMessage(nullptr, action.message, MB_OK | MB_ICONINFORMATION);
       return false;
     case StartAction::Kind::refusal: showMessage(nullptr, action.message, MB_OK | MB_ICONERROR); return false;
     case StartAction::Kind::notFound: {
-      const TopLevelWindow* const window =
-          windows.openNew(WindowKind::text, action.paths[0], action.paths[1]);
+      const TopLevelWindow* const window = windows.openNew(action.window, action.paths[0], action.paths[1]);
       if (window != nullptr) showMessage(window->handle(), action.message, MB_OK | MB_ICONERROR);
       return window != nullptr;
     }
-    case StartAction::Kind::twoFiles:
-      return windows.compare(WindowKind::text, nullptr, action.paths[0], action.paths[1], false);
-    case StartAction::Kind::oneFile: return windows.openNew(WindowKind::text, action.paths[0], "") != nullptr;
+    case StartAction::Kind::twoPaths:
+      return windows.compare(action.window, nullptr, action.paths[0], action.paths[1], false);
+    case StartAction::Kind::onePath: return windows.openNew(action.window, action.paths[0], "") != nullptr;
     case StartAction::Kind::emptyTextWindow: return windows.openNew(WindowKind::text) != nullptr;
   }
   return false;

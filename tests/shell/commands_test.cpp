@@ -39,15 +39,18 @@ TEST(CommandLine, WhatIsAskedForIsDoneOrSaid) {
       {{"con"}, notFound + "con"},
       {{"nul", "a"}, "2: C:\\nul, C:\\a"},
       {{"a", "d"}, "A file cannot be compared with a folder:\na\nd\n\n" + help},
-      {{"d", "e"}, text(TextId::foldersNotYet) + ("\n\n" + help)},
+      {{"d", "e"}, "2: C:\\d, C:\\e in a folder window"},
+      {{"d"}, "1: C:\\d in a folder window"},
   };
   const StartAction mistyped = readArguments({"a", "missing"}, files);
   EXPECT_EQ(mistyped.kind, StartAction::Kind::notFound);
   EXPECT_EQ(mistyped.paths[0] + ", " + mistyped.paths[1], "C:\\a, C:\\missing")
       << "to be mended in the boxes";
   for (const auto& [arguments, answer] : cases) {
-    const auto [kind, paths, message] = readArguments(arguments, files);
-    const std::string opens = std::to_string(static_cast<int>(kind)) + ": " + paths[0] + ", " + paths[1];
+    const auto [kind, window, paths, message] = readArguments(arguments, files);
+    std::string opens = std::to_string(static_cast<int>(kind)) + ": " + paths[0];
+    if (window == WindowKind::text || !paths[1].empty()) opens += ", " + paths[1];
+    if (window == WindowKind::folder) opens += " in a folder window";
     EXPECT_EQ(message.empty() ? opens : message, answer);
   }
 }

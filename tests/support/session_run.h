@@ -13,7 +13,7 @@
 namespace merivane {
 
 /// Answers as told and writes down what it was asked to do.
-class FakeWindow final : public TextSessionHost {
+class FakeSessionHost : public virtual SessionHost {
  public:
   std::string name(int side) const override { return names[side]; }
   void setName(int side, const std::string& name) override { names[side] = name; }
@@ -35,6 +35,26 @@ class FakeWindow final : public TextSessionHost {
     job = std::move(work);
     whenJobEnds = std::move(whenEnded);
   }
+  std::string names[2];
+  std::deque<Answer> answers;  // Cancel when there are no more
+  Work job;
+  WhenWorkEnds whenJobEnds;
+  std::string log, status;
+  int outOfMemory = 0;
+
+  /// What was said since the last time.
+  std::string said() { return std::exchange(log, {}); }
+
+  /// Does the job that was started.
+  void finish(WorkEnd end) {
+    const Work work = std::exchange(job, nullptr);
+    if (end != WorkEnd::outOfMemory) work({});
+    std::exchange(whenJobEnds, nullptr)(end);
+  }
+};
+
+class FakeWindow final : public FakeSessionHost, public TextSessionHost {
+ public:
   std::optional<std::string> chooseSaveFile(const std::string& title, const std::string& name) override {
     log += title + " from " + name + "\n";
     return chosen;
@@ -45,13 +65,7 @@ class FakeWindow final : public TextSessionHost {
     return ExportChoice{ExportScope::differences, *chosen};
   }
 
-  std::string names[2];
-  std::deque<Answer> answers;  // Cancel when there are no more
   std::optional<std::string> chosen;
-  Work job;
-  WhenWorkEnds whenJobEnds;
-  std::string log, status;
-  int outOfMemory = 0;
 };
 
 /// Two files with a different second line, their names in the boxes of a window.
@@ -64,15 +78,9 @@ struct SessionRun {
     for (const int side : {0, 1}) edits.view().file(side).path.clear();
   }
 
-  /// What the session said since the last time.
-  std::string said() { return std::exchange(window.log, {}); }
-
+  std::string said() { return window.said(); }
   bool isComparing() const { return window.job != nullptr; }
-  void finish(WorkEnd end) {
-    const Work job = std::exchange(window.job, nullptr);
-    if (end != WorkEnd::outOfMemory) job({});
-    std::exchange(window.whenJobEnds, nullptr)(end);
-  }
+  void finish(WorkEnd end) { window.finish(end); }
   /// Compares, and returns what is said of it.
   std::string compare(WorkEnd end = WorkEnd::done) {
     session.compare();
