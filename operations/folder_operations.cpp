@@ -27,6 +27,16 @@ bool isWithin(const std::string& path, const std::string& other) {
   return inner == outer || (inner.starts_with(outer) && inner[outer.size()] == kPathSeparator);
 }
 
+/// Whether all names of a path are taken literally.
+bool isLiteralPath(std::string_view path) {
+  for (;;) {
+    const size_t end = path.find(kPathSeparator);
+    if (!isTakenLiterally(path.substr(0, end))) return false;
+    if (end == std::string_view::npos) return true;
+    path.remove_prefix(end + 1);
+  }
+}
+
 bool isSame(const FoundEntry& a, const FoundEntry& b) {
   if (a.kind != b.kind || a.isLink != b.isLink) return false;
   // A folder's own time changes with what is done below it.
@@ -52,8 +62,7 @@ class StepList {
   /// The folders down to `folder` that are not there. Returns them, the outermost first.
   std::vector<std::string> makeFolders(const std::string& folder) {
     std::vector<std::string> missing;
-    for (std::string each = folder; !exists(each) && each.find(kPathSeparator) != std::string::npos;
-         each = folderOf(each)) {
+    for (std::string each = folder; !each.empty() && !exists(each); each = folderOf(each)) {
       missing.insert(missing.begin(), each);
     }
     for (const std::string& each : missing) add({Step::Kind::makeFolder, each, {}, {}});
@@ -154,6 +163,10 @@ std::optional<Refusal> FolderOperations::refuse(Examination& examination, const 
   if (examination.keepsUndo && trees_.temporaryFolder().empty()) {
     return Refusal{TextId::refusedNoTemporaryFolder, {}};
   }
+  // Before anything else, as it may have been something of another name that was found.
+  for (const Examination::Side& side : examination.sides) {
+    if (!isLiteralPath(side.name)) return Refusal{TextId::refusedName, side.path};
+  }
   if (auto refusal = measureLost(examination)) return refusal;
   const auto& sides = examination.sides;
   for (const int side : {0, 1}) {
@@ -201,9 +214,7 @@ std::optional<Refusal> FolderOperations::measureLost(Examination& examination) {
 /// The nearest folder above a path that is there.
 std::string FolderOperations::folderThatIs(const std::string& path) const {
   std::string folder = folderOf(path);
-  while (!trees_.find(folder).exists() && folder.find(kPathSeparator) != std::string::npos) {
-    folder = folderOf(folder);
-  }
+  while (!folder.empty() && !trees_.find(folder).exists()) folder = folderOf(folder);
   return folder;
 }
 
@@ -394,10 +405,9 @@ std::optional<Refusal> FolderOperations::refuseForLater(const DoneOperation& don
     const std::string& path = done.sides[side].path;
     const std::string name = folded(path);
     const auto isLater = [&](const auto& changed) { return changed.second > done.number; };
-    for (std::string above = name;; above = folderOf(above)) {
+    for (std::string above = name; !above.empty(); above = folderOf(above)) {
       const auto [first, last] = changed_.equal_range(above);
       if (std::any_of(first, last, isLater)) return Refusal{TextId::refusedLaterOperation, path};
-      if (above.find(kPathSeparator) == std::string::npos) break;
     }
     const std::string start = name + kPathSeparator;
     for (auto at = changed_.lower_bound(start); at != changed_.end() && at->first.starts_with(start); ++at) {

@@ -11,29 +11,6 @@
 namespace merivane {
 namespace {
 
-/// Names that the shell takes for a pattern, shortens, or takes for a device whatever follows the dot.
-bool isTakenLiterally(std::string_view name) {
-  if (name.empty() || name.back() == ' ' || name.back() == '.') return false;
-  for (const char c : name) {
-    if (static_cast<unsigned char>(c) < ' ' || std::string_view("?*<>|\":/").find(c) != std::string::npos) {
-      return false;
-    }
-  }
-  std::string_view start = name.substr(0, name.find('.'));
-  while (!start.empty() && start.back() == ' ') start.remove_suffix(1);
-  for (const std::string_view device : {"con", "prn", "aux", "nul", "conin$", "conout$"}) {
-    if (equalNames(start, device, false)) return false;
-  }
-  const std::string_view port = start.substr(0, 3);
-  const bool numbered =
-      start.size() > 3 && (equalNames(port, "com", false) || equalNames(port, "lpt", false));
-  // The digits above 1, 2 and 3 count too: two bytes each in UTF-8.
-  return !numbered || (start.size() == 4 ? start[3] < '0' || start[3] > '9'
-                                         : start != std::string(port) + "\xC2\xB9" &&
-                                               start != std::string(port) + "\xC2\xB2" &&
-                                               start != std::string(port) + "\xC2\xB3");
-}
-
 class Measuring {
  public:
   Measuring(FileSystem& files, TreeSize& size) : files_(files), size_(size) {}
@@ -116,7 +93,34 @@ TreeSize& TreeSize::operator+=(const TreeSize& other) {
   return *this;
 }
 
-std::string folderOf(const std::string& path) { return path.substr(0, path.rfind(kPathSeparator)); }
+bool isTakenLiterally(std::string_view name) {
+  if (name.empty() || name.back() == ' ' || name.back() == '.') return false;
+  for (const char c : name) {
+    if (static_cast<unsigned char>(c) < ' ' || std::string_view("?*<>|\":/").find(c) != std::string::npos) {
+      return false;
+    }
+  }
+  std::string_view start = name.substr(0, name.find('.'));
+  while (!start.empty() && start.back() == ' ') start.remove_suffix(1);
+  for (const std::string_view device : {"con", "prn", "aux", "nul", "conin$", "conout$"}) {
+    if (equalNames(start, device, false)) return false;
+  }
+  const std::string_view port = start.substr(0, 3);
+  const bool numbered =
+      start.size() > 3 && (equalNames(port, "com", false) || equalNames(port, "lpt", false));
+  // The digits above 1, 2 and 3 count too: two bytes each in UTF-8.
+  return !numbered || (start.size() == 4 ? start[3] < '0' || start[3] > '9'
+                                         : start != std::string(port) + "\xC2\xB9" &&
+                                               start != std::string(port) + "\xC2\xB2" &&
+                                               start != std::string(port) + "\xC2\xB3");
+}
+
+std::string folderOf(const std::string& path) {
+  const size_t end = path.rfind(kPathSeparator);
+  if (end == std::string::npos || end + 1 == path.size()) return {};
+  const bool isTop = end == 0 || path[end - 1] == ':';
+  return path.substr(0, isTop ? end + 1 : end);
+}
 
 std::string nameOf(const std::string& path) { return path.substr(path.rfind(kPathSeparator) + 1); }
 
@@ -167,6 +171,7 @@ SystemError removeTree(FileSystem& files, TreeOperations& trees, const std::stri
     FolderListing listing;
     if (const SystemError error = files.list(path, nullptr, listing)) return error;
     for (uint32_t i = 0; i < listing.size(); ++i) {
+      if (!isTakenLiterally(listing.name(i))) return errorInWords(text(TextId::notTakenLiterally));
       if (const SystemError error = removeTree(files, trees, joinPath(path, listing.name(i)))) return error;
     }
   }

@@ -33,7 +33,10 @@ struct TreeSize {
 std::optional<Refusal> measureTree(FileSystem& files, TreeOperations& trees, const std::string& path,
                                    TreeSize& size);
 
-/// The folder that a path lies in, and the name there.
+/// Whether the system takes a name as it is: not for a pattern, a device, or without the dots at its end.
+bool isTakenLiterally(std::string_view name);
+
+/// The folder that a path lies in, empty for none, and the name there. A drive's keeps its separator.
 std::string folderOf(const std::string& path);
 std::string nameOf(const std::string& path);
 
@@ -50,7 +53,8 @@ bool copyFolderTimes(FileSystem& files, TreeOperations& trees, const std::string
                      const std::string& copy);
 
 /// Removes a file, or a folder with all below it, for good; of a link, the link. Nothing there counts as
-/// removed. Returns 0 or the error, after which a part of it may be gone.
+/// removed, and what is not taken literally is not touched. Returns 0 or the error, after which a part of it
+/// may be gone.
 SystemError removeTree(FileSystem& files, TreeOperations& trees, const std::string& path);
 
 }  // namespace merivane

@@ -87,6 +87,18 @@ std::string shownFolderName(std::string path) {
   return name.empty() || name.back() == ':' ? path + (path.ends_with(':') ? "\\" : "") : name;
 }
 
+/// Is so while it lives.
+class While {
+ public:
+  explicit While(bool& is) : is_(is) { is_ = true; }
+  ~While() { is_ = false; }
+  While(const While&) = delete;
+  While& operator=(const While&) = delete;
+
+ private:
+  bool& is_;
+};
+
 bool beginsWith(std::string_view name, std::string_view typed) {
   return name.size() >= typed.size() && equalNames(name.substr(0, typed.size()), typed, false);
 }
@@ -275,7 +287,7 @@ void FolderSession::restoreNames() {
 }
 
 void FolderSession::compare() {
-  if (comparison_ != nullptr) return;
+  if (isBusy()) return;
   const auto comparison = std::make_shared<Comparison>();
   auto& names = comparison->names;
   constexpr TextId invalid[] = {TextId::oldFolderNameInvalid, TextId::newFolderNameInvalid};
@@ -430,6 +442,7 @@ std::vector<RowMenuItem> FolderSession::deleteMenu(FolderCategory category,
 }
 
 void FolderSession::run(Command command, FolderCategory category, const RowSelection& selection) {
+  if (isBusy()) return;
   const RowFacts rows = facts(category, selection);
   if (rows.rows.empty()) return host_.showStatus(text(TextId::nothingSelected));
   if (command == Command::undo) {
@@ -460,6 +473,7 @@ void FolderSession::compareRows(FolderCategory category, const RowFacts& facts) 
 }
 
 void FolderSession::operate(EntryOperation operation, FolderCategory category, const RowFacts& facts) {
+  const While operating(operating_);
   std::vector<uint32_t> rows;
   std::vector<Examination> examinations;
   std::vector<std::string> changed;
@@ -494,6 +508,7 @@ void FolderSession::operate(EntryOperation operation, FolderCategory category, c
 
 /// In the order of the rows; where one is about what lies in the folder of another, the later done first.
 void FolderSession::undoRows(FolderCategory category, const RowFacts& facts) {
+  const While operating(operating_);
   std::vector<uint32_t> left;
   std::vector<std::string> changed;
   for (const uint32_t row : facts.rows) {
@@ -605,6 +620,6 @@ bool FolderSession::mayLoseOperations() {
   return host_.ask({question, false, true, true}) == Answer::yes;
 }
 
-bool FolderSession::mayClose() { return mayLoseOperations(); }
+bool FolderSession::mayClose() { return !operating_ && mayLoseOperations(); }
 
 }  // namespace merivane

@@ -80,6 +80,10 @@ class FolderSession {
   bool isFresh() const { return fresh_; }
   bool showsComparison() const { return shown_; }
 
+  /// A comparison or a command is under way. Until it has ended nothing else is begun, and the window stays:
+  /// the shell takes messages while it copies and deletes.
+  bool isBusy() const { return comparison_ != nullptr || operating_; }
+
   /// "Changed (3)": with the number of entries on which nothing was done yet.
   std::string tabLabel(FolderCategory category) const;
 
@@ -204,6 +208,7 @@ class FolderSession {
   FolderOperations operations_;
   bool fresh_ = true;
   bool shown_ = false;
+  bool operating_ = false;
   bool modified_[2] = {false, false};
   std::string paths_[2];  // the compared folders
   FolderComparison result_;

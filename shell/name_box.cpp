@@ -53,6 +53,17 @@ std::optional<std::string> upOneFolder(std::string_view path) {
   return folder;
 }
 
+std::optional<std::array<std::string, 2>> parentFolders(const std::string (&files)[2]) {
+  std::array<std::string, 2> folders;
+  for (const int side : {0, 1}) {
+    const auto above = upOneFolder(files[side]);
+    if (!above) return std::nullopt;
+    const bool isTop = above->ends_with(":\\") || above->size() == 1;
+    folders[side] = isTop ? *above : above->substr(0, above->size() - 1);
+  }
+  return folders;
+}
+
 BrowseStart browseStart(FileSystem& files, const std::string& name) {
   if (!IsValidPath(name, false)) return {};
   const std::string whole = files.absolute(name);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -50,6 +51,10 @@ bool acceptsDrop(FileKind item, uint32_t dropKinds);
 /// Returns the folder above a path, with a backslash at its end; none where there is no higher one, as for a
 /// drive, a share or a plain name.
 std::optional<std::string> upOneFolder(std::string_view path);
+
+/// The folders that two files lie in, without a separator at the end unless it is a drive's; none where one
+/// of the names has no folder.
+std::optional<std::array<std::string, 2>> parentFolders(const std::string (&files)[2]);
 
 /// Where a file dialog that is asked for from a name begins.
 struct BrowseStart {

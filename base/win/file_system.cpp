@@ -7,6 +7,7 @@
 
 #include "base/file_replacement.h"
 #include "base/paths.h"
+#include "base/win/file_facts.h"
 #include "base/win/handle.h"
 #include "base/win/wide.h"
 
@@ -51,8 +52,6 @@ class WindowsInputFile final : public InputFile {
   Handle handle_;
   uint64_t size_ = 0;
 };
-
-constexpr uint64_t joined(DWORD high, DWORD low) { return uint64_t{high} << 32 | low; }
 
 /// Opens what a path leads to, links followed, to be asked about.
 HANDLE openToAsk(const std::wstring& path) {

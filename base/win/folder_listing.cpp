@@ -6,18 +6,12 @@
 #include <string>
 
 #include "base/paths.h"
+#include "base/win/file_facts.h"
 #include "base/win/handle.h"
 #include "base/win/wide.h"
 
 namespace merivane {
 namespace {
-
-uint64_t joined(DWORD high, DWORD low) { return uint64_t{high} << 32 | low; }
-
-int64_t wholeSeconds(const FILETIME& time) {
-  constexpr int64_t aSecond = 10'000'000, until1970 = 11'644'473'600;
-  return static_cast<int64_t>(joined(time.dwHighDateTime, time.dwLowDateTime)) / aSecond - until1970;
-}
 
 /// What a path leads to, through all links. Returns 0 or the error.
 SystemError lookThrough(const std::wstring& path, BY_HANDLE_FILE_INFORMATION& found) {
@@ -37,12 +31,6 @@ void fill(const Found& found, ListedEntry& entry) {
   entry.modified = wholeSeconds(found.ftLastWriteTime);
   entry.isHidden = (attributes & FILE_ATTRIBUTE_HIDDEN) != 0;
   entry.isReadOnly = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
-}
-
-/// Other reparse points, such as files that are kept in a cloud, are what they seem to be.
-bool isLink(const WIN32_FIND_DATAW& found) {
-  return (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
-         (found.dwReserved0 == IO_REPARSE_TAG_SYMLINK || found.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
 }
 
 }  // namespace

@@ -8,18 +8,12 @@
 #include <random>
 
 #include "base/paths.h"
+#include "base/win/file_facts.h"
 #include "base/win/handle.h"
 #include "base/win/wide.h"
 
 namespace merivane {
 namespace {
-
-constexpr uint64_t joined(DWORD high, DWORD low) { return uint64_t{high} << 32 | low; }
-
-int64_t wholeSeconds(const FILETIME& time) {
-  constexpr int64_t aSecond = 10'000'000, until1970 = 11'644'473'600;
-  return static_cast<int64_t>(joined(time.dwHighDateTime, time.dwLowDateTime)) / aSecond - until1970;
-}
 
 /// Tries again for a while what scanners and indexers make fail for a moment.
 template <typename Call>
@@ -156,9 +150,7 @@ class ShellTrees final : public TreeOperations {
     if (search == INVALID_HANDLE_VALUE) return found;
     FindClose(search);
     found.name = utf8(entry.cFileName);
-    found.isLink =
-        (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
-        (entry.dwReserved0 == IO_REPARSE_TAG_SYMLINK || entry.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
+    found.isLink = isLink(entry);
     return found;
   }
 

@@ -4,10 +4,7 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
-#include <random>
-
 #include "base/file_system.h"
-#include "base/temp_files.h"
 #include "base/win/wide.h"
 
 namespace merivane {
@@ -100,15 +97,6 @@ bool ShowProperties(HWND owner, const std::string& path, ErrorReport report) {
   // The verb is one of the context menu, which the shell looks into only when told so.
   return reported(execute(owner, L"properties", path, SEE_MASK_INVOKEIDLIST), owner,
                   TextId::couldNotOpenProperties, report);
-}
-
-std::string MakeTempFileName(const std::string& prefix) {
-  wchar_t folder[MAX_PATH + 1];
-  const DWORD length = GetTempPathW(MAX_PATH + 1, folder);
-  if (length == 0 || length > MAX_PATH) return {};
-  std::random_device random;
-  return MakeTempFileName(systemFiles(), utf8({folder, length}), prefix,
-                          [&] { return static_cast<uint32_t>(random()); });
 }
 
 }  // namespace merivane

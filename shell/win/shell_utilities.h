@@ -27,7 +27,4 @@ bool OpenWithShell(HWND owner, const std::string& path, ErrorReport report);
 bool ExploreFolder(HWND owner, const std::string& folder, ErrorReport report);
 bool ShowProperties(HWND owner, const std::string& path, ErrorReport report);
 
-/// A name in the user's temporary folder that nothing has yet; empty when there is no such folder.
-std::string MakeTempFileName(const std::string& prefix);
-
 }  // namespace merivane

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 
 #include "base/names.h"
 #include "base/paths.h"
@@ -186,6 +187,94 @@ TEST(FolderOperations, EveryStepMayFailAndNothingIsLost) {
       }
     }
   }
+}
+
+/// Without undo a copy over an entry that fails leaves nothing there; all else stays.
+TEST(FolderOperations, WithoutUndoAFailureLeavesTheRest) {
+  for (const Case& c : kCases) {
+    for (uint32_t failing = 0;; ++failing) {
+      SCOPED_TRACE(std::string(c.name) + " operation " + std::to_string(static_cast<int>(c.operation)) +
+                   " failing " + std::to_string(failing));
+      World world;
+      fillWorld(world);
+      const Files before = world.trees();
+      const Examination examination = world.examine(c.name, c.operation, false);
+      world.files.failStep(failing, MemoryFiles::denied);
+      const auto end = world.perform(examination);
+      const bool failed = world.files.endFailing();
+      if (end == OperationEnd::Kind::done) {
+        EXPECT_FALSE(world.done.undoable);
+      } else if (end == OperationEnd::Kind::partly) {
+        expectDone(before, world.trees(), {c.name, EntryOperation::deleteOld});
+      } else if (isCopy(c.operation) && world.trees() != before) {
+        const auto deletion =
+            c.operation == EntryOperation::copyToOld ? EntryOperation::deleteOld : EntryOperation::deleteNew;
+        expectDone(before, world.trees(), {c.name, deletion});
+      } else {
+        EXPECT_EQ(world.trees(), before);
+      }
+      EXPECT_EQ(world.journals(), 0u);
+      if (!failed) break;
+    }
+  }
+}
+
+TEST(FolderOperations, WhatCannotBeDoneSafelyIsRefused) {
+  const std::string deep(200, 'd');
+  const struct {
+    const char* entry;
+    TextId reason;
+    std::function<void(World&)> make;
+    EntryOperation operation = EntryOperation::copyToOld;
+  } cases[] = {
+      {"tree", TextId::refusedLink, [](World& w) { w.file("N/tree/b.txt", "", 23).link = true; }},
+      {"tree", TextId::refusedName, [](World& w) { w.file("N/tree/any*", "", 23); }},
+      {"tree", TextId::refusedName, [](World& w) { w.file("N/tree/Com1.txt", "", 23); }},
+      {"tree", TextId::refusedName, [](World& w) { w.folder("O/tree/dot.", 23); },
+       EntryOperation::deleteBoth},
+      {"tree", TextId::refusedSpecial, [](World& w) { w.file("O/tree/p", "", 3).kind = FileKind::other; }},
+      {"tree", TextId::refusedUnreadable,
+       [](World& w) { w.files.files[inFolder("O/tree/deep")].error = 13; }},
+      {"tree", TextId::refusedTooLong,
+       [&](World& w) {
+         w.file("N/tree/" + deep + "/" + deep, "", 1);
+         w.folder("N/tree/" + deep, 1);
+       }},
+      {"both.txt", TextId::refusedMissing, [](World& w) { w.files.files.erase(inFolder("N/both.txt")); }},
+      {"both.txt", TextId::refusedOtherKind, [](World& w) { w.folder("O/both.txt", 1); }},
+      {"both.txt", TextId::refusedSameEntry,
+       [](World& w) { w.files.otherNames[inFolder("O/both.txt")] = inFolder("N/both.txt"); }},
+      {"both.txt", TextId::refusedNoRoom, [](World& w) { w.disk.room = 17; }},
+  };
+  for (const auto& c : cases) {
+    World world;
+    fillWorld(world);
+    c.make(world);
+    const Files before = world.trees();
+    const Examination examination = world.examine(c.entry, c.operation);
+    ASSERT_TRUE(examination.refusal) << text(c.reason);
+    EXPECT_EQ(examination.refusal->reason, c.reason) << examination.refusal->message();
+    EXPECT_EQ(world.trees(), before);
+  }
+}
+
+/// An entry is kept whatever the comparison knew of it, and under its own name.
+TEST(FolderOperations, WhatStandsInTheWayOfACopyIsKept) {
+  World world;
+  fillWorld(world);
+  world.file("O/twin.txt", "old", 3);
+  world.compare(false);
+  world.file("N/TWIN.TXT", "new", 4);
+  world.disk.ignoresCase = true;
+  const Files before = world.trees();
+  const Examination examination = world.examine("twin.txt", EntryOperation::copyToNew);
+  EXPECT_TRUE(examination.changedSince);
+  EXPECT_TRUE(examination.olderOverNewer);
+  ASSERT_EQ(world.perform(examination), OperationEnd::Kind::done);
+  EXPECT_FALSE(world.files.files.contains(inFolder("N/TWIN.TXT")));
+  EXPECT_EQ(world.files.files[inFolder("N/twin.txt")].contents, "old");
+  ASSERT_EQ(world.undo(), OperationEnd::Kind::done);
+  EXPECT_EQ(world.trees(), before);
 }
 
 TEST(FolderOperations, EveryStepOfUndoMayFailAndUndoCanBeTriedAgain) {
