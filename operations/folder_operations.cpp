@@ -104,14 +104,6 @@ class StepList {
   TreeOperations& trees_;
 };
 
-std::string operationName(EntryOperation operation) {
-  constexpr TextId names[] = {TextId::operationCompared,  TextId::operationCompared,
-                              TextId::operationCopyToOld, TextId::operationCopyToNew,
-                              TextId::operationDeleteOld, TextId::operationDeleteNew,
-                              TextId::operationDeleteBoth};
-  return text(names[static_cast<size_t>(operation)]);
-}
-
 OperationEnd failed(SystemError error) {
   // What has no error the shell has told itself.
   return {OperationEnd::Kind::failed,
@@ -131,6 +123,26 @@ std::optional<Refusal> refuseLength(const std::string& folder, size_t aside, con
 }
 
 }  // namespace
+
+std::string operationName(EntryOperation operation) {
+  switch (operation) {
+    case EntryOperation::none:
+      break;
+    case EntryOperation::compared:
+      return text(TextId::operationCompared);
+    case EntryOperation::copyToOld:
+      return text(TextId::operationCopyToOld);
+    case EntryOperation::copyToNew:
+      return text(TextId::operationCopyToNew);
+    case EntryOperation::deleteOld:
+      return text(TextId::operationDeleteOld);
+    case EntryOperation::deleteNew:
+      return text(TextId::operationDeleteNew);
+    case EntryOperation::deleteBoth:
+      return text(TextId::operationDeleteBoth);
+  }
+  return {};
+}
 
 // Looking.
 

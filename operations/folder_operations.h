@@ -26,6 +26,9 @@ enum class EntryOperation : uint8_t {
   deleteBoth = 6,
 };
 
+/// "copy to old"; empty for none.
+std::string operationName(EntryOperation operation);
+
 constexpr bool isCopy(EntryOperation operation) {
   return operation == EntryOperation::copyToOld || operation == EntryOperation::copyToNew;
 }

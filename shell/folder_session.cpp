@@ -9,70 +9,10 @@
 #include "base/paths.h"
 #include "output/folder_writers.h"
 #include "shell/name_box.h"
+#include "shell/row_commands.h"
 
 namespace merivane {
 namespace {
-
-EntryOperation operationOf(Command command) {
-  switch (command) {
-    case Command::copyToOld:
-      return EntryOperation::copyToOld;
-    case Command::copyToNew:
-      return EntryOperation::copyToNew;
-    case Command::deleteOld:
-      return EntryOperation::deleteOld;
-    case Command::deleteNew:
-      return EntryOperation::deleteNew;
-    case Command::deleteBoth:
-      return EntryOperation::deleteBoth;
-    default:
-      return EntryOperation::none;
-  }
-}
-
-std::string wordsOf(EntryOperation operation) {
-  constexpr TextId words[] = {TextId::operationCompared,  TextId::operationCompared,
-                              TextId::operationCopyToOld, TextId::operationCopyToNew,
-                              TextId::operationDeleteOld, TextId::operationDeleteNew,
-                              TextId::operationDeleteBoth};
-  return operation == EntryOperation::none ? std::string() : text(words[static_cast<size_t>(operation)]);
-}
-
-/// A command on rows that nothing was done to yet, and its label; by category, with separators between.
-struct RowCommand {
-  std::optional<Command> command;
-  TextId label = TextId::productName;
-};
-
-struct CategoryMenu {
-  std::vector<RowCommand> items;
-  Command byDefault;  // brings the old folder in line with the new one
-};
-
-const CategoryMenu& menuOf(FolderCategory category) {
-  static const CategoryMenu menus[kFolderCategories] = {
-      {{{Command::copyToNew, TextId::copyToNewItem}, {Command::deleteOld, TextId::deleteOldItem}},
-       Command::deleteOld},
-      {{{Command::copyToOld, TextId::copyToOldItem}, {Command::deleteNew, TextId::deleteNewItem}},
-       Command::copyToOld},
-      {{{Command::compareEntries, TextId::compareItem},
-        {},
-        {Command::copyToOld, TextId::copyToOldItem},
-        {Command::copyToNew, TextId::copyToNewItem},
-        {},
-        {Command::deleteOld, TextId::deleteOldItem},
-        {Command::deleteNew, TextId::deleteNewItem},
-        {Command::deleteBoth, TextId::deleteBothItem}},
-       Command::compareEntries},
-      {{{Command::compareEntries, TextId::compareItem}}, Command::compareEntries}};
-  return menus[static_cast<size_t>(category)];
-}
-
-bool offers(FolderCategory category, Command command) {
-  const auto& items = menuOf(category).items;
-  return std::any_of(items.begin(), items.end(),
-                     [&](const RowCommand& item) { return item.command == command; });
-}
 
 int shownSide(FolderCategory category) { return category == FolderCategory::onlyOld ? 0 : 1; }
 
@@ -203,7 +143,7 @@ EntryOperation FolderSession::mark(FolderCategory category, uint32_t row) const 
 }
 
 std::string FolderSession::markText(FolderCategory category, uint32_t row) const {
-  return wordsOf(mark(category, row));
+  return operationName(mark(category, row));
 }
 
 std::string FolderSession::path(FolderCategory category, uint32_t row) const {
@@ -389,7 +329,7 @@ FolderSession::RowFacts FolderSession::facts(FolderCategory category, const RowS
 std::string FolderSession::undoLabel(FolderCategory category, const RowSelection& selection) const {
   const RowFacts rows = facts(category, selection);
   if (!rows.canUndo || !rows.isSingle) return text(TextId::undoItem);
-  return formatMessage(TextId::undoOperation, {wordsOf(mark(category, rows.rows[0]))});
+  return formatMessage(TextId::undoOperation, {operationName(mark(category, rows.rows[0]))});
 }
 
 std::vector<RowMenuItem> FolderSession::menu(FolderCategory category, const RowSelection& selection) const {
