@@ -26,6 +26,8 @@ struct FolderOptions {
   uint32_t threads = 0;  // 0 for as many as there are processors, up to eight
 
   bool comparesContents() const { return quickContents || fullContents; }
+
+  bool operator==(const FolderOptions&) const = default;
 };
 
 }  // namespace merivane

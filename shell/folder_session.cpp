@@ -282,7 +282,7 @@ void FolderSession::onCompared(Result result, Comparison& comparison) {
   }
   if (succeeded) {
     result_ = std::move(comparison.result);
-    const FolderOptions& options = comparison.options;
+    const FolderOptions& options = madeUnder_ = comparison.options;
     if (options.hasIncludeFilter) {
       filterText_ = formatMessage(TextId::filterInForce, {options.includeFilter});
     } else if (options.hasExcludeFilter) {

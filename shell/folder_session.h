@@ -84,6 +84,9 @@ class FolderSession {
   /// the shell takes messages while it copies and deletes.
   bool isBusy() const { return comparison_ != nullptr || operating_; }
 
+  /// The options are no longer those that the shown comparison was made under.
+  bool optionsChanged() const { return shown_ && world_.settings.folderOptions() != madeUnder_; }
+
   /// "Changed (3)": with the number of entries on which nothing was done yet.
   std::string tabLabel(FolderCategory category) const;
 
@@ -209,6 +212,7 @@ class FolderSession {
   bool fresh_ = true;
   bool shown_ = false;
   bool operating_ = false;
+  FolderOptions madeUnder_;  // of what is shown
   bool modified_[2] = {false, false};
   std::string paths_[2];  // the compared folders
   FolderComparison result_;

@@ -105,7 +105,9 @@ Settings::Settings() {
 }
 
 CompareOptions Settings::compareOptions() const {
-  return {ignoreCase, static_cast<uint32_t>(ignoreBlanks2), compareChanges};
+  auto blanks = static_cast<uint32_t>(ignoreBlanks2);
+  if ((blanks & kIgnoreAllBlanks) != 0) blanks = kIgnoreAllBlanks;
+  return {ignoreCase, blanks, compareChanges};
 }
 
 FolderOptions Settings::folderOptions() const {
@@ -121,9 +123,9 @@ FolderOptions Settings::folderOptions() const {
   options.fullContents = compareFull;
   options.hasIncludeFilter = haveIncludeFilter;
   options.hasExcludeFilter = haveExcludeFilter;
-  options.includeFilter = includeFilterHistory.First();
-  options.excludeFilter = excludeFilterHistory.First();
-  options.text = compareOptions();
+  if (haveIncludeFilter) options.includeFilter = includeFilterHistory.First();
+  if (haveExcludeFilter) options.excludeFilter = excludeFilterHistory.First();
+  if (compareFull) options.text = compareOptions();
   return options;
 }
 

@@ -98,8 +98,11 @@ struct Settings {
   HistoryList& fileHistory(int side) { return side == 0 ? leftFileHistory : rightFileHistory; }
   HistoryList& folderHistory(int side) { return side == 0 ? leftFolderHistory : rightFolderHistory; }
 
+  /// What comparisons look at. Two that are equal give the same result; what another setting makes void is
+  /// left at its default.
   CompareOptions compareOptions() const;
   FolderOptions folderOptions() const;
+
   RowLook look() const;
   ViewOptions viewOptions() const;
   WriterOptions writerOptions() const;  // but the time

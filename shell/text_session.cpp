@@ -176,7 +176,10 @@ void TextSession::show(const Outcome& outcome, Comparison& comparison) {
   shown_ = succeeded;
   history_.clear();
   for (const int side : {0, 1}) history_.markSaved(side);
+  madeUnder_ = comparison.options;
+  view_.setCompareOptions(madeUnder_);
   view_.take(std::move(result), std::move(paths), after);
+  view_.setCompareOptions(world_.settings.compareOptions());  // which may be others by now
   if (!succeeded) return;
   for (const int side : {0, 1}) world_.settings.fileHistory(side).Add(comparison.names[side]);
 }
@@ -266,6 +269,7 @@ void TextSession::replace(int side) {
   if (!wasSaved(saveFile(world_.files, path, copy.file))) return copyAsEdit(view_, history_, side);
   fresh_ = false;
   shown_ = true;
+  madeUnder_ = world_.settings.compareOptions();
   takeCopy(view_, history_, side, std::move(copy));
   host_.showStatus(formatMessage(TextId::saved, {path}));
 }

@@ -68,6 +68,9 @@ class TextSession {
   /// The panes hold texts that were compared, and not just what a failed comparison leaves.
   bool showsComparison() const { return shown_ || isEdited(); }
 
+  /// The options are no longer those that the shown comparison was made under.
+  bool optionsChanged() const { return shown_ && world_.settings.compareOptions() != madeUnder_; }
+
   /// "DOS mixed, UNIX", where saving the left file makes all its line ends the same, and
   /// "Diffs: 4, Lines: 11"; empty while no comparison is shown.
   std::string lineEndText() const;
@@ -148,6 +151,7 @@ class TextSession {
   UndoHistory& history_;
   bool fresh_ = true;
   bool shown_ = false;
+  CompareOptions madeUnder_;  // of what is shown
   bool comparing_ = false;
   std::string exportedTo_;  // the last time
 };

@@ -144,6 +144,22 @@ TEST(TextSession, FilesThatAreComparedAgainKeepTheirPlace) {
   run.compare(WorkEnd::cancelled);
   run.compare();
   EXPECT_EQ(run.edits.place(), "0,0") << "nothing was shown in between";
+
+  EXPECT_FALSE(run.session.optionsChanged());
+  run.settings.ignoreCase = true;
+  EXPECT_TRUE(run.session.optionsChanged());
+  run.settings.ignoreCase = false;
+  EXPECT_FALSE(run.session.optionsChanged());
+  run.session.compare();
+  run.settings.ignoreCase = true;
+  run.finish(WorkEnd::done);
+  EXPECT_TRUE(run.session.optionsChanged()) << "while it was compared";
+  EXPECT_TRUE(run.edits.view().compareOptions().ignoreCase) << "as edits compare";
+  run.compare();
+  EXPECT_FALSE(run.session.optionsChanged());
+  run.settings.ignoreCase = false;
+  run.compare(WorkEnd::cancelled);
+  EXPECT_FALSE(run.session.optionsChanged()) << "nothing is shown";
 }
 
 TEST(TextSession, AsksForEachSideBeforeChangesAreLost) {

@@ -1,0 +1,205 @@
+// The Options dialog without its windows: what its controls show, and what they do to the settings.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+
+#include "shell/options.h"
+#include "tests/support/memory_values.h"
+
+namespace merivane {
+namespace {
+
+using testing::ElementsAre;
+
+/// The values that differ in the registry.
+std::vector<std::string> changedValues(const Settings& before, const Settings& after) {
+  std::map<std::string, std::pair<ValueType, std::string>> saved[2];
+  for (const int i : {0, 1}) {
+    MemoryValues values;
+    SettingsStore store(values);
+    SaveSettings(store, i == 0 ? before : after);
+    for (const auto& [name, value] : values.values) saved[i][name] = value;
+  }
+  std::vector<std::string> names;
+  for (const auto& [name, value] : saved[1]) {
+    if (saved[0][name] != value) names.push_back(name);
+  }
+  return names;
+}
+
+OptionState shown(int control, const Settings& settings) {
+  return optionState(*findOption(control), settings);
+}
+
+void check(int control, bool on, Settings& settings) {
+  changeOption(*findOption(control), {.checked = on}, settings);
+  EXPECT_EQ(shown(control, settings).checked, on) << control;
+}
+
+void enter(int control, const std::string& text, Settings& settings) {
+  changeOption(*findOption(control), {.text = text}, settings);
+}
+
+TEST(Options, EachCheckBoxIsForOneSetting) {
+  // In which result it shows once it is changed: of files, of folders, or in neither.
+  const std::map<int, std::pair<std::string, std::string>> boxes = {
+      {10100, {"IgnoreCase", "files"}},
+      {10101, {"IgnoreBlanks2", "files"}},
+      {10102, {"IgnoreBlanks2", "files"}},
+      {10103, {"IgnoreBlanks2", "files"}},
+      {10104, {"IgnoreBlanks2", "files"}},
+      {10105, {"CompareChanges", "files"}},
+      {10106, {"HighlightChanges", ""}},
+      {10200, {"FolderUndo", ""}},
+      {10201, {"IgnoreNameCase", "folders"}},
+      {10202, {"CompareSubfolders", "folders"}},
+      {10203, {"CompareAttribs", "folders"}},
+      {10204, {"CompareDate", "folders"}},
+      {10205, {"CompareSize", "folders"}},
+      {10206, {"CompareQuick", "folders"}},
+      {10207, {"CompareFull", "folders"}},
+      {10208, {"CompareFolderAttribs", "folders"}},
+      {10209, {"CompareFolderDate", "folders"}},
+      {10210, {"HaveIncludeFilter", "folders"}},
+      {10212, {"HaveExcludeFilter", "folders"}},
+      {10400, {"IdenticalMessage", ""}},
+      {10401, {"ScrollToFirst", ""}},
+      {10402, {"WrapAround", ""}},
+      {10403, {"AskConfirmation", ""}},
+      {10404, {"ReUseFileWindow", ""}},
+      {10405, {"ReUseFolderWindow", ""}},
+      {10406, {"DrawCaretBox", ""}},
+      {10407, {"DrawArrows", ""}},
+      {10408, {"EscQuitsApp", ""}},
+  };
+  for (const auto& [control, expected] : boxes) {
+    Settings settings, before;
+    check(control, !shown(control, before).checked, settings);
+    EXPECT_THAT(changedValues(before, settings), ElementsAre(expected.first)) << control;
+    std::string results;
+    if (settings.compareOptions() != before.compareOptions()) results += "files";
+    if (settings.folderOptions() != before.folderOptions()) results += "folders";
+    EXPECT_EQ(results, expected.second) << control;
+    check(control, shown(control, before).checked, settings);
+    EXPECT_THAT(changedValues(before, settings), ElementsAre()) << control;
+  }
+  size_t count = 0;
+  for (const OptionsPageRow& page : optionsPages()) {
+    for (const OptionRow& row : page.options) {
+      count +=
+          std::holds_alternative<CheckOption>(row.kind) || std::holds_alternative<BlanksOption>(row.kind);
+    }
+  }
+  EXPECT_EQ(count, boxes.size());
+}
+
+TEST(Options, WhatAnotherMakesVoidIsGreyedAndKept) {
+  Settings settings;
+  settings.ignoreBlanks2 = 0x7FFFFFF0;
+  for (const int control : {10102, 10104}) check(control, true, settings);
+  const CompareOptions some = settings.compareOptions();
+  check(10101, true, settings);
+  for (const int control : {10102, 10103, 10104}) {
+    EXPECT_EQ(shown(control, settings), OptionState{.enabled = false}) << control;
+  }
+  const CompareOptions all = settings.compareOptions();
+  settings.ignoreBlanks2 &= ~kIgnoreBlanksAtEnd;
+  EXPECT_EQ(settings.compareOptions(), all) << "which compares the same";
+  settings.ignoreBlanks2 |= kIgnoreBlanksAtEnd;
+  check(10101, false, settings);
+  EXPECT_EQ(settings.compareOptions(), some);
+  for (const auto& [control, on] : {std::pair(10102, true), {10103, false}, {10104, true}}) {
+    EXPECT_EQ(shown(control, settings), OptionState{.checked = on}) << control;
+  }
+
+  check(10105, false, settings);
+  EXPECT_EQ(shown(10106, settings), OptionState{.enabled = false});
+  check(10105, true, settings);
+  EXPECT_EQ(shown(10106, settings), OptionState{.checked = true});
+
+  check(10207, true, settings);
+  EXPECT_EQ(settings.folderOptions().text, settings.compareOptions());
+  check(10206, true, settings);
+  EXPECT_FALSE(shown(10207, settings).checked);
+  check(10207, true, settings);
+  EXPECT_FALSE(shown(10206, settings).checked);
+  check(10207, false, settings);
+  EXPECT_FALSE(settings.folderOptions().comparesContents());
+}
+
+TEST(Options, ListsTakeWhatIsChosenOrTyped) {
+  Settings settings;
+  const std::pair<const char*, int32_t> sizes[] = {{"1", 1},   {"200", 200},      {"0", 9}, {"201", 9},
+                                                   {"", 9},    {"-5", 9},         {"x", 9}, {" 12 pt", 12},
+                                                   {"10", 10}, {"99999999999", 9}};
+  for (const auto& [typed, size] : sizes) {
+    enter(10301, typed, settings);
+    EXPECT_EQ(settings.fontSize, size) << typed;
+    EXPECT_EQ(shown(10301, settings).text, std::to_string(size));
+  }
+  const std::vector<std::string> tabs = optionChoices(*findOption(10302));
+  ASSERT_EQ(tabs.size(), 16u);
+  for (size_t i = 0; i < tabs.size(); ++i) {
+    enter(10302, tabs[i], settings);
+    EXPECT_EQ(settings.tabStop, static_cast<int32_t>(i) + 1);
+    EXPECT_EQ(shown(10302, settings).text, tabs[i]);
+  }
+  enter(10300, "Some Face", settings);
+  EXPECT_EQ(settings.fontFace, "Some Face");
+
+  for (const auto& [on, filter] : {std::pair(10210, 10211), {10212, 10213}}) {
+    Settings filtered;
+    enter(filter, "*.cpp", filtered);
+    EXPECT_EQ(filtered.folderOptions(), Settings().folderOptions()) << "not switched on";
+    check(on, true, filtered);
+    const FolderOptions before = filtered.folderOptions();
+    enter(filter, "*.CPP", filtered);
+    EXPECT_NE(filtered.folderOptions(), before);
+    EXPECT_EQ(shown(filter, filtered).text, "*.CPP");
+    enter(filter, "", filtered);
+    EXPECT_FALSE(shown(on, filtered).checked);
+    EXPECT_EQ(shown(filter, filtered).text, "*.CPP") << "what checking the box again would bring back";
+  }
+}
+
+/// How a colour looks without red and green: yellow to blue, and lightness, from 0 to 100.
+std::pair<double, double> withoutRedGreen(Colour colour) {
+  const auto linear = [&](int shift) { return std::pow((colour >> shift & 255) / 255.0, 2.2); };
+  // Vienot, Brettel, Mollon: Digital video colourmaps for checking the legibility of displays by dichromats
+  // (1999), for eyes without the middle pigment.
+  const double yellow = 0.29275 * linear(0) + 0.70725 * linear(8);
+  const double blue = 0.02234 * (linear(8) - linear(0)) + linear(16);
+  const auto lightness = [](double light) { return 116 * std::cbrt(light) - 16; };
+  return {lightness(blue) - lightness(yellow), lightness(yellow)};
+}
+
+TEST(Options, ColoursAreChosenOneByOneOrAsASet) {
+  const int buttons[] = {10303, 10304, 10305, 10306, 10307, 10308, 10309};
+  Settings settings;
+  EXPECT_TRUE(shown(10310, settings).checked);
+  check(10311, true, settings);
+  EXPECT_FALSE(shown(10310, settings).checked);
+  for (const int a : {10305, 10307, 10308, 10309}) {
+    for (const int b : {10305, 10307, 10308, 10309}) {
+      if (a == b) continue;
+      const auto [hueA, lightnessA] = withoutRedGreen(shown(a, settings).colour);
+      const auto [hueB, lightnessB] = withoutRedGreen(shown(b, settings).colour);
+      EXPECT_GT(std::hypot(hueA - hueB, lightnessA - lightnessB), 25) << a << " " << b;
+    }
+    EXPECT_GT(withoutRedGreen(shown(a, settings).colour).second, 70) << "black on it is easily read";
+  }
+  for (const int button : buttons) {
+    changeOption(*findOption(button), {.colour = 0x123456}, settings);
+    EXPECT_EQ(shown(button, settings).colour, 0x123456u);
+    EXPECT_FALSE(shown(10311, settings).checked) << button;
+  }
+  EXPECT_EQ(changedValues(Settings(), settings).size(), 7u);
+  check(10310, true, settings);
+  EXPECT_THAT(changedValues(Settings(), settings), ElementsAre());
+}
+
+}  // namespace
+}  // namespace merivane
