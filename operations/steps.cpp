@@ -84,7 +84,7 @@ class StepRun {
     const std::string made = joinPath(folder, nameOf(path));
     const bool isWhole =
         isCopied(files_, trees_, path, made) &&
-        (trees_.find(path).kind != FileKind::folder || copyFolderTimes(files_, trees_, path, made));
+        (trees_.find(path).kind != FileKind::folder || copyFolderFacts(files_, trees_, path, made));
     if (!isWhole) return ended(errorInWords(text(TextId::copyDiffers)));
     return {};
   }

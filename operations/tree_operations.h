@@ -38,8 +38,8 @@ class TreeOperations {
 
   // The shell's: each shows its own progress, where the user can stop it, and tells itself what went wrong.
 
-  /// Copies a file, or a folder with all below it, into an existing folder under its own name, with
-  /// attributes and the times of files. Where there is one of that name a file is replaced, and of a folder
+  /// Copies a file, or a folder with all below it, into an existing folder under its own name, with the
+  /// attributes and times of files. Where there is one of that name a file is replaced, and of a folder
   /// what both have. A copy that fails may leave a part.
   virtual bool copyInto(const std::string& path, const std::string& folder, TextId title) = 0;
 
@@ -55,8 +55,9 @@ class TreeOperations {
   /// Gives a file or folder another path on the same drive, where nothing is yet.
   virtual SystemError move(const std::string& from, const std::string& to) = 0;
 
-  /// Gives a folder another one's times of creation, last access and last write, if that can be done.
-  virtual void copyTimes(const std::string& from, const std::string& to) = 0;
+  /// Gives a folder another one's times of creation, last access and last write and its attributes, as far as
+  /// that can be done.
+  virtual void copyFacts(const std::string& from, const std::string& to) = 0;
 
   // What is there.
 

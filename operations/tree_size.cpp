@@ -149,17 +149,17 @@ bool isCopied(FileSystem& files, TreeOperations& trees, const std::string& origi
   return isSameFile(facts[0], facts[1]);
 }
 
-bool copyFolderTimes(FileSystem& files, TreeOperations& trees, const std::string& original,
+bool copyFolderFacts(FileSystem& files, TreeOperations& trees, const std::string& original,
                      const std::string& copy) {
   FolderListing listing;
   if (files.list(original, nullptr, listing) != 0) return false;
   for (uint32_t i = 0; i < listing.size(); ++i) {
     const std::string name(listing.name(i));
     if (listing.entry(i).kind != FileKind::folder || listing.entry(i).isLink) continue;
-    if (!copyFolderTimes(files, trees, joinPath(original, name), joinPath(copy, name))) return false;
+    if (!copyFolderFacts(files, trees, joinPath(original, name), joinPath(copy, name))) return false;
   }
   // Last, as what is done below may count as a change.
-  trees.copyTimes(original, copy);
+  trees.copyFacts(original, copy);
   return true;
 }
 

@@ -47,9 +47,9 @@ size_t pathLength(std::string_view path);
 /// keep times only to two seconds.
 bool isCopied(FileSystem& files, TreeOperations& trees, const std::string& original, const std::string& copy);
 
-/// Gives every folder of a copy the times of its original, as far as that can be done. False when the folders
-/// cannot be found.
-bool copyFolderTimes(FileSystem& files, TreeOperations& trees, const std::string& original,
+/// Gives every folder of a copy the times and attributes of its original, as far as that can be done. False
+/// when the folders cannot be found.
+bool copyFolderFacts(FileSystem& files, TreeOperations& trees, const std::string& original,
                      const std::string& copy);
 
 /// Removes a file, or a folder with all below it, for good; of a link, the link. Nothing there counts as

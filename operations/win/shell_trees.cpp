@@ -124,14 +124,23 @@ class ShellTrees final : public TreeOperations {
     });
   }
 
-  void copyTimes(const std::string& from, const std::string& to) override {
+  void copyFacts(const std::string& from, const std::string& to) override {
     FILETIME created, accessed, written;
     {
       const Handle source(openFolder(from, FILE_READ_ATTRIBUTES));
       if (!source.valid() || !GetFileTime(source.get(), &created, &accessed, &written)) return;
     }
-    const Handle target(openFolder(to, FILE_WRITE_ATTRIBUTES));
-    if (target.valid()) SetFileTime(target.get(), &created, &accessed, &written);
+    {
+      const Handle target(openFolder(to, FILE_WRITE_ATTRIBUTES));
+      if (target.valid()) SetFileTime(target.get(), &created, &accessed, &written);
+    }
+    constexpr DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_SYSTEM;
+    const DWORD wanted = GetFileAttributesW(systemPath(from).c_str());
+    const DWORD had = GetFileAttributesW(systemPath(to).c_str());
+    if (wanted == INVALID_FILE_ATTRIBUTES || had == INVALID_FILE_ATTRIBUTES) return;
+    if ((wanted & kept) != (had & kept)) {
+      SetFileAttributesW(systemPath(to).c_str(), (had & ~kept) | (wanted & kept));
+    }
   }
 
   FoundEntry find(const std::string& path) override {

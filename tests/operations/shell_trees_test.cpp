@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <map>
 
@@ -36,6 +37,9 @@ class ShellTreesTest : public testing::Test {
           std::filesystem::perms::owner_write, std::filesystem::perm_options::remove);
       write(side, "tree\\a.txt", text);
     }
+    for (const char* const hidden : {"both.txt", "tree\\deep"}) {
+      ASSERT_EQ(std::system(("attrib +h \"" + joinPath(tops_[1], hidden) + '"').c_str()), 0);
+    }
     FolderOptions options;
     ASSERT_EQ(compareFolders(files_, tops_, options, nullptr, result_), Result::success);
   }
@@ -54,6 +58,7 @@ class ShellTreesTest : public testing::Test {
       const ListedEntry& entry = listing.entry(i);
       const std::string path = joinPath(folder, listing.name(i)), below = joinPath(name, listing.name(i));
       std::string facts = entry.isReadOnly ? "read-only " : "";
+      if (entry.isHidden) facts += "hidden ";
       if (entry.kind == FileKind::folder) {
         collect(path, below, found);
       } else {
@@ -134,9 +139,13 @@ TEST_F(ShellTreesTest, AWholeFolderIsReplacedAndAFileInUseStopsThat) {
     }
     EXPECT_EQ(trees(), first);
     ASSERT_EQ(operations_.perform(examination, done).kind, OperationEnd::Kind::done);
-    const std::string time = std::to_string(shell_->find(joinPath(tops_[1], "tree\\deep")).modified);
     if (operation == EntryOperation::copyToOld) {
-      EXPECT_EQ(std::to_string(shell_->find(joinPath(tops_[0], "tree\\deep")).modified), time);
+      auto both = trees();
+      for (const char* const name : {"tree\\a.txt", "tree\\deep", "tree\\deep\\read only.txt"}) {
+        EXPECT_EQ(both[joinPath("O", name)], both[joinPath("N", name)]);
+      }
+      EXPECT_EQ(shell_->find(joinPath(tops_[0], "tree\\deep")).modified,
+                shell_->find(joinPath(tops_[1], "tree\\deep")).modified);
     }
     ASSERT_EQ(operations_.undo(operations_.examineUndo(done), done).kind, OperationEnd::Kind::done);
     EXPECT_EQ(trees(), first);

@@ -74,8 +74,12 @@ class MemoryTrees final : public TreeOperations {
     }
     return 0;
   }
-  void copyTimes(const std::string& from, const std::string& to) override {
-    files_.files.at(to).modified = files_.files.at(from).modified;
+  void copyFacts(const std::string& from, const std::string& to) override {
+    MemoryFiles::File& file = files_.files.at(to);
+    const MemoryFiles::File& original = files_.files.at(from);
+    file.modified = original.modified;
+    file.hidden = original.hidden;
+    file.writable = original.writable;
   }
 
   FoundEntry find(const std::string& path) override {
@@ -146,10 +150,13 @@ class MemoryTrees final : public TreeOperations {
 
   bool copy(const std::string& from, const std::string& to) {
     if (change() != 0) return false;
-    const int64_t hadTime = files_.files[to].modified;
-    const bool had = files_.files[to].kind == FileKind::folder;
-    files_.files[to] = files_.files.at(from);
-    if (files_.files[to].kind == FileKind::folder) files_.files[to].modified = had ? hadTime : ++now_;
+    MemoryFiles::File& made = files_.files[to];
+    if (files_.files.at(from).kind != FileKind::folder) {
+      made = files_.files.at(from);
+    } else if (made.kind != FileKind::folder) {
+      made.kind = FileKind::folder;
+      made.modified = ++now_;
+    }
     for (const std::string& each : below(from)) {
       if (folderOf(each) == from && !copy(each, joinPath(to, nameOf(each)))) return false;
     }
