@@ -22,6 +22,11 @@ std::string currentFolder() {
 
 }  // namespace
 
+Application::Application(int showCommand)
+    : windows(*this, showCommand),
+      optionsDialog(
+          settings, store_, [this] { windows.applySettings(); }, [](const char*) {}) {}
+
 bool Application::InitApplication(const std::vector<std::string>& arguments) {
   LoadSettings(store_, systemFacts(), settings);
   printer.takeDefault(settings.printPortrait);
@@ -61,7 +66,7 @@ void Application::run() {
 }
 
 void Application::route(MSG& message) {
-  for (const HWND dialog : {findDialog.handle(), optionsDialog}) {
+  for (const HWND dialog : {findDialog.handle(), optionsDialog.handle()}) {
     if (dialog != nullptr && IsDialogMessageW(dialog, &message)) return;
   }
   if (message.hwnd != nullptr) {
@@ -79,6 +84,11 @@ void Application::route(MSG& message) {
 
 SessionWorld Application::sessionWorld() {
   return {systemFiles(), settings, store_, ResolveShortcut, dateAndTime};
+}
+
+void Application::keepSettings() {
+  optionsDialog.close();
+  SaveSettings(store_, settings);
 }
 
 void Application::end() {

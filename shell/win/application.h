@@ -9,6 +9,7 @@
 #include "shell/text_session.h"
 #include "shell/win/find_dialog.h"
 #include "shell/win/open_windows.h"
+#include "shell/win/options_dialog.h"
 #include "shell/win/printer_setup.h"
 #include "shell/win/registry_store.h"
 
@@ -16,8 +17,11 @@ namespace merivane {
 
 /// The program: what lasts from its start to its end, and the one message loop of all its windows.
 class Application {
+  RegistryKey key_{HKEY_CURRENT_USER, kSettingsKey};
+  SettingsStore store_{key_};
+
  public:
-  explicit Application(int showCommand) : windows(*this, showCommand) {}
+  explicit Application(int showCommand);
 
   /// Loads the settings and opens what the command line asks for. False: there is nothing to run for, but
   /// the exit steps are due all the same.
@@ -30,7 +34,7 @@ class Application {
   void end();
 
   /// Writes the settings.
-  void keepSettings() { SaveSettings(store_, settings); }
+  void keepSettings();
 
   /// What the windows' sessions share.
   SessionWorld sessionWorld();
@@ -39,14 +43,12 @@ class Application {
   PrinterSetup printer;
   OpenWindows windows;
   FindDialog findDialog{settings};
-  HWND optionsDialog = nullptr;  // while open
-  std::string startFolder;       // current when the program started; empty if there was no telling
+  OptionsDialog optionsDialog;
+  std::string startFolder;  // current when the program started; empty if there was no telling
 
  private:
   void route(MSG& message);
 
-  RegistryKey key_{HKEY_CURRENT_USER, kSettingsKey};
-  SettingsStore store_{key_};
   bool oleStarted_ = false;
 };
 

@@ -40,6 +40,7 @@ class CompareWindow final : public TopLevelWindow, private TextViewOwner, privat
   bool applySettingsToContents() override;
   void showContents() override { panes_.view.applyChanges(); }
   StatusTexts statusTexts() const override;
+  bool optionsChanged() const override { return session_.optionsChanged(); }
   void addFacts(WindowFacts& facts) const override;
   std::function<void()> handlerOf(Command command) override;
   void startComparison() override { session_.compare(); }

@@ -1,7 +1,9 @@
 #include "shell/win/font_list.h"
 
 #include <algorithm>
+#include <new>
 #include <string>
+#include <vector>
 
 #include "base/win/dpi.h"
 
@@ -28,17 +30,27 @@ Font fontOf(HWND comboBox, const std::wstring& face) {
   return Font(CreateFontIndirectW(&description));
 }
 
-int CALLBACK addFace(const LOGFONTW* font, const TEXTMETRICW*, DWORD type, LPARAM box) {
-  const auto comboBox = reinterpret_cast<HWND>(box);
-  const auto listed = listedFace(font->lfFaceName);
-  if (!listed) return 1;
-  const auto face = reinterpret_cast<LPARAM>(listed->c_str());
-  // A face that is installed in two places comes twice.
-  if (SendMessageW(comboBox, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), face) >= 0) return 1;
-  const LRESULT index = SendMessageW(comboBox, CB_ADDSTRING, 0, face);
-  if (index < 0) return 0;  // no room for more
-  SendMessageW(comboBox, CB_SETITEMDATA, static_cast<WPARAM>(index), static_cast<LPARAM>(type));
+struct Face {
+  std::wstring name;
+  bool fixedPitch;
+  DWORD type;
+};
+
+bool sortsBefore(const Face& a, const Face& b) {
+  if (a.fixedPitch != b.fixedPitch) return a.fixedPitch;
+  return CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, a.name.c_str(), -1, b.name.c_str(), -1) ==
+         CSTR_LESS_THAN;
+}
+
+/// Adds a face to the vector of them. What is thrown must not pass through the system.
+int CALLBACK addFace(const LOGFONTW* font, const TEXTMETRICW*, DWORD type, LPARAM faces) try {
+  const bool fixedPitch = (font->lfPitchAndFamily & FIXED_PITCH) != 0;
+  if (const auto name = listedFace(font->lfFaceName)) {
+    reinterpret_cast<std::vector<Face>*>(faces)->push_back({*name, fixedPitch, type});
+  }
   return 1;
+} catch (const std::bad_alloc&) {
+  return 0;
 }
 
 }  // namespace
@@ -53,7 +65,17 @@ void fillFontList(HWND comboBox) {
   const WindowDc dc(comboBox);
   SendMessageW(comboBox, WM_SETREDRAW, FALSE, 0);
   SendMessageW(comboBox, CB_RESETCONTENT, 0, 0);
-  EnumFontsW(dc, nullptr, addFace, reinterpret_cast<LPARAM>(comboBox));
+  std::vector<Face> faces;
+  EnumFontsW(dc, nullptr, addFace, reinterpret_cast<LPARAM>(&faces));
+  std::sort(faces.begin(), faces.end(), sortsBefore);
+  for (const Face& face : faces) {
+    const auto name = reinterpret_cast<LPARAM>(face.name.c_str());
+    // A face that is installed in two places comes twice.
+    if (SendMessageW(comboBox, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), name) >= 0) continue;
+    const LRESULT index = SendMessageW(comboBox, CB_ADDSTRING, 0, name);
+    if (index < 0) break;  // no room for more
+    SendMessageW(comboBox, CB_SETITEMDATA, static_cast<WPARAM>(index), static_cast<LPARAM>(face.type));
+  }
   SendMessageW(comboBox, WM_SETREDRAW, TRUE, 0);
 
   LONG widest = 0;

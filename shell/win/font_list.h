@@ -9,8 +9,8 @@
 namespace merivane {
 
 /// The screen's fonts in a combo box that leaves drawing to its owner, has strings and items of one height:
-/// every face is written in its own typeface. An item's data are its font's type flags, as EnumFonts gives
-/// them.
+/// every face is written in its own typeface, those first whose characters have one width. An item's data are
+/// its font's type flags, as EnumFonts gives them.
 
 /// The name of a face in the list, without blanks at its ends; none for the vertical twin of a face, "@"
 /// before its name, which is for text turned on its side.

@@ -14,8 +14,6 @@
 namespace merivane {
 namespace {
 
-constexpr int longestName = 32767;
-
 /// Says for its lifetime that the text is changed by the program.
 class Setting {
  public:
@@ -38,10 +36,16 @@ NameBox::~NameBox() {
 void NameBox::create(HWND parent, int id, uint32_t dropKinds, HistoryList& history) {
   const DWORD style =
       WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL;
-  handle_ = CreateWindowExW(WS_EX_ACCEPTFILES, L"COMBOBOX", L"", style, 0, 0, 0, 0, parent,
-                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), programInstance(), nullptr);
+  const HWND comboBox =
+      CreateWindowExW(WS_EX_ACCEPTFILES, L"COMBOBOX", L"", style, 0, 0, 0, 0, parent,
+                      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), programInstance(), nullptr);
+  adopt(comboBox, dropKinds, history);
+}
+
+void NameBox::adopt(HWND comboBox, uint32_t dropKinds, HistoryList& history, int longest) {
+  handle_ = comboBox;
   edit_ = GetWindow(handle_, GW_CHILD);
-  SendMessageW(handle_, CB_LIMITTEXT, longestName, 0);
+  SendMessageW(handle_, CB_LIMITTEXT, static_cast<WPARAM>(longest), 0);
   for (const HWND window : {handle_, edit_}) {
     SetWindowSubclass(window, subclassProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
   }

@@ -26,6 +26,10 @@ class NameBox final : public HistoryView {
 
   /// `history` must outlive the box.
   void create(HWND parent, int id, uint32_t dropKinds, HistoryList& history);
+
+  /// Makes a name box of a combo box with an edit field, as a dialog has one. `longest` in characters.
+  void adopt(HWND comboBox, uint32_t dropKinds, HistoryList& history, int longest = kLongestName);
+
   HWND handle() const { return handle_; }
 
   std::string text() const;
@@ -56,6 +60,8 @@ class NameBox final : public HistoryView {
   bool onKeyDown(WPARAM key);
   void onDropFiles(HDROP drop);
   void notifyParent(UINT code);
+
+  static constexpr int kLongestName = 32767;
 
   HWND handle_ = nullptr;
   HWND edit_ = nullptr;

@@ -38,6 +38,7 @@ std::function<void()> TopLevelWindow::handlerOf(Command command) {
     case Command::viewToolBar: return [this] { toggle(&Settings::viewToolBar); };
     case Command::viewStatusBar: return [this] { toggle(&Settings::viewStatusBar); };
     case Command::refresh: return [this] { startComparison(); };
+    case Command::options: return [this] { application_.optionsDialog.open(handle()); };
     case Command::cascade: return [&] { windows.cascade(); };
     case Command::tileHorizontally: return [&] { windows.tile(true); };
     case Command::tileVertically: return [&] { windows.tile(false); };
@@ -150,7 +151,11 @@ void TopLevelWindow::onMenuSelect(UINT item, UINT flags) {
   const bool command = flags != 0xFFFF && (flags & (MF_POPUP | MF_SYSMENU)) == 0;
   const std::string help = command ? commandHelp(static_cast<Command>(item)) : "";
   const bool closed = flags == 0xFFFF;
-  statusBar_.setText(StatusBar::help, closed ? loadText(TextId::pressF1) : help);
+  statusBar_.setText(StatusBar::help, closed ? idleHelp() : help);
+}
+
+std::string TopLevelWindow::idleHelp() const {
+  return loadText(saysOptionsChanged_ ? TextId::optionsChanged : TextId::pressF1);
 }
 
 LRESULT TopLevelWindow::onNotify(NMHDR& header) {

@@ -374,6 +374,10 @@ void TopLevelWindow::update() {
   fillWindowMenu();
   const WindowFacts now = facts();
   toolBar_.update([&](Command command) { return stateOf(command, now); });
+  if (optionsChanged() != saysOptionsChanged_) {
+    saysOptionsChanged_ = !saysOptionsChanged_;
+    statusBar_.announce(idleHelp());
+  }
   const StatusTexts texts = statusTexts();
   for (size_t i = 0; i < texts.size(); ++i) statusBar_.setText(static_cast<int>(i) + 1, texts[i]);
 }

@@ -111,6 +111,9 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
 
   virtual StatusTexts statusTexts() const = 0;
 
+  /// What is shown was compared under other options than a comparison would be now.
+  virtual bool optionsChanged() const { return false; }
+
   /// Adds what commands depend on to what is known of every window.
   virtual void addFacts(WindowFacts& facts) const = 0;
 
@@ -174,6 +177,7 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
   void onSetFocus();
   void onInitMenuPopup(HMENU menu);
   void onMenuSelect(UINT item, UINT flags);
+  std::string idleHelp() const;
   LRESULT onNotify(NMHDR& header);
   void onDropFiles(HDROP drop);
   void onCommand(int id, int code);
@@ -208,6 +212,7 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
   HWND lastFocus_ = nullptr;   // the child that has the focus whenever the window is active
 
   bool changed_ = false;  // since the last update()
+  bool saysOptionsChanged_ = false;
   std::string shownTitle_;
   std::vector<WindowMenuItem> shownWindows_;  // in the Window menu
 };

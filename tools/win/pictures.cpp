@@ -2,6 +2,7 @@
 //
 // Each scene gives FOLDER\SCENE.bmp of the two files: "compared", or "marks" with line numbers and white
 // space. What goes wrong in comparing them is part of the picture. "waiting" has a pair of its own.
+// "options-" with the number of a page is that page of the Options dialog.
 
 #include <windows.h>
 
@@ -53,6 +54,8 @@ bool take(const std::string& scene, std::string left, std::string right, const s
   snprintf(place, sizeof place, "0,a,a,%x,%x", 10 + MulDiv(size.cx, inch, 96),
            10 + MulDiv(size.cy, inch, 96));
   save("CompareWindow", place);
+  const bool options = scene.starts_with("options-");
+  if (options) save("OptionsPage", static_cast<DWORD>(std::stoi(scene.substr(8))));
 
   const Program program('"' + left + "\" \"" + right + '"');
   const HWND handle = program.window("CompareWindow");
@@ -65,7 +68,8 @@ bool take(const std::string& scene, std::string left, std::string right, const s
       window.run(command);
     }
   }
-  settledPicture(handle).save(path);
+  if (options) window.run(Command::options);
+  settledPicture(options ? program.dialog("Options") : handle).save(path);
   return true;
 }
 
