@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "base/abort_flag.h"
 
@@ -15,5 +16,8 @@ enum class WorkEnd { done, cancelled, outOfMemory };
 /// Called once, on the user interface's thread, when the work has ended. After `cancelled` the work may still
 /// run, so that what it changes must not be looked at.
 using WhenWorkEnds = std::function<void(WorkEnd end)>;
+
+/// Tells on the user interface's thread, while the work is under way, how far it is.
+using ProgressText = std::function<std::string()>;
 
 }  // namespace merivane

@@ -51,7 +51,8 @@ constexpr KeyRow keys[] = {
 
 std::string keyName(std::string_view key) {
   constexpr std::pair<std::string_view, const char*> names[] = {
-      {"VK_BACK", "Backspace"}, {"VK_DELETE", "Del"}, {"VK_OEM_4", "["}, {"VK_OEM_6", "]"}};
+      {"VK_BACK", "Backspace"}, {"VK_DELETE", "Del"}, {"VK_LEFT", "Left"},
+      {"VK_RIGHT", "Right"},    {"VK_OEM_4", "["},    {"VK_OEM_6", "]"}};
   for (const auto& [code, name] : names) {
     if (key == code) return name;
   }

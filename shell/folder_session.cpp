@@ -108,6 +108,11 @@ std::string FolderSession::selectionText(FolderCategory category, const RowSelec
 
 std::string FolderSession::countsText() const { return shown_ ? folderCounts(result_) : std::string(); }
 
+std::string FolderSession::troubleText() const {
+  const auto count = static_cast<int64_t>(result_.notCompared.size());
+  return count == 0 ? std::string() : formatMessage(TextId::couldNotBeCompared, {count});
+}
+
 std::string FolderSession::progressText() const {
   if (comparison_ == nullptr) return {};
   const FolderProgress& progress = comparison_->progress;
@@ -253,7 +258,7 @@ void FolderSession::compare() {
     comparison->outcome = compareFolders(files, comparison->paths, comparison->options, &abort,
                                          comparison->result, &comparison->progress);
   };
-  host_.startJob(work, [this, comparison](WorkEnd end) {
+  const auto whenEnded = [this, comparison](WorkEnd end) {
     switch (end) {
       case WorkEnd::done:
         return onCompared(comparison->outcome, *comparison);
@@ -262,7 +267,8 @@ void FolderSession::compare() {
       case WorkEnd::outOfMemory:
         return onCompared(Result::outOfMemory, *comparison);
     }
-  });
+  };
+  host_.startJob(work, whenEnded, [this] { return progressText(); });
   comparison_ = comparison;
 }
 

@@ -97,6 +97,8 @@ class FolderSession {
   std::string selectionText(FolderCategory category, const RowSelection& selection) const;
   const std::string& filterText() const { return filterText_; }
   std::string countsText() const;
+  /// "2 could not be compared"; empty when all were.
+  std::string troubleText() const;
 
   /// How far the comparison under way is: entries, bytes, folder. For the window's own thread, at any time.
   std::string progressText() const;

@@ -53,4 +53,11 @@ std::array<int32_t, 4> statusPartEdges(int32_t width, int32_t resolution) {
   return {fromRight(roomy ? 455 : 375), fromRight(roomy ? 255 : 215), fromRight(140), width};
 }
 
+std::array<int32_t, 4> folderStatusPartEdges(int32_t width, int32_t resolution) {
+  // A narrow window's parts are narrower alike.
+  const int32_t roomy = 800 * resolution / 96;
+  const auto fromRight = [&](int32_t pixels) { return width - pixels * std::min(width, roomy) / 800; };
+  return {fromRight(470), fromRight(290), fromRight(160), width};
+}
+
 }  // namespace merivane

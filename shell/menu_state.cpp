@@ -1,5 +1,7 @@
 #include "shell/menu_state.h"
 
+#include <algorithm>
+
 #include "mergeview/merge_commands.h"
 #include "shell/command_table.h"
 
@@ -8,6 +10,10 @@ namespace merivane {
 bool WindowFacts::mayCopyTo(int side) const { return canCopyTo(side, readOnly[side], caretRow); }
 
 bool WindowFacts::mayDelete() const { return canDeleteOn(activeSide, readOnly[activeSide], caretRow); }
+
+bool WindowFacts::offers(Command command) const {
+  return std::ranges::find(offered, command) != offered.end();
+}
 
 CommandState commandState(Command id, const WindowFacts& window, const Settings& settings) {
   const CommandRow* row = findCommand(id);
@@ -33,8 +39,18 @@ bool editsText(Command id) {
 }
 
 bool leavesKeysToNameBox(Command id) {
-  return editsText(id) || id == Command::copyDiffLeft || id == Command::copyDiffRight ||
-         id == Command::deleteDiff;
+  switch (id) {
+    case Command::copyDiffLeft:
+    case Command::copyDiffRight:
+    case Command::deleteDiff:
+    case Command::copyToOld:
+    case Command::copyToNew:
+    case Command::deleteEntries:
+    case Command::copyPaths:
+      return true;
+    default:
+      return editsText(id);
+  }
 }
 
 PaneMenu paneMenu(RowStatus row, int side) {

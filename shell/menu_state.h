@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "engine/diff_model.h"
 #include "shell/commands.h"
@@ -9,7 +10,7 @@
 
 namespace merivane {
 
-/// What of a text window, and of the program around it, decides about its commands.
+/// What of a window, and of the program around it, decides about its commands.
 struct WindowFacts {
   int32_t textWindows = 0;  // open ones, this one included
   int32_t folderWindows = 0;
@@ -24,8 +25,14 @@ struct WindowFacts {
   bool comparing = false;        // the user waits for a comparison to end
   bool showsComparison = false;  // and not just what a failed one leaves
   bool hasDifferences = false;
-  bool hasFile = false;  // the active side, or the selected entry, has a name that can be a file's
+  bool hasFile = false;      // the active side, or the selected entry, has a name that can be a file's
+  bool hasFileList = false;  // a folder window has others to compare
+  bool hasParents = false;   // both files have a folder
   std::optional<RowStatus> caretRow;  // none: the caret stands outside the rows
+
+  // Of a folder window.
+  int tab = 0;
+  std::vector<Command> offered;  // what can be done with the selected rows
 
   /// The name box that has the keyboard, if one has: what edits text is then about the name in it.
   struct NameBox {
@@ -40,6 +47,7 @@ struct WindowFacts {
   bool mayEdit() const { return nameBox.has_value() || !readOnly[activeSide]; }
   bool mayCopyTo(int side) const;  // the line or difference at the caret
   bool mayDelete() const;          // it, on the active side
+  bool offers(Command command) const;
 };
 
 /// How a command shows in menus and tool bar.

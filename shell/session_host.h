@@ -35,9 +35,9 @@ class SessionHost {
   /// Says in the status bar what was done.
   virtual void showStatus(const std::string& text) = 0;
 
-  /// Has work done on a thread of its own while the user waits and may cancel. `whenEnded` is called after
-  /// this call has returned, unless the window closes before.
-  virtual void startJob(Work work, WhenWorkEnds whenEnded) = 0;
+  /// Has work done on a thread of its own while the user waits and may cancel, and sees how far it is if
+  /// `progress` tells. `whenEnded` is called after this call has returned, unless the window closes before.
+  virtual void startJob(Work work, WhenWorkEnds whenEnded, ProgressText progress = nullptr) = 0;
 };
 
 }  // namespace merivane

@@ -1,5 +1,6 @@
 #include "shell/window_kind.h"
 
+#include "shell/frame_layout.h"
 #include "shell/name_box.h"
 
 namespace merivane {
@@ -11,6 +12,7 @@ const WindowTraits& traitsOf(WindowKind kind) {
                                         &Settings::compareWindow,
                                         &Settings::reUseFileWindow,
                                         Command::firstTextWindow,
+                                        statusPartEdges,
                                         {kDropFiles,
                                          {&Settings::leftFileHistory, &Settings::rightFileHistory},
                                          {Command::browseLeftFile, Command::browseRightFile},
@@ -22,6 +24,7 @@ const WindowTraits& traitsOf(WindowKind kind) {
                                           &Settings::sessionWindow,
                                           &Settings::reUseFolderWindow,
                                           Command::firstFolderWindow,
+                                          folderStatusPartEdges,
                                           {kDropFolders,
                                            {&Settings::leftFolderHistory, &Settings::rightFolderHistory},
                                            {Command::browseOldFolder, Command::browseNewFolder},

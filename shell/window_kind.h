@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "base/texts.h"
@@ -29,6 +30,7 @@ struct WindowTraits {
   WindowPlacement Settings::*placement;  // where the next one opens
   bool Settings::*reuse;                 // no more than one is opened
   Command firstListed;                   // of the Window menu's entries for this kind
+  std::array<int32_t, 4> (*statusEdges)(int32_t width, int32_t resolution);  // see shell/frame_layout.h
   NameRowTraits names;
 };
 

@@ -32,9 +32,10 @@ class OpenedClipboard {
 
 void reportBusy(HWND owner) { showMessage(owner, TextId::clipboardBusy, MB_OK | MB_ICONERROR); }
 
-/// A block that the clipboard can own, with a NUL after the text. Null when memory runs out.
+/// A block that the clipboard can own, with a NUL of either width after the text. Null when memory runs out.
 HGLOBAL makeBlock(std::string_view text) {
-  const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE, text.size() + 1);
+  const HGLOBAL block =
+      GlobalAlloc(GMEM_MOVEABLE | GMEM_DDESHARE | GMEM_ZEROINIT, text.size() + sizeof(wchar_t));
   if (block == nullptr) return nullptr;
   auto* const bytes = static_cast<char*>(GlobalLock(block));
   if (bytes == nullptr) {
@@ -42,7 +43,6 @@ HGLOBAL makeBlock(std::string_view text) {
     return nullptr;
   }
   if (!text.empty()) std::memcpy(bytes, text.data(), text.size());
-  bytes[text.size()] = '\0';
   GlobalUnlock(block);
   return block;
 }
@@ -56,9 +56,7 @@ bool copyBlock(HGLOBAL block, ByteArray& text) {
   return copied;
 }
 
-}  // namespace
-
-bool putOnClipboard(HWND owner, std::string_view text) {
+bool put(HWND owner, UINT format, std::string_view text) {
   const HGLOBAL block = makeBlock(text);
   if (block == nullptr) {
     reportOutOfMemory();
@@ -67,13 +65,22 @@ bool putOnClipboard(HWND owner, std::string_view text) {
   bool done = false;
   if (const OpenedClipboard clipboard(owner); clipboard) {
     EmptyClipboard();
-    done = SetClipboardData(CF_TEXT, block) != nullptr;
+    done = SetClipboardData(format, block) != nullptr;
   }
   if (!done) {
     GlobalFree(block);
     reportBusy(owner);
   }
   return done;
+}
+
+}  // namespace
+
+bool putOnClipboard(HWND owner, std::string_view text) { return put(owner, CF_TEXT, text); }
+
+bool putOnClipboard(HWND owner, std::wstring_view text) {
+  return put(owner, CF_UNICODETEXT,
+             {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t)});
 }
 
 bool takeFromClipboard(HWND owner, ByteArray& text) {

@@ -2,11 +2,16 @@
 
 #include <ole2.h>
 
+#include <utility>
+
 #include "base/texts.h"
 #include "base/win/messages.h"
 #include "base/win/wide.h"
 #include "base/win/window.h"
+#include "operations/win/shell_trees.h"
 #include "shell/command_line.h"
+#include "shell/interrupted_operations.h"
+#include "shell/win/question_box.h"
 #include "shell/win/shell_utilities.h"
 #include "shell/win/system_facts.h"
 #include "shell/win/top_level_window.h"
@@ -19,6 +24,18 @@ std::string currentFolder() {
   const DWORD length = GetCurrentDirectoryW(MAX_PATH, folder);
   return length < MAX_PATH ? utf8({folder, length}) : std::string();
 }
+
+/// Asks before there is a window.
+class StartHost final : public SessionHost {
+ public:
+  std::string name(int) const override { return {}; }
+  void setName(int, const std::string&) override {}
+  Answer ask(const Question& question) override { return askInBox(nullptr, question); }
+  void report(const std::string& message, ReportKind kind) override { reportInBox(nullptr, message, kind); }
+  void reportOutOfMemory() override { merivane::reportOutOfMemory(); }
+  void showStatus(const std::string&) override {}
+  void startJob(Work, WhenWorkEnds, ProgressText) override {}
+};
 
 }  // namespace
 
@@ -34,11 +51,10 @@ bool Application::InitApplication(const std::vector<std::string>& arguments) {
   oleStarted_ = SUCCEEDED(OleInitialize(nullptr));
   startFolder = currentFolder();
 
+  StartHost host;
+  offerInterruptedOperations(host, systemFiles(), *makeShellTrees(nullptr));
+
   const StartAction action = readArguments(arguments, systemFiles());
-  if (action.window == WindowKind::folder) {
-    showMessage(nullptr, text(TextId::foldersNotYet), MB_OK | MB_ICONERROR);
-    return false;
-  }
   switch (action.kind) {
     case StartAction::Kind::help:
       showMessage(nullptr, action.message, MB_OK | MB_ICONINFORMATION);
@@ -50,7 +66,7 @@ bool Application::InitApplication(const std::vector<std::string>& arguments) {
       return window != nullptr;
     }
     case StartAction::Kind::twoPaths:
-      return windows.compare(action.window, nullptr, action.paths[0], action.paths[1], false);
+      return windows.compare(action.window, nullptr, action.paths[0], action.paths[1], false) != nullptr;
     case StartAction::Kind::onePath: return windows.openNew(action.window, action.paths[0], "") != nullptr;
     case StartAction::Kind::emptyTextWindow: return windows.openNew(WindowKind::text) != nullptr;
   }
@@ -75,7 +91,16 @@ void Application::route(MSG& message) {
     if (Window* const window = Window::of(top)) {
       if (window->PreTranslateMessage(message)) return;
       const HACCEL accelerators = window->accelerators();
-      if (accelerators != nullptr && TranslateAcceleratorW(top, accelerators, &message)) return;
+      const bool alt = message.message == WM_SYSKEYDOWN;
+      if (accelerators != nullptr && TranslateAcceleratorW(top, accelerators, &message)) {
+        altMeantKey_ = altMeantKey_ || alt;
+        return;
+      }
+      // Letting Alt go after a key of ours must not open the menu.
+      if (message.wParam == VK_MENU && (message.message == WM_SYSKEYUP || message.message == WM_KEYUP) &&
+          std::exchange(altMeantKey_, false)) {
+        return;
+      }
     }
   }
   TranslateMessage(&message);
@@ -92,6 +117,7 @@ void Application::keepSettings() {
 }
 
 void Application::end() {
+  icons_.clear();
   keepSettings();
   if (oleStarted_) OleUninitialize();
 }

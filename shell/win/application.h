@@ -2,11 +2,13 @@
 
 #include <windows.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
 #include "shell/settings.h"
 #include "shell/text_session.h"
+#include "shell/win/file_icons.h"
 #include "shell/win/find_dialog.h"
 #include "shell/win/open_windows.h"
 #include "shell/win/options_dialog.h"
@@ -39,6 +41,9 @@ class Application {
   /// What the windows' sessions share.
   SessionWorld sessionWorld();
 
+  /// The icons of the folder windows' rows at a resolution, until the program ends.
+  FileIcons& icons(int dpi) { return icons_.try_emplace(dpi, dpi).first->second; }
+
   Settings settings;
   PrinterSetup printer;
   OpenWindows windows;
@@ -49,7 +54,9 @@ class Application {
  private:
   void route(MSG& message);
 
+  std::map<int, FileIcons> icons_;
   bool oleStarted_ = false;
+  bool altMeantKey_ = false;  // the Alt key that is held was part of a command's key
 };
 
 }  // namespace merivane

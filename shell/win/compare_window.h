@@ -27,6 +27,9 @@ class CompareWindow final : public TopLevelWindow, private TextViewOwner, privat
   std::string title() const override { return session_.title(); }
   bool mayClose() override { return session_.mayClose(); }
 
+  /// The files are of a list in a folder window, whose other files can be compared from here.
+  void setFileList(HWND folderWindow) { fileList_ = folderWindow; }
+
  private:
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam);
@@ -64,6 +67,8 @@ class CompareWindow final : public TopLevelWindow, private TextViewOwner, privat
   void copy(BlockKind kind, int to) { copyBlock(view_, history_, kind, to); }
   void sayDifference(bool found);
   void find();
+  void compareParents();
+  void compareNextFile(int direction);
   void search(bool forwards);
   void onFind(const FINDREPLACEW& request);
 
@@ -71,6 +76,7 @@ class CompareWindow final : public TopLevelWindow, private TextViewOwner, privat
   ComparePanes panes_;
   ViewState& view_;
   TextSession session_;
+  HWND fileList_ = nullptr;  // a folder window, which may have gone
 };
 
 }  // namespace merivane

@@ -14,6 +14,7 @@
 #include "shell/win/application.h"
 #include "shell/win/compare_window.h"
 #include "shell/win/file_dialogs.h"
+#include "shell/win/folder_window.h"
 #include "shell/win/shell_utilities.h"
 
 namespace merivane {
@@ -21,6 +22,7 @@ namespace merivane {
 std::span<const CompareWindow::Handler> CompareWindow::handlers() {
   using W = CompareWindow;
   static constexpr Handler rows[] = {
+      {Command::compareParents, [](W& w) { w.compareParents(); }},
       {Command::exportResults, [](W& w) { w.session_.exportResults(); }},
 
       {Command::undo, [](W& w) { undo(w.view_, w.history_); }},
@@ -47,6 +49,8 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
       {Command::nextDiff, [](W& w) { w.sayDifference(goToNextDifference(w.view_)); }},
       {Command::prevMark, [](W& w) { goToPreviousMark(w.view_), w.focusContents(); }},
       {Command::nextMark, [](W& w) { goToNextMark(w.view_), w.focusContents(); }},
+      {Command::prevFile, [](W& w) { w.compareNextFile(-1); }},
+      {Command::nextFile, [](W& w) { w.compareNextFile(1); }},
       {Command::switchSides, [](W& w) { w.session_.switchSides(); }},
 
       {Command::save, [](W& w) { w.session_.save(); }},
@@ -87,6 +91,8 @@ void CompareWindow::addFacts(WindowFacts& facts) const {
   facts.showsComparison = session_.showsComparison();
   facts.hasFile = session_.hasFile(view_.activeSide());
   facts.hasDifferences = facts.showsComparison && view_.model().differenceBlocks() > 0;
+  facts.hasParents = upOneFolder(session_.sideName(0)) && upOneFolder(session_.sideName(1));
+  facts.hasFileList = dynamic_cast<FolderWindow*>(Window::of(fileList_)) != nullptr;
   if (view_.caretRow() < view_.rowCount()) facts.caretRow = view_.model().status(view_.caretRow());
 }
 
@@ -98,6 +104,23 @@ void CompareWindow::numberLines(LineNumbers kind) {
 void CompareWindow::sayDifference(bool found) {
   if (found) showStatus(differenceText(view_.model(), view_.caretRow()));
   focusContents();
+}
+
+void CompareWindow::compareParents() {
+  const std::string folders[] = {upOneFolder(session_.sideName(0)).value_or(""),
+                                 upOneFolder(session_.sideName(1)).value_or("")};
+  application().windows.compare(WindowKind::folder, nullptr, folders[0], folders[1], false);
+}
+
+void CompareWindow::compareNextFile(int direction) {
+  FolderWindow* const list = dynamic_cast<FolderWindow*>(Window::of(fileList_));
+  std::string paths[2] = {session_.sideName(0), session_.sideName(1)};
+  if (list != nullptr && list->takeNextFile(paths, direction)) {
+    compare(paths[0], paths[1]);
+  } else {
+    showStatus(loadText(TextId::noMoreFiles));
+    MessageBeep(MB_OK);
+  }
 }
 
 void CompareWindow::find() {

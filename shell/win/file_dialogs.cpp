@@ -1,10 +1,12 @@
 #include "shell/win/file_dialogs.h"
 
 #include <commdlg.h>
+#include <shlobj.h>
 
 #include <algorithm>
 #include <iterator>
 
+#include "base/win/com_pointer.h"
 #include "base/win/messages.h"
 #include "base/win/wide.h"
 #include "shell/name_box.h"
@@ -70,10 +72,47 @@ std::optional<std::string> ask(const FileQuestion& question, HWND owner, const s
   return std::nullopt;
 }
 
+/// The shell's object for a folder.
+bool findFolder(const std::string& path, void** item) {
+  PIDLIST_ABSOLUTE place = nullptr;
+  if (path.empty() || FAILED(SHParseDisplayName(wide(path).c_str(), nullptr, &place, 0, nullptr)))
+    return false;
+  const HRESULT result = SHCreateShellItem(nullptr, nullptr, place, reinterpret_cast<IShellItem**>(item));
+  CoTaskMemFree(place);
+  return SUCCEEDED(result);
+}
+
 }  // namespace
 
 std::optional<std::string> chooseFile(HWND owner, const std::string& title, const std::string& name) {
   return ask({GetOpenFileNameW, OFN_FILEMUSTEXIST}, owner, title, name);
+}
+
+std::optional<std::string> chooseFolder(HWND owner, const std::string& title, const std::string& name) {
+  const CurrentFolder kept;
+  ComPointer<IFileOpenDialog> dialog;
+  HRESULT result = CoCreateInstance(CLSID_FileOpenDialog, nullptr, CLSCTX_INPROC_SERVER, IID_IFileOpenDialog,
+                                    dialog.address());
+  if (SUCCEEDED(result)) {
+    dialog->SetOptions(FOS_PICKFOLDERS | FOS_FORCEFILESYSTEM | FOS_NOCHANGEDIR | FOS_PATHMUSTEXIST);
+    dialog->SetTitle(wide(title).c_str());
+    ComPointer<IShellItem> start;
+    if (findFolder(browseStart(systemFiles(), name).folder, start.address())) dialog->SetFolder(start.get());
+    result = dialog->Show(owner);
+  }
+  ComPointer<IShellItem> chosen;
+  wchar_t* path = nullptr;
+  if (SUCCEEDED(result)) result = dialog->GetResult(reinterpret_cast<IShellItem**>(chosen.address()));
+  if (SUCCEEDED(result)) result = chosen->GetDisplayName(SIGDN_FILESYSPATH, &path);
+  if (SUCCEEDED(result)) {
+    std::string text = utf8(path);
+    CoTaskMemFree(path);
+    return text;
+  }
+  if (result != HRESULT_FROM_WIN32(ERROR_CANCELLED)) {
+    showMessage(owner, loadMessage(TextId::dialogFailed, {int64_t{result}}), MB_OK | MB_ICONERROR);
+  }
+  return std::nullopt;
 }
 
 std::optional<std::string> chooseSaveFile(HWND owner, const std::string& title, const std::string& name) {

@@ -10,6 +10,9 @@ namespace merivane {
 /// Asks for a file that exists, starting from `name`. None when cancelled.
 std::optional<std::string> chooseFile(HWND owner, const std::string& title, const std::string& name);
 
+/// Asks for a folder that exists, starting from `name`. None when cancelled.
+std::optional<std::string> chooseFolder(HWND owner, const std::string& title, const std::string& name);
+
 /// Asks where to save, starting from `name`, and before an existing file is written over. None when
 /// cancelled.
 std::optional<std::string> chooseSaveFile(HWND owner, const std::string& title, const std::string& name);

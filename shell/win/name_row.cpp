@@ -85,7 +85,8 @@ NameBox* NameRow::focusedBox() { return const_cast<NameBox*>(std::as_const(*this
 
 void NameRow::browse(int side) {
   const HWND window = GetParent(boxes_[side].handle());
-  const auto chosen = chooseFile(window, loadText(traits_.browseTitles[side]), text(side));
+  const auto choose = (traits_.dropKinds & kDropFolders) != 0 ? chooseFolder : chooseFile;
+  const auto chosen = choose(window, loadText(traits_.browseTitles[side]), text(side));
   if (!chosen) return;
   setText(side, *chosen);
   SetFocus(boxes_[side].handle());

@@ -5,6 +5,7 @@
 
 #include "shell/win/application.h"
 #include "shell/win/compare_window.h"
+#include "shell/win/folder_window.h"
 #include "shell/win/system_facts.h"
 
 namespace merivane {
@@ -21,7 +22,7 @@ OpenWindows::~OpenWindows() = default;
 
 std::unique_ptr<TopLevelWindow> OpenWindows::construct(WindowKind kind) {
   if (kind == WindowKind::text) return std::make_unique<CompareWindow>(application_);
-  return nullptr;
+  return std::make_unique<FolderWindow>(application_);
 }
 
 TopLevelWindow* OpenWindows::make(WindowKind kind) {
@@ -31,7 +32,7 @@ TopLevelWindow* OpenWindows::make(WindowKind kind) {
   List& open = open_[static_cast<int>(kind)];
   open.reserve(open.size() + 1);
   closed_.reserve(closed_.size() + handles().size() + 1);  // closing a window must not need memory
-  if (window == nullptr || !window->open(place)) return nullptr;
+  if (!window->open(place)) return nullptr;
   TopLevelWindow* const made = open.emplace_back(std::move(window)).get();
   made->update();
   ShowWindow(made->handle(), placement.maximized ? SW_SHOWMAXIMIZED : showCommand_);
@@ -40,8 +41,8 @@ TopLevelWindow* OpenWindows::make(WindowKind kind) {
   return made;
 }
 
-bool OpenWindows::compare(WindowKind kind, TopLevelWindow* target, const std::string& left,
-                          const std::string& right, bool force) {
+TopLevelWindow* OpenWindows::compare(WindowKind kind, TopLevelWindow* target, const std::string& left,
+                                     const std::string& right, bool force) {
   std::vector<ListedWindow> listed;
   for (const auto& window : list(kind)) listed.push_back({idOf(*window), window->isFresh()});
   WindowChoice choice;
@@ -52,9 +53,9 @@ bool OpenWindows::compare(WindowKind kind, TopLevelWindow* target, const std::st
   const auto found = std::find_if(list(kind).begin(), list(kind).end(),
                                   [&](const auto& window) { return idOf(*window) == chosen; });
   TopLevelWindow* const window = found != list(kind).end() ? found->get() : make(kind);
-  if (window == nullptr || window->isBusy()) return false;
+  if (window == nullptr || window->isBusy()) return nullptr;
   window->compare(left, right);
-  return true;
+  return window;
 }
 
 TopLevelWindow* OpenWindows::openNew(WindowKind kind) {

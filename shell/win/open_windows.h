@@ -15,8 +15,7 @@ namespace merivane {
 class Application;
 class TopLevelWindow;
 
-/// The program's top-level windows, each kind in a list of its own. Folder windows cannot be made yet: what
-/// asks for one fails, and their list stays empty.
+/// The program's top-level windows, each kind in a list of its own.
 class OpenWindows {
  public:
   /// `showCommand` is how the first window is to be shown.
@@ -24,10 +23,10 @@ class OpenWindows {
   ~OpenWindows();
 
   /// Compares two files or two folders in the window of that kind that the reuse rules choose, or in a new
-  /// one; `target` is the window that was asked, if one was. False when no window can be created or the one
-  /// chosen is busy.
-  bool compare(WindowKind kind, TopLevelWindow* target, const std::string& left, const std::string& right,
-               bool force);
+  /// one; `target` is the window that was asked, if one was. Returns the window, null when none can be
+  /// created or the one chosen is busy.
+  TopLevelWindow* compare(WindowKind kind, TopLevelWindow* target, const std::string& left,
+                          const std::string& right, bool force);
 
   /// Opens a window to name files or folders in: with those of the last comparison, or with these. The
   /// keyboard is in the box where a name is to come. Null when it cannot be created.

@@ -5,28 +5,11 @@
 #include <shlobj.h>
 
 #include "base/file_system.h"
+#include "base/win/com_pointer.h"
 #include "base/win/wide.h"
 
 namespace merivane {
 namespace {
-
-/// Holds a COM interface and lets it go.
-template <typename Interface>
-class ComPointer {
- public:
-  ComPointer() = default;
-  ~ComPointer() {
-    if (pointer_ != nullptr) pointer_->Release();
-  }
-  ComPointer(const ComPointer&) = delete;
-  ComPointer& operator=(const ComPointer&) = delete;
-
-  Interface* operator->() const { return pointer_; }
-  void** address() { return reinterpret_cast<void**>(&pointer_); }
-
- private:
-  Interface* pointer_ = nullptr;
-};
 
 /// The system's error after a failure that it may not have said anything about.
 SystemError failure() {

@@ -5,7 +5,6 @@
 #include "base/win/dpi.h"
 #include "base/win/messages.h"
 #include "base/win/window.h"
-#include "shell/frame_layout.h"
 
 namespace merivane {
 
@@ -29,7 +28,7 @@ void StatusBar::fit() {
   RECT area = {};
   GetWindowRect(handle_, &area);
   const int grip = IsZoomed(GetParent(handle_)) ? 0 : systemMetric(SM_CXVSCROLL, dpi_);
-  const auto edges = statusPartEdges(area.right - area.left - grip, dpi_);
+  const auto edges = traits_.statusEdges(area.right - area.left - grip, dpi_);
   SendMessageW(handle_, SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
 }
 

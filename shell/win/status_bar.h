@@ -5,6 +5,7 @@
 #include <string>
 
 #include "shell/win/control_look.h"
+#include "shell/window_kind.h"
 
 namespace merivane {
 
@@ -14,6 +15,8 @@ class StatusBar {
  public:
   static constexpr int kParts = 4;
   static constexpr int help = 0;
+
+  explicit StatusBar(const WindowTraits& traits) : traits_(traits) {}
 
   void create(HWND parent);
   HWND handle() const { return handle_; }
@@ -31,6 +34,7 @@ class StatusBar {
   void announce(const std::string& text);
 
  private:
+  const WindowTraits& traits_;
   HWND handle_ = nullptr;
   int dpi_ = 96;
   std::string shown_[kParts];

@@ -33,6 +33,7 @@ std::function<void()> TopLevelWindow::handlerOf(Command command) {
   OpenWindows& windows = application_.windows;
   switch (command) {
     case Command::newTextWindow: return [&] { windows.openNew(WindowKind::text); };
+    case Command::newFolderWindow: return [&] { windows.openNew(WindowKind::folder); };
     case Command::close: return [this] { PostMessageW(handle(), WM_CLOSE, 0, 0); };
     case Command::exit: return [&] { windows.closeAll(); };
     case Command::viewToolBar: return [this] { toggle(&Settings::viewToolBar); };

@@ -7,6 +7,7 @@
 #include "base/win/wide.h"
 #include "shell/win/application.h"
 #include "shell/win/controls.h"
+#include "shell/win/question_box.h"
 #include "shell/win/shell_utilities.h"
 #include "shell/win/system_facts.h"
 
@@ -21,7 +22,8 @@ TopLevelWindow::TopLevelWindow(Application& application, WindowKind kind)
     : application_(application),
       kind_(kind),
       traits_(traitsOf(kind)),
-      names_(traits_.names, application.settings) {}
+      names_(traits_.names, application.settings),
+      statusBar_(traits_) {}
 
 bool TopLevelWindow::open(const NewWindowRect& at) {
   WindowPlace place;
@@ -297,7 +299,7 @@ void TopLevelWindow::onDropFiles(HDROP drop) {
     taken = true;
   } else if (const auto which = comparedByDrop(kinds)) {
     TopLevelWindow* const target = *which == kind_ ? this : nullptr;
-    taken = application_.windows.compare(*which, target, names[0], names[1], false);
+    taken = application_.windows.compare(*which, target, names[0], names[1], false) != nullptr;
   }
   if (!taken) MessageBeep(MB_OK);
 }
@@ -306,27 +308,20 @@ void TopLevelWindow::onDropFiles(HDROP drop) {
 
 Answer TopLevelWindow::ask(const Question& question) {
   showContents();
-  UINT style = question.cancel ? MB_YESNOCANCEL : MB_YESNO;
-  style |= question.warning ? MB_ICONWARNING : MB_ICONQUESTION;
-  if (question.noByDefault) style |= MB_DEFBUTTON2;
-  switch (showMessage(handle(), question.text, style)) {
-    case IDYES: return Answer::yes;
-    case IDNO: return Answer::no;
-    default: return Answer::cancel;
-  }
+  return askInBox(handle(), question);
 }
 
 void TopLevelWindow::report(const std::string& message, ReportKind kind) {
   showContents();
-  showMessage(handle(), message, MB_OK | (kind == ReportKind::error ? MB_ICONERROR : MB_ICONINFORMATION));
+  reportInBox(handle(), message, kind);
 }
 
 void TopLevelWindow::reportOutOfMemory() { merivane::reportOutOfMemory(); }
 
 void TopLevelWindow::showStatus(const std::string& text) { statusBar_.announce(text); }
 
-void TopLevelWindow::startJob(Work work, WhenWorkEnds whenEnded) {
-  waitDialog_.start(handle(), std::move(work), std::move(whenEnded));
+void TopLevelWindow::startJob(Work work, WhenWorkEnds whenEnded, ProgressText progress) {
+  waitDialog_.start(handle(), std::move(work), std::move(whenEnded), std::move(progress));
 }
 
 void TopLevelWindow::onClose() {

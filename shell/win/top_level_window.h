@@ -150,6 +150,7 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
 
   /// The window's resolution, in pixels an inch.
   int dpi() const { return look_->dpi; }
+  const ControlLook* look() const { return look_.get(); }  // null until the window has been created
 
   // What a session asks of its window.
   std::string name(int side) const override { return names_.text(side); }
@@ -157,7 +158,7 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
   void report(const std::string& message, ReportKind kind) override;
   void reportOutOfMemory() override;
   void showStatus(const std::string& text) override;
-  void startJob(Work work, WhenWorkEnds whenEnded) override;
+  void startJob(Work work, WhenWorkEnds whenEnded, ProgressText progress) override;
 
  private:
   struct ShownBars {

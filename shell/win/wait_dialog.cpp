@@ -14,20 +14,25 @@ const UINT compareDoneMessage =
 namespace {
 
 constexpr int dialogNumber = 1140;
+constexpr int dialogWithProgress = 1147;
 constexpr int textControl = 100;
+constexpr int progressControl = 101;
 constexpr UINT_PTR showTimer = 1;
+constexpr UINT_PTR progressTimer = 2;
+constexpr UINT progressMilliseconds = 100;
 constexpr UINT unnoticedMilliseconds = 150;
 
 }  // namespace
 
 WaitDialog::~WaitDialog() { abandon(); }
 
-void WaitDialog::start(HWND owner, Work work, WhenWorkEnds whenEnded) {
+void WaitDialog::start(HWND owner, Work work, WhenWorkEnds whenEnded, ProgressText progress) {
   job_ = BackgroundJob::start(owner, compareDoneMessage, std::move(work));
   whenEnded_ = std::move(whenEnded);
+  progress_ = std::move(progress);
   owner_ = owner;
   focus_ = nullptr;
-  open(dialogNumber, owner);
+  open(progress_ ? dialogWithProgress : dialogNumber, owner);
 }
 
 void WaitDialog::finish() {
@@ -36,6 +41,7 @@ void WaitDialog::finish() {
   if (!end) return;
   close();
   job_ = nullptr;
+  progress_ = nullptr;
   std::exchange(whenEnded_, nullptr)(*end);
 }
 
@@ -45,6 +51,7 @@ void WaitDialog::abandon() {
   close();
   job_ = nullptr;
   whenEnded_ = nullptr;
+  progress_ = nullptr;
 }
 
 void WaitDialog::close() {
@@ -70,7 +77,7 @@ bool WaitDialog::takes(const MSG& message) const {
 LRESULT WaitDialog::onMessage(UINT message, WPARAM wParam, LPARAM) {
   switch (message) {
     case WM_INITDIALOG: return onInitDialog();
-    case WM_TIMER: return onTimer();
+    case WM_TIMER: return onTimer(wParam);
     case WM_COMMAND: return onCommand(LOWORD(wParam));
     default: return FALSE;
   }
@@ -84,12 +91,23 @@ BOOL WaitDialog::onInitDialog() {
   return TRUE;
 }
 
-BOOL WaitDialog::onTimer() {
+BOOL WaitDialog::onTimer(UINT_PTR timer) {
+  if (timer == progressTimer) return showProgress(), TRUE;
   KillTimer(handle(), showTimer);
   focus_ = GetFocus();
   EnableWindow(owner_, FALSE);
+  if (progress_) {
+    showProgress();
+    SetTimer(handle(), progressTimer, progressMilliseconds, nullptr);
+  }
   ShowWindow(handle(), SW_SHOW);
   return TRUE;
+}
+
+void WaitDialog::showProgress() {
+  const HWND control = GetDlgItem(handle(), progressControl);
+  const std::string text = progress_();
+  if (windowText(control) != text) setWindowText(control, text);
 }
 
 BOOL WaitDialog::onCommand(int id) {

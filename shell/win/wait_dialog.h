@@ -18,10 +18,11 @@ class WaitDialog final : public Dialog {
   WaitDialog() = default;
   ~WaitDialog() override;
 
-  /// Starts `work`. `owner` gets no input until the work has ended or the user has cancelled it; it is told
-  /// by compareDoneMessage, on which it calls finish(). It is not disabled until the box shows, so that
-  /// after a short wait it is still active and nothing has flickered. Only while isBusy() is false.
-  void start(HWND owner, Work work, WhenWorkEnds whenEnded);
+  /// Starts `work`, and shows what `progress` tells ten times a second if it is given. `owner` gets no input
+  /// until the work has ended or the user has cancelled it; it is told by compareDoneMessage, on which it
+  /// calls finish(). It is not disabled until the box shows, so that after a short wait it is still active
+  /// and nothing has flickered. Only while isBusy() is false.
+  void start(HWND owner, Work work, WhenWorkEnds whenEnded, ProgressText progress);
 
   /// Whether work is under way.
   bool isBusy() const { return job_ != nullptr; }
@@ -38,12 +39,14 @@ class WaitDialog final : public Dialog {
  private:
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   BOOL onInitDialog();
-  BOOL onTimer();
+  BOOL onTimer(UINT_PTR timer);
+  void showProgress();
   BOOL onCommand(int id);
   void close();
 
   std::shared_ptr<BackgroundJob> job_;
   WhenWorkEnds whenEnded_;
+  ProgressText progress_;
   HWND owner_ = nullptr;
   HWND focus_ = nullptr;  // the owner's, to be given back; null until the box shows
 };

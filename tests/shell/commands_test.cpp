@@ -73,6 +73,8 @@ TEST(MenuState, EachFactDecidesAboutItsOwnCommands) {
   busy.modified[1] = busy.canUndo = busy.canRedo = true;
   busy.hasSelection = busy.clipboardHasText = true;
   busy.showsComparison = busy.hasDifferences = busy.hasFile = true;
+  busy.hasFileList = busy.hasParents = true;
+  busy.offered = {compareEntries, copyToOld, copyToNew, deleteOld, deleteNew, deleteBoth};
   busy.caretRow = RowStatus::changed;
   Settings some;
   some.findText = "x";
@@ -90,7 +92,13 @@ TEST(MenuState, EachFactDecidesAboutItsOwnCommands) {
       {[](W& w, S&) { w.clipboardHasText = false; }, {paste}},
       {[](W& w, S&) { w.hasDifferences = false; }, {prevDiff, nextDiff, prevMark, nextMark}},
       {[](W& w, S&) { w.showsComparison = false; }, {exportResults}},
-      {[](W& w, S&) { w.hasFile = false; }, {openInApp, exploreFolder, showProperties}},
+      {[](W& w, S&) { w.hasFile = false; }, {openInApp, exploreFolder, showProperties, copyPaths}},
+      {[](W& w, S&) { w.hasFileList = false; }, {prevFile, nextFile}},
+      {[](W& w, S&) { w.hasParents = false; }, {compareParents}},
+      {[](W& w, S&) { w.offered = {deleteNew}; },
+       {compareEntries, copyToOld, copyToNew, deleteOld, deleteBoth}},
+      {[](W& w, S&) { w.offered.clear(); },
+       {compareEntries, copyToOld, copyToNew, deleteOld, deleteNew, deleteBoth, deleteEntries}},
       {[](W& w, S&) { w.readOnly[1] = true; }, {replaceRight, copyLineRight, copyDiffRight}},
       {[](W& w, S&) { w.readOnly[0] = true; },
        {replaceLeft, copyLineLeft, copyDiffLeft, cut, paste, deleteText, deleteLine, deleteDiff}},

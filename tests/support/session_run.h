@@ -31,7 +31,7 @@ class FakeSessionHost : public virtual SessionHost {
   }
   void reportOutOfMemory() override { ++outOfMemory; }
   void showStatus(const std::string& text) override { status = text; }
-  void startJob(Work work, WhenWorkEnds whenEnded) override {
+  void startJob(Work work, WhenWorkEnds whenEnded, ProgressText) override {
     job = std::move(work);
     whenJobEnds = std::move(whenEnded);
   }

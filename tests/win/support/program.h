@@ -123,6 +123,7 @@ class TextWindow {
  public:
   TextWindow(const Program& program, HWND window) : program_(&program), window_(window) {}
 
+  const Program& program() const { return *program_; }
   HWND handle() const { return window_; }
   HWND view() const { return childOf(window_, "TextView"); }
   HWND summary() const { return childOf(window_, "Summary"); }
@@ -171,7 +172,7 @@ class TextWindow {
   /// Makes it the window that keys go to; false when it does not become it.
   bool activate() const;
 
- private:
+ protected:
   std::string statusText(int part) const;
   std::string ask(HWND window, UINT message, WPARAM wParam, size_t room) const;
 
