@@ -55,8 +55,7 @@ bool FolderWindow::applySettingsToContents() {
 }
 
 TopLevelWindow::StatusTexts FolderWindow::statusTexts() const {
-  return {session_->selectionText(category(), selection()), session_->filterText(),
-          session_->troubleText()};
+  return {session_->selectionText(category(), selection()), session_->filterText(), session_->troubleText()};
 }
 
 // What the lists ask for.
