@@ -2,12 +2,14 @@
 //
 // Each scene gives FOLDER\SCENE.bmp of the two files: "compared", or "marks" with line numbers and white
 // space. What goes wrong in comparing them is part of the picture. "waiting" has a pair of its own.
-// "options-" with the number of a page is that page of the Options dialog.
+// "options-text", "options-folders", "options-display" and "options-misc" are pages of the Options dialog.
 
 #include <windows.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <random>
 #include <utility>
 
@@ -54,8 +56,10 @@ bool take(const std::string& scene, std::string left, std::string right, const s
   snprintf(place, sizeof place, "0,a,a,%x,%x", 10 + MulDiv(size.cx, inch, 96),
            10 + MulDiv(size.cy, inch, 96));
   save("CompareWindow", place);
-  const bool options = scene.starts_with("options-");
-  if (options) save("OptionsPage", static_cast<DWORD>(std::stoi(scene.substr(8))));
+  constexpr const char* pages[] = {"options-text", "options-folders", "options-display", "options-misc"};
+  const auto page = std::ranges::find(pages, scene);
+  const bool options = page != std::end(pages);
+  if (options) save("OptionsPage", static_cast<DWORD>(page - pages));
 
   const Program program('"' + left + "\" \"" + right + '"');
   const HWND handle = program.window("CompareWindow");
