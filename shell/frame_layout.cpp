@@ -54,10 +54,9 @@ std::array<int32_t, 4> statusPartEdges(int32_t width, int32_t resolution) {
 }
 
 std::array<int32_t, 4> folderStatusPartEdges(int32_t width, int32_t resolution) {
-  // A narrow window's parts are narrower alike.
-  const int32_t roomy = 800 * resolution / 96;
-  const auto fromRight = [&](int32_t pixels) { return width - pixels * std::min(width, roomy) / 800; };
-  return {fromRight(470), fromRight(290), fromRight(160), width};
+  const auto fromRight = [&](int32_t pixels) { return width - pixels * resolution / 96; };
+  const bool roomy = width >= 640 * resolution / 96;
+  return {fromRight(roomy ? 490 : 300), fromRight(roomy ? 310 : 130), fromRight(roomy ? 170 : 65), width};
 }
 
 }  // namespace merivane

@@ -75,7 +75,7 @@ SplitLayout layOutSplit(const Area& contents, const PaneMetrics& metrics, int32_
 /// The right edges of the status bar's four parts in a window of this width in pixels, without the size
 /// grip's while the window is not maximized, on a screen of `resolution` pixels an inch. In a text window the
 /// second part holds the caret's place; in a folder window the last three hold what is selected, the filter
-/// and the counts.
+/// and how many entries could not be compared.
 std::array<int32_t, 4> statusPartEdges(int32_t width, int32_t resolution);
 std::array<int32_t, 4> folderStatusPartEdges(int32_t width, int32_t resolution);
 

@@ -1,12 +1,14 @@
 // Takes pictures of the program at work: merivane-pictures FOLDER LEFT RIGHT SCENE...
 //
 // Each scene gives FOLDER\SCENE.bmp of the two files: "compared", or "marks" with line numbers and white
-// space. What goes wrong in comparing them is part of the picture. "waiting" has a pair of its own.
-// "options-text", "options-folders", "options-display" and "options-misc" are pages of the Options dialog.
+// space. What goes wrong in comparing them is part of the picture. "waiting" has a pair of its own, "folders" two
+// trees. "options-text", "options-folders", "options-display" and "options-misc" are pages of the Options dialog.
 
 #include <windows.h>
 
 #include <algorithm>
+#include <chrono>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -18,6 +20,15 @@
 namespace {
 
 using namespace merivane;
+
+/// The saved place of a window of a size at 96 pixels an inch.
+std::string placeOf(SIZE size) {
+  const int inch = GetDeviceCaps(GetDC(nullptr), LOGPIXELSY);
+  char place[64];
+  snprintf(place, sizeof place, "0,a,a,%x,%x", 10 + MulDiv(size.cx, inch, 96),
+           10 + MulDiv(size.cy, inch, 96));
+  return place;
+}
 
 /// Few kinds of lines in no order: nothing to hold on to.
 std::string writeShuffledLines(const std::string& name, unsigned seed) {
@@ -42,6 +53,39 @@ Picture settledPicture(HWND window) {
   return picture;
 }
 
+/// Two trees in the current folder with something of each kind in them.
+void writeTrees() {
+  namespace fs = std::filesystem;
+  const auto put = [](const char* name, size_t size, int hours) {
+    fs::create_directories(fs::path(name).parent_path());
+    std::ofstream(name, std::ios::binary) << std::string(size, '\n');
+    fs::last_write_time(name, fs::file_time_type::clock::now() - std::chrono::hours(hours));
+  };
+  for (const char* name : {"docs\\index.html", "docs\\style.css", "src\\main.c", "src\\parse.c",
+                           "src\\parse.h", "src\\print.c", "build.txt", "readme.txt"}) {
+    const bool changed = name[0] == 's' || name[0] == 'r';
+    put(("old\\" + std::string(name)).c_str(), 100, 48);
+    put(("new\\" + std::string(name)).c_str(), changed ? 140 : 100, changed ? 24 : 48);
+  }
+  put("old\\src\\scan.c", 100, 48);
+  put("new\\docs\\tour.html", 100, 24);
+}
+
+/// The lists of the changed files, one of them copied.
+bool takeFolders(const std::string& path) {
+  writeTrees();
+  save("SessionWindow", placeOf({620, 380}));
+  const Program program("old new");
+  const HWND handle = program.window("SessionWindow");
+  if (handle == nullptr) return false;
+  const TextWindow window(program, handle);
+  waitUntil([&] { return window.help().starts_with("Changed"); });
+  window.run(Command::copyToOld);
+  waitUntil([&] { return window.title().ends_with("old*, new]"); });
+  settledPicture(handle).save(path);
+  return true;
+}
+
 bool take(const std::string& scene, std::string left, std::string right, const std::string& path) {
   const bool waiting = scene == "waiting";
   if (waiting) {
@@ -50,12 +94,8 @@ bool take(const std::string& scene, std::string left, std::string right, const s
   }
   clearSavedSettings();
   save("TipOfTheDay.ShowOnStartup", "false");
-  const int inch = GetDeviceCaps(GetDC(nullptr), LOGPIXELSY);
-  const SIZE size = waiting ? SIZE{640, 480} : SIZE{800, 540};  // at 96 pixels an inch
-  char place[64];
-  snprintf(place, sizeof place, "0,a,a,%x,%x", 10 + MulDiv(size.cx, inch, 96),
-           10 + MulDiv(size.cy, inch, 96));
-  save("CompareWindow", place);
+  if (scene == "folders") return takeFolders(path);
+  save("CompareWindow", placeOf(waiting ? SIZE{640, 480} : SIZE{800, 540}));
   constexpr const char* pages[] = {"options-text", "options-folders", "options-display", "options-misc"};
   const auto page = std::ranges::find(pages, scene);
   const bool options = page != std::end(pages);
