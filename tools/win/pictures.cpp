@@ -1,8 +1,9 @@
 // Takes pictures of the program at work: merivane-pictures FOLDER LEFT RIGHT SCENE...
 //
 // Each scene gives FOLDER\SCENE.bmp of the two files: "compared", or "marks" with line numbers and white
-// space. What goes wrong in comparing them is part of the picture. "waiting" has a pair of its own, "folders" two
-// trees. "options-text", "options-folders", "options-display" and "options-misc" are pages of the Options dialog.
+// space. What goes wrong in comparing them is part of the picture. "waiting" has a pair of its own, "folders"
+// two trees. "options-text", "options-folders", "options-display" and "options-misc" are pages of the Options
+// dialog.
 
 #include <windows.h>
 
