@@ -17,7 +17,8 @@ enum class WorkEnd { done, cancelled, outOfMemory };
 /// run, so that what it changes must not be looked at.
 using WhenWorkEnds = std::function<void(WorkEnd end)>;
 
-/// Tells on the user interface's thread, while the work is under way, how far it is.
+/// Tells on the user interface's thread, while the work is under way, how far it is, in two
+/// lines.
 using ProgressText = std::function<std::string()>;
 
 }  // namespace merivane

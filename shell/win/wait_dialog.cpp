@@ -2,6 +2,8 @@
 
 #include <shellapi.h>
 
+#include <sstream>
+#include <string>
 #include <utility>
 
 #include "base/win/messages.h"
@@ -16,7 +18,7 @@ namespace {
 constexpr int dialogNumber = 1140;
 constexpr int dialogWithProgress = 1147;
 constexpr int textControl = 100;
-constexpr int progressControl = 101;
+constexpr int progressControls[] = {101, 102};  // a line each
 constexpr UINT_PTR showTimer = 1;
 constexpr UINT_PTR progressTimer = 2;
 constexpr UINT progressMilliseconds = 100;
@@ -105,9 +107,13 @@ BOOL WaitDialog::onTimer(UINT_PTR timer) {
 }
 
 void WaitDialog::showProgress() {
-  const HWND control = GetDlgItem(handle(), progressControl);
-  const std::string text = progress_();
-  if (windowText(control) != text) setWindowText(control, text);
+  std::istringstream lines(progress_());
+  for (const int number : progressControls) {
+    const HWND control = GetDlgItem(handle(), number);
+    std::string line;
+    std::getline(lines, line);
+    if (windowText(control) != line) setWindowText(control, line);
+  }
 }
 
 BOOL WaitDialog::onCommand(int id) {
