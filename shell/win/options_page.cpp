@@ -64,7 +64,7 @@ LRESULT OptionsPage::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_COMMAND: onCommand(LOWORD(wParam), HIWORD(wParam)); return TRUE;
     case WM_DRAWITEM: drawFontItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)); return TRUE;
     case dpiChangedAfterParent:
-      colours_.clear();
+      patches_.clear();
       sizeItems();
       show();
       return TRUE;
@@ -116,6 +116,7 @@ void OptionsPage::show(const OptionRow& option, HWND control) {
   } else if (is<FontFaceOption>(option) || is<TabSizeOption>(option)) {
     const auto none = static_cast<WPARAM>(-1);
     const LRESULT index = sendText(control, CB_FINDSTRINGEXACT, none, state.text);
+    if (SendMessageW(control, CB_GETCURSEL, 0, 0) == index) return;
     SendMessageW(control, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
   } else if (is<FontSizeOption>(option) || is<FilterOption>(option)) {
     // Nobody's typing is replaced.
@@ -127,9 +128,11 @@ void OptionsPage::show(const OptionRow& option, HWND control) {
 }
 
 void OptionsPage::showColour(int id, HWND control, Colour colour) {
-  Bitmap patch = colourPatch(colour, dpiOf(handle()));
-  SendMessageW(control, BM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(patch.get()));
-  colours_[id] = std::move(patch);  // the one that was there is free now
+  const auto shown = patches_.find(id);
+  if (shown != patches_.end() && shown->second.colour == colour) return;
+  Patch patch = {colour, colourPatch(colour, dpiOf(handle()))};
+  SendMessageW(control, BM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(patch.picture.get()));
+  patches_[id] = std::move(patch);  // the one that was there is free now
 }
 
 // Following the controls.

@@ -27,6 +27,12 @@ class OptionsPage final : public Dialog {
   void takeTyped();
 
  private:
+  /// A colour as its button shows it.
+  struct Patch {
+    Colour colour;
+    Bitmap picture;
+  };
+
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void onInitDialog();
   void onCommand(int id, int code);
@@ -43,8 +49,8 @@ class OptionsPage final : public Dialog {
   Settings& settings_;
   const std::function<void()>& changed_;
   std::map<int, NameBox> filters_;
-  std::map<int, Bitmap> colours_;  // in the buttons
-  bool showing_ = false;           // what the controls report is of the page's own doing
+  std::map<int, Patch> patches_;  // in the buttons of colours
+  bool showing_ = false;          // what the controls report is of the page's own doing
 };
 
 }  // namespace merivane

@@ -95,8 +95,12 @@ TEST(FontListTest, ShowsEveryFaceAndItsSelection) {
                       0, 40, 100, nullptr, nullptr, nullptr, nullptr);
   fillFontList(box);
   DRAWITEMSTRUCT item = {};
-  item.itemID = static_cast<UINT>(
-      SendMessageA(box, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("Tahoma")));
+  const auto place = [&](const char* face) {
+    return SendMessageA(box, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(face));
+  };
+  EXPECT_LT(place("Courier New"), place("Arial")) << "fixed pitch first";
+  EXPECT_LT(place("Arial"), place("Tahoma"));
+  item.itemID = static_cast<UINT>(place("Tahoma"));
   EXPECT_TRUE(SendMessageA(box, CB_GETITEMDATA, item.itemID, 0) & TRUETYPE_FONTTYPE);
   EXPECT_GT(SendMessageA(box, CB_GETDROPPEDWIDTH, 0, 0), 60) << "wider than the box";
 
