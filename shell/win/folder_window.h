@@ -44,6 +44,7 @@ class FolderWindow final : public TopLevelWindow, private ResultListsOwner, priv
   bool applySettingsToContents() override;
   void showContents() override {}
   StatusTexts statusTexts() const override;
+  bool optionsChanged() const override { return session_->optionsChanged(); }
   void addFacts(WindowFacts& facts) const override;
   std::function<void()> handlerOf(Command command) override;
   void startComparison() override;

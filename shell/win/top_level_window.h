@@ -112,7 +112,7 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
   virtual StatusTexts statusTexts() const = 0;
 
   /// What is shown was compared under other options than a comparison would be now.
-  virtual bool optionsChanged() const { return false; }
+  virtual bool optionsChanged() const = 0;
 
   /// Adds what commands depend on to what is known of every window.
   virtual void addFacts(WindowFacts& facts) const = 0;

@@ -107,7 +107,9 @@ TEST_F(FolderSessionTest, ComparesWhatTheBoxesNameOrSaysWhyNot) {
 
   settings_.haveIncludeFilter = true;
   settings_.includeFilterHistory.Add("b*;same.*");
+  EXPECT_TRUE(session_.optionsChanged());
   compare();
+  EXPECT_FALSE(session_.optionsChanged());
   EXPECT_EQ(session_.filterText(), "Filter: b*;same.*");
   EXPECT_EQ(tabs(), "Changed (1) Old (0) New (0) Same (1) ");
 

@@ -95,13 +95,21 @@ TEST(FontListTest, ShowsEveryFaceAndItsSelection) {
                       0, 40, 100, nullptr, nullptr, nullptr, nullptr);
   fillFontList(box);
   DRAWITEMSTRUCT item = {};
-  const auto place = [&](const char* face) {
-    return SendMessageA(box, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(face));
-  };
-  EXPECT_LT(place("Courier New"), place("Arial")) << "fixed pitch first";
-  EXPECT_LT(place("Arial"), place("Tahoma"));
-  item.itemID = static_cast<UINT>(place("Tahoma"));
+  item.itemID = static_cast<UINT>(
+      SendMessageA(box, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>("Tahoma")));
   EXPECT_TRUE(SendMessageA(box, CB_GETITEMDATA, item.itemID, 0) & TRUETYPE_FONTTYPE);
+  std::string pitches;
+  for (LRESULT i = 0; i < SendMessageA(box, CB_GETCOUNT, 0, 0); ++i) {
+    LOGFONTW font = {};
+    font.lfCharSet = DEFAULT_CHARSET;
+    SendMessageW(box, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(font.lfFaceName));
+    const auto addPitch = [](const LOGFONTW* face, const TEXTMETRICW*, DWORD, LPARAM text) CALLBACK -> int {
+      *reinterpret_cast<std::string*>(text) += (face->lfPitchAndFamily & FIXED_PITCH) != 0 ? 'f' : 'v';
+      return 0;
+    };
+    EnumFontFamiliesExW(GetDC(box), &font, addPitch, reinterpret_cast<LPARAM>(&pitches), 0);
+  }
+  EXPECT_THAT(pitches, testing::ContainsRegex("^ff*vv*$"));
   EXPECT_GT(SendMessageA(box, CB_GETDROPPEDWIDTH, 0, 0), 60) << "wider than the box";
 
   item.hwndItem = box;

@@ -90,7 +90,8 @@ TEST_F(WindowsTest, MenusShowWhatCanBeDoneAndWhatIsShown) {
   EXPECT_FALSE(onToolBar(Command::copyDiffLeft));
   press(VK_RIGHT, {VK_SHIFT});
   copiedBy([] { press('C', {VK_CONTROL}); });
-  EXPECT_EQ(marked("-"), "-&Undo-&Redo-Find &Next-Find Pre&v-&Copy <---Co&py Line <--");
+  EXPECT_EQ(marked("-"),
+            "-&Undo-&Redo-Find &Next-Find Pre&v-Previous F&ile-Next &File-&Copy <---Co&py Line <--");
 
   EXPECT_EQ(marked("*o"), "*&Toolbar*Status &Bar*Su&mmary*S&ync Scrollingo&None");
   for (const Command command : {Command::viewToolBar, Command::viewStatusBar, Command::viewSummary,
