@@ -109,6 +109,18 @@ def check_commands(pages):
             yield f"keys.html: {key} of the panes is missing"
 
 
+def check_options(pages):
+    told = " ".join(" ".join(pages[name].texts["body"]) for name in OPENED if name.endswith("options.html")).casefold()
+    controls = re.findall(r'^  (?:AUTOCHECKBOX|CHECKBOX|PUSHBUTTON) "((?:[^"]|"")*)", (10[1-4]\d\d),',
+                          read("resources", "dialogs.rc"), re.MULTILINE)
+    if len(controls) < 30:
+        yield "resources/dialogs.rc: the options are not where they were"
+    for label, number in controls:
+        shown = label.replace("&", "").replace('""', '"').strip().rstrip(".:")
+        if shown.casefold() not in told:
+            yield f"no page of options tells of '{shown}' ({number})"
+
+
 def check_messages(pages):
     shown = set().union(*(page.texts.get("samp", set()) for page in pages.values()))
     texts = set()
@@ -131,7 +143,7 @@ def check_console(pages):
 
 def main():
     pages = {name: Page(name) for name in sorted(os.listdir(MANUAL)) if name.endswith(".html")}
-    faults = [fault for check in (check_links, check_commands, check_messages, check_console) for fault in check(pages)]
+    faults = [fault for check in (check_links, check_commands, check_options, check_messages, check_console) for fault in check(pages)]
     license_text = [one_line(paragraph) for paragraph in read("LICENSE").split("\n\n")]
     faults += [f"license.html: it lacks '{text[:40]}...'" for text in license_text
                if text not in pages["license.html"].texts["p"]]

@@ -35,6 +35,23 @@ void Dialog::centre() {
   SetWindowPos(handle(), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+Font Dialog::largerFont(int percent) const {
+  LOGFONTW font = {};
+  GetObjectW(reinterpret_cast<HFONT>(SendMessageW(handle(), WM_GETFONT, 0, 0)), sizeof font, &font);
+  font.lfHeight = MulDiv(font.lfHeight, percent, 100);
+  return Font(CreateFontIndirectW(&font));
+}
+
+RECT Dialog::inPixels(RECT units) const {
+  MapDialogRect(handle(), &units);
+  return units;
+}
+
+BOOL Dialog::returns(LRESULT result) const {
+  SetWindowLongPtrW(handle(), DWLP_MSGRESULT, result);
+  return TRUE;
+}
+
 INT_PTR CALLBACK Dialog::dialogProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_INITDIALOG) adopt(handle, reinterpret_cast<Window*>(lParam));
   return receive(handle, message, wParam, lParam,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/win/gdi.h"
 #include "base/win/window.h"
 
 namespace merivane {
@@ -17,6 +18,15 @@ class Dialog : public Window {
 
   /// Moves it over the middle of its owner; of the work area where it has none or a minimized one.
   void centre();
+
+  /// A larger version of its font.
+  Font largerFont(int percent) const;
+
+  /// A rectangle of the dialog's own units in pixels.
+  RECT inPixels(RECT units) const;
+
+  /// Returns a value for a message, where the procedure only says that it was handled.
+  BOOL returns(LRESULT result) const;
 
  private:
   static INT_PTR CALLBACK dialogProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam);

@@ -11,6 +11,7 @@
 #include "operations/win/shell_trees.h"
 #include "shell/command_line.h"
 #include "shell/interrupted_operations.h"
+#include "shell/tips.h"
 #include "shell/win/question_box.h"
 #include "shell/win/shell_utilities.h"
 #include "shell/win/system_facts.h"
@@ -42,7 +43,8 @@ class StartHost final : public SessionHost {
 Application::Application(int showCommand)
     : windows(*this, showCommand),
       optionsDialog(
-          settings, store_, [this] { windows.applySettings(); }, [](const char*) {}) {}
+          settings, store_, [this] { windows.applySettings(); },
+          [this](const char* page) { help.show(page); }) {}
 
 bool Application::InitApplication(const std::vector<std::string>& arguments) {
   LoadSettings(store_, systemFacts(), settings);
@@ -74,6 +76,8 @@ bool Application::InitApplication(const std::vector<std::string>& arguments) {
 }
 
 void Application::run() {
+  // Active may be the box of a comparison under way, which is soon gone.
+  if (showsTipOnStartup(store_)) tipDialog.show(GetAncestor(GetActiveWindow(), GA_ROOTOWNER));
   MSG message;
   while (GetMessageW(&message, nullptr, 0, 0) != 0) {
     route(message);
@@ -119,6 +123,7 @@ void Application::keepSettings() {
 void Application::end() {
   icons_.clear();
   keepSettings();
+  help.close();
   if (oleStarted_) OleUninitialize();
 }
 

@@ -10,10 +10,12 @@
 #include "shell/text_session.h"
 #include "shell/win/file_icons.h"
 #include "shell/win/find_dialog.h"
+#include "shell/win/help.h"
 #include "shell/win/open_windows.h"
 #include "shell/win/options_dialog.h"
 #include "shell/win/printer_setup.h"
 #include "shell/win/registry_store.h"
+#include "shell/win/tip_dialog.h"
 
 namespace merivane {
 
@@ -29,7 +31,7 @@ class Application {
   /// the exit steps are due all the same.
   bool InitApplication(const std::vector<std::string>& arguments);
 
-  /// Serves messages until WM_QUIT.
+  /// Shows the tip of the day, if it is wanted, and serves messages until WM_QUIT.
   void run();
 
   /// The exit steps.
@@ -48,6 +50,8 @@ class Application {
   PrinterSetup printer;
   OpenWindows windows;
   FindDialog findDialog{settings};
+  Help help;
+  TipDialog tipDialog{store_};
   OptionsDialog optionsDialog;
   std::string startFolder;  // current when the program started; empty if there was no telling
 

@@ -72,6 +72,10 @@ bool OpenWithShell(HWND owner, const std::string& path, ErrorReport report) {
   return reported(error, owner, TextId::couldNotOpenInExplorer, report);
 }
 
+bool OpenAddress(HWND owner, const std::string& address, ErrorReport report) {
+  return reported(execute(owner, L"open", address, 0), owner, TextId::couldNotOpenAddress, report);
+}
+
 bool ExploreFolder(HWND owner, const std::string& folder, ErrorReport report) {
   return reported(execute(owner, L"explore", folder, 0), owner, TextId::couldNotOpenInExplorer, report);
 }

@@ -27,4 +27,7 @@ bool OpenWithShell(HWND owner, const std::string& path, ErrorReport report);
 bool ExploreFolder(HWND owner, const std::string& folder, ErrorReport report);
 bool ShowProperties(HWND owner, const std::string& path, ErrorReport report);
 
+/// Opens a web page, or begins a mail ("mailto:..."); as above.
+bool OpenAddress(HWND owner, const std::string& address, ErrorReport report);
+
 }  // namespace merivane

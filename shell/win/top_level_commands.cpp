@@ -10,7 +10,10 @@
 #include "base/win/messages.h"
 #include "base/win/wide.h"
 #include "shell/command_table.h"
+#include "shell/help_places.h"
+#include "shell/win/about_dialog.h"
 #include "shell/win/application.h"
+#include "shell/win/shell_utilities.h"
 #include "shell/win/top_level_window.h"
 
 namespace merivane {
@@ -45,6 +48,13 @@ std::function<void()> TopLevelWindow::handlerOf(Command command) {
     case Command::tileVertically: return [&] { windows.tile(false); };
     case Command::upOneFolderLeft: return [this] { names_.goUpOneFolder(0); };
     case Command::upOneFolderRight: return [this] { names_.goUpOneFolder(1); };
+    case Command::usersManual: return [this] { application_.help.show(); };
+    case Command::quickTour: return [this] { application_.help.show("quicktour.html"); };
+    case Command::customerSupport: return [this] { application_.help.show("support.html"); };
+    case Command::visitWebsite: return [this] { OpenAddress(handle(), kWebSite, showSystemError); };
+    case Command::sendEmail: return [this] { OpenAddress(handle(), kSupportMail, showSystemError); };
+    case Command::tipOfTheDay: return [this] { application_.tipDialog.show(handle()); };
+    case Command::about: return [this] { AboutDialog(application_.help).run(handle()); };
     default: break;
   }
   for (const int side : {0, 1}) {

@@ -58,7 +58,7 @@ void WaitDialog::abandon() {
 
 void WaitDialog::close() {
   // Enabled before the dialog goes, or the system would activate another program's window.
-  EnableWindow(owner_, TRUE);
+  if (std::exchange(disablesOwner_, false)) EnableWindow(owner_, TRUE);
   destroy();
   if (focus_ != nullptr && GetActiveWindow() == owner_) SetFocus(focus_);
 }
@@ -97,7 +97,7 @@ BOOL WaitDialog::onTimer(UINT_PTR timer) {
   if (timer == progressTimer) return showProgress(), TRUE;
   KillTimer(handle(), showTimer);
   focus_ = GetFocus();
-  EnableWindow(owner_, FALSE);
+  disablesOwner_ = EnableWindow(owner_, FALSE) == FALSE;  // or another dialog does already
   if (progress_) {
     showProgress();
     SetTimer(handle(), progressTimer, progressMilliseconds, nullptr);

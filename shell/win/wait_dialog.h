@@ -48,6 +48,7 @@ class WaitDialog final : public Dialog {
   WhenWorkEnds whenEnded_;
   ProgressText progress_;
   HWND owner_ = nullptr;
+  bool disablesOwner_ = false;
   HWND focus_ = nullptr;  // the owner's, to be given back; null until the box shows
 };
 

@@ -2,8 +2,8 @@
 //
 // Each scene gives FOLDER\SCENE.bmp of the two files: "compared", or "marks" with line numbers and white
 // space. What goes wrong in comparing them is part of the picture. "waiting" has a pair of its own, "folders"
-// two trees. "options-text", "options-folders", "options-display" and "options-misc" are pages of the Options
-// dialog.
+// two trees. "tip" and "about" are of these boxes, "options-text", "options-folders", "options-display" and
+// "options-misc" of pages of the Options dialog.
 
 #include <windows.h>
 
@@ -113,8 +113,16 @@ bool take(const std::string& scene, std::string left, std::string right, const s
       window.run(command);
     }
   }
-  if (options) window.run(Command::options);
-  settledPicture(options ? program.dialog("Options") : handle).save(path);
+  HWND shown = handle;
+  const auto open = [&](Command command, const char* title) {
+    PostMessageA(handle, WM_COMMAND, static_cast<WPARAM>(command), 0);
+    shown = program.dialog(title);
+  };
+  if (options) open(Command::options, "Options");
+  if (scene == "tip") open(Command::tipOfTheDay, "Tip of the day");
+  if (scene == "about") open(Command::about, "About Merivane");
+  if (shown == nullptr) return false;
+  settledPicture(shown).save(path);
   return true;
 }
 
