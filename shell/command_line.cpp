@@ -25,7 +25,8 @@ StartAction readArguments(const std::vector<std::string>& arguments, FileSystem&
   std::vector<std::string> paths;
   std::vector<FileKind> kinds;
   std::optional<std::string> unknownOption;
-  for (const std::string& argument : arguments) {
+  for (const std::string& given : arguments) {
+    const std::string argument = given == "/dev/null" ? "nul" : given;  // as version control names no file
     if (argument == "/?" || argument == "-?") {
       return {StartAction::Kind::help, WindowKind::text, {}, text(TextId::commandLineHelp)};
     }

@@ -38,6 +38,7 @@ TEST(CommandLine, WhatIsAskedForIsDoneOrSaid) {
       {{"", "a"}, notFound},
       {{"con"}, notFound + "con"},
       {{"nul", "a"}, "2: C:\\nul, C:\\a"},
+      {{"a", "/dev/null"}, "2: C:\\a, C:\\nul"},
       {{"a", "d"}, "A file cannot be compared with a folder:\na\nd\n\n" + help},
       {{"d", "e"}, "2: C:\\d, C:\\e in a folder window"},
       {{"d"}, "1: C:\\d in a folder window"},
