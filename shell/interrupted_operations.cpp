@@ -5,14 +5,14 @@
 
 namespace merivane {
 
-void offerInterruptedOperations(SessionHost& host, FileSystem& files, TreeOperations& trees) {
+void offerInterruptedOperations(UserBoxes& boxes, FileSystem& files, TreeOperations& trees) {
   for (InterruptedOperation& operation : findInterrupted(files, trees)) {
     const Question question = {formatMessage(TextId::interruptedOperation, {operation.words}), true, true};
-    const Answer answer = host.ask(question);
+    const Answer answer = boxes.ask(question);
     if (answer == Answer::cancel) continue;
     const bool worked =
         answer == Answer::yes ? finish(files, trees, operation) : putBack(files, trees, operation);
-    if (!worked) host.report(formatMessage(TextId::stillInterrupted, {operation.words}), ReportKind::error);
+    if (!worked) boxes.report(formatMessage(TextId::stillInterrupted, {operation.words}), ReportKind::error);
   }
 }
 

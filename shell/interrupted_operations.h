@@ -9,6 +9,6 @@ namespace merivane {
 /// Looks, when the program starts, for operations on folders that its end interrupted, and asks for each
 /// whether it is to be finished, put back or left. What is left or does not work, the next start asks about
 /// again.
-void offerInterruptedOperations(SessionHost& host, FileSystem& files, TreeOperations& trees);
+void offerInterruptedOperations(UserBoxes& boxes, FileSystem& files, TreeOperations& trees);
 
 }  // namespace merivane

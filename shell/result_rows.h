@@ -21,10 +21,15 @@ struct ResultRow {
 /// What a screen reader says of a row.
 std::string spokenRow(const ResultRow& row);
 
+/// How many kinds of marks there are, that for nothing included.
+inline constexpr int kMarks = 7;
+
 /// A mark's pair of colours.
 struct MarkColours {
   Colour fill = 0xFFFFFF;
   Colour outline = 0;
+
+  bool operator==(const MarkColours&) const = default;
 };
 
 /// The colours of the mark for an operation: one pair each for compared, copied to old and copied to new, and

@@ -18,18 +18,23 @@ enum class Answer { yes, no, cancel };
 
 enum class ReportKind { information, error };
 
+/// Asks the user and tells him. Everything here may throw std::bad_alloc.
+class UserBoxes {
+ public:
+  virtual ~UserBoxes() = default;
+
+  virtual Answer ask(const Question& question) = 0;
+  virtual void report(const std::string& message, ReportKind kind) = 0;
+};
+
 /// What a comparison needs of the window that shows it, whatever it compares. Nothing here calls back into
 /// the session, save the end of a job, and everything may throw std::bad_alloc.
-class SessionHost {
+class SessionHost : public UserBoxes {
  public:
-  virtual ~SessionHost() = default;
-
   /// What stands in a side's name box.
   virtual std::string name(int side) const = 0;
   virtual void setName(int side, const std::string& name) = 0;
 
-  virtual Answer ask(const Question& question) = 0;
-  virtual void report(const std::string& message, ReportKind kind) = 0;
   virtual void reportOutOfMemory() = 0;
 
   /// Says in the status bar what was done.

@@ -27,15 +27,10 @@ std::string currentFolder() {
 }
 
 /// Asks before there is a window.
-class StartHost final : public SessionHost {
+class BoxesWithoutWindow final : public UserBoxes {
  public:
-  std::string name(int) const override { return {}; }
-  void setName(int, const std::string&) override {}
   Answer ask(const Question& question) override { return askInBox(nullptr, question); }
   void report(const std::string& message, ReportKind kind) override { reportInBox(nullptr, message, kind); }
-  void reportOutOfMemory() override { merivane::reportOutOfMemory(); }
-  void showStatus(const std::string&) override {}
-  void startJob(Work, WhenWorkEnds, ProgressText) override {}
 };
 
 }  // namespace
@@ -53,8 +48,8 @@ bool Application::InitApplication(const std::vector<std::string>& arguments) {
   oleStarted_ = SUCCEEDED(OleInitialize(nullptr));
   startFolder = currentFolder();
 
-  StartHost host;
-  offerInterruptedOperations(host, systemFiles(), *makeShellTrees(nullptr));
+  BoxesWithoutWindow boxes;
+  offerInterruptedOperations(boxes, systemFiles(), *makeShellTrees(nullptr));
 
   const StartAction action = readArguments(arguments, systemFiles());
   switch (action.kind) {

@@ -1,9 +1,5 @@
 #include "shell/win/folder_window.h"
 
-#include <algorithm>
-#include <utility>
-
-#include "base/win/messages.h"
 #include "operations/win/shell_trees.h"
 #include "shell/win/application.h"
 #include "shell/win/compare_window.h"

@@ -1,9 +1,7 @@
 // What the commands of a folder window do.
 
-#include <optional>
-#include <utility>
+#include <algorithm>
 
-#include "base/paths.h"
 #include "base/win/messages.h"
 #include "base/win/wide.h"
 #include "mergeview/win/clipboard.h"

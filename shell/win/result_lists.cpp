@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "base/texts.h"
 #include "base/win/messages.h"
@@ -64,6 +65,18 @@ void drawText(HDC dc, const std::wstring& text, RECT area) {
   DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), &area, format);
 }
 
+/// Has a list ask for the height of its rows, as it does when its window's place changes.
+void measureRows(HWND list) {
+  RECT area = {};
+  GetWindowRect(list, &area);
+  WINDOWPOS place = {};
+  place.hwnd = list;
+  place.cx = area.right - area.left;
+  place.cy = area.bottom - area.top;
+  place.flags = SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOOWNERZORDER | SWP_NOZORDER;
+  SendMessageW(list, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&place));
+}
+
 }  // namespace
 
 bool ResultLists::create(HWND window) {
@@ -97,21 +110,21 @@ HWND ResultLists::makeList(HWND window, int tab) {
 }
 
 void ResultLists::followLook() {
+  std::array<MarkColours, kMarks> colours;
+  for (int mark = 0; mark < kMarks; ++mark) colours[mark] = owner_.markColours(static_cast<uint8_t>(mark));
+  const bool recoloured = std::exchange(markColours_, colours) != colours;
   const auto font = reinterpret_cast<WPARAM>(owner_.rowLook()->fonts.message.get());
-  SendMessageW(tabs_, WM_SETFONT, font, TRUE);
+  const auto background = static_cast<LPARAM>(GetSysColor(COLOR_WINDOW));
+  const bool resized = static_cast<WPARAM>(SendMessageW(tabs_, WM_GETFONT, 0, 0)) != font;
+  if (resized) SendMessageW(tabs_, WM_SETFONT, font, TRUE);
   for (const HWND list : lists_) {
-    SendMessageW(list, WM_SETFONT, font, FALSE);
-    SendMessageW(list, LVM_SETBKCOLOR, 0, static_cast<LPARAM>(GetSysColor(COLOR_WINDOW)));
-    // The list asks for the height of its rows when its window's place changes.
-    WINDOWPOS place = {};
-    RECT area = {};
-    GetWindowRect(list, &area);
-    place.hwnd = list;
-    place.cx = area.right - area.left;
-    place.cy = area.bottom - area.top;
-    place.flags = SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOOWNERZORDER | SWP_NOZORDER;
-    SendMessageW(list, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&place));
-    InvalidateRect(list, nullptr, TRUE);
+    if (resized) {
+      SendMessageW(list, WM_SETFONT, font, FALSE);
+      measureRows(list);
+    }
+    const bool newBackground = SendMessageW(list, LVM_GETBKCOLOR, 0, 0) != background;
+    if (newBackground) SendMessageW(list, LVM_SETBKCOLOR, 0, background);
+    if (recoloured || resized || newBackground) InvalidateRect(list, nullptr, TRUE);
   }
 }
 

@@ -57,7 +57,7 @@ class ResultLists {
 
   void layOut(const Area& area);
 
-  /// Takes fonts, sizes and colours anew.
+  /// Takes fonts, sizes and colours anew where they are others.
   void followLook();
 
   void setTabTexts(const std::array<std::string, kTabs>& texts);
@@ -110,7 +110,8 @@ class ResultLists {
   HWND lists_[kTabs] = {};
   std::array<std::string, kTabs> tabTexts_;
   Area area_;
-  bool quiet_ = false;  // what changes now is told at its end
+  std::array<MarkColours, kMarks> markColours_;  // as they are drawn
+  bool quiet_ = false;                           // what changes now is told at its end
 };
 
 }  // namespace merivane

@@ -158,6 +158,11 @@ void expectDone(const Files& before, const Files& after, const Case& c) {
   }
 }
 
+std::string traceOf(const Case& c, uint32_t failing) {
+  return std::string(c.name) + " operation " + std::to_string(static_cast<int>(c.operation)) + " failing " +
+         std::to_string(failing);
+}
+
 TEST(FolderOperations, EveryStepMayFailAndNothingIsLost) {
   for (const Case& c : kCases) {
     for (const bool partly : {false, true}) {
@@ -193,8 +198,7 @@ TEST(FolderOperations, EveryStepMayFailAndNothingIsLost) {
 TEST(FolderOperations, WithoutUndoAFailureLeavesTheRest) {
   for (const Case& c : kCases) {
     for (uint32_t failing = 0;; ++failing) {
-      SCOPED_TRACE(std::string(c.name) + " operation " + std::to_string(static_cast<int>(c.operation)) +
-                   " failing " + std::to_string(failing));
+      SCOPED_TRACE(traceOf(c, failing));
       World world;
       fillWorld(world);
       const Files before = world.trees();
@@ -280,8 +284,7 @@ TEST(FolderOperations, WhatStandsInTheWayOfACopyIsKept) {
 TEST(FolderOperations, EveryStepOfUndoMayFailAndUndoCanBeTriedAgain) {
   for (const Case& c : kCases) {
     for (uint32_t failing = 0;; ++failing) {
-      SCOPED_TRACE(std::string(c.name) + " operation " + std::to_string(static_cast<int>(c.operation)) +
-                   " failing " + std::to_string(failing));
+      SCOPED_TRACE(traceOf(c, failing));
       World world;
       fillWorld(world);
       const Files before = world.trees();
