@@ -7,17 +7,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <filesystem>
-#include <iterator>
 #include <memory>
 #include <string>
 
 #include "base/file_system.h"
+#include "tests/support/scratch_folder.h"
 
 namespace merivane {
 namespace {
-
-namespace fs = std::filesystem;
 
 /// Starts a new file and waits to be ended.
 [[noreturn]] void writeUntilEnded(const std::string& path, int ready) {
@@ -30,9 +27,7 @@ namespace fs = std::filesystem;
 }
 
 TEST(Process, EndedFromOutsideLeavesNoFileBeside) {
-  std::string folder = (fs::temp_directory_path() / "merivane-signal.XXXXXX").string();
-  ASSERT_NE(::mkdtemp(folder.data()), nullptr);
-  const auto filesThere = [&] { return std::distance(fs::directory_iterator(folder), {}); };
+  const ScratchFolder folder;
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     SCOPED_TRACE(signal);
     int ready[2];
@@ -40,22 +35,21 @@ TEST(Process, EndedFromOutsideLeavesNoFileBeside) {
     const pid_t child = ::fork();
     if (child == 0) {
       ::signal(signal, SIG_DFL);
-      writeUntilEnded(folder + "/page", ready[1]);
+      writeUntilEnded(folder.at("page"), ready[1]);
     }
     char outcome = 'n';
     EXPECT_EQ(::read(ready[0], &outcome, 1), 1);
     EXPECT_EQ(outcome, 'y');
-    EXPECT_EQ(filesThere(), 1);
+    EXPECT_EQ(folder.filesThere(), 1);
     ::kill(child, signal);
     int status = 0;
     ::waitpid(child, &status, 0);
     EXPECT_TRUE(WIFSIGNALED(status));
     EXPECT_EQ(WTERMSIG(status), signal) << "the caller sees what ended it";
-    EXPECT_EQ(filesThere(), 0);
+    EXPECT_EQ(folder.filesThere(), 0);
     ::close(ready[0]);
     ::close(ready[1]);
   }
-  fs::remove(folder);
 }
 
 }  // namespace

@@ -22,10 +22,7 @@ class RunFoldersTest : public testing::Test {
     add("N/come").contents = "new\n";
     add("O/same").contents = add("N/same").contents = "same\n";
   }
-  MemoryFiles::File& add(std::string path) {
-    std::replace(path.begin(), path.end(), '/', kPathSeparator);
-    return program_.files.files[path];
-  }
+  MemoryFiles::File& add(const std::string& path) { return program_.files.files[inFolder(path)]; }
   int run(std::vector<std::string_view> arguments) {
     arguments.insert(arguments.end(), {"O", "N"});
     const int status = program_.run(arguments);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -20,6 +21,8 @@
 #include "tests/cli/diff_program.h"
 #include "tests/support/random_trees.h"
 #include "tests/support/reference_folders.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/watched_files.h"
 
 namespace merivane {
 namespace {
@@ -29,42 +32,20 @@ namespace fs = std::filesystem;
 /// Two trees on the disk, below a scratch folder of their own.
 class DiskTreesTest : public testing::Test {
  protected:
-  DiskTreesTest() {
-    const auto now = std::chrono::system_clock::now().time_since_epoch().count();
-    scratch_ = fs::temp_directory_path() / ("merivane-trees-" + std::to_string(now));
-    EXPECT_TRUE(fs::create_directory(scratch_)) << scratch_;
-    clear();
-  }
-  ~DiskTreesTest() override { remove(scratch_); }
+  DiskTreesTest() { clear(); }
 
   void clear() {
     for (const int side : {0, 1}) {
       paths_[side] = (scratch_ / (side == 0 ? "old" : "new")).string();
-      remove(paths_[side]);
+      ScratchFolder::remove(paths_[side]);
       fs::create_directory(paths_[side]);
     }
   }
-  /// Links go themselves, whatever they lead to.
-  static void remove(const fs::path& path) {
-    std::error_code ignored;
-    if (fs::is_directory(fs::symlink_status(path, ignored))) {
-      fs::permissions(path, fs::perms::owner_all, fs::perm_options::add, ignored);
-      for (const fs::path& below : std::vector<fs::path>(fs::directory_iterator(path, ignored), {}))
-        remove(below);
-    }
-    fs::permissions(path, fs::perms::owner_write, fs::perm_options::add | fs::perm_options::nofollow,
-                    ignored);
-    fs::remove(path, ignored);
-  }
-
   std::string at(int side, const std::string& name) const { return joinPath(paths_[side], name); }
   void put(const std::string& name, const std::string& text) {
     for (const int side : {0, 1}) put(side, name, text);
   }
-  void put(int side, const std::string& name, const std::string& text) {
-    fs::create_directories(fs::path(at(side, name)).parent_path());
-    std::ofstream(at(side, name), std::ios::binary) << text;
-  }
+  void put(int side, const std::string& name, const std::string& text) { folder_.put(at(side, name), text); }
 
   Result compare(const AbortFlag* abort = nullptr) {
     return compareFolders(systemFiles(), paths_, options_, abort, found_);
@@ -77,7 +58,8 @@ class DiskTreesTest : public testing::Test {
     return all;
   }
 
-  fs::path scratch_;
+  const ScratchFolder folder_;
+  const fs::path& scratch_ = folder_.path;
   std::string paths_[2];
   FolderOptions options_;
   FolderComparison found_;
@@ -204,43 +186,12 @@ TEST_F(DiskTreesTest, WhatMayNotBeReadIsMarked) {
   EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
-/// Does something to the trees just before a file is opened.
-class ChangingFiles final : public FileSystem {
- public:
-  explicit ChangingFiles(std::function<void(const std::string&)> change) : change_(std::move(change)) {}
-
-  FileKind kind(const std::string& path) override { return files_.kind(path); }
-  bool isWritable(const std::string& path) override { return files_.isWritable(path); }
-  FileStamp stamp(const std::string& path) override { return files_.stamp(path); }
-  FileIdentity identity(const std::string& path) override { return files_.identity(path); }
-  std::string absolute(const std::string& path) override { return files_.absolute(path); }
-  SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
-    return files_.open(path, file);
-  }
-  SystemError openListed(const std::string& path, std::unique_ptr<InputFile>& file) override {
-    change_(path);
-    return files_.openListed(path, file);
-  }
-  SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override {
-    return files_.create(path, file);
-  }
-  SystemError list(const std::string& path, const AbortFlag* abort, FolderListing& listing) override {
-    const SystemError error = files_.list(path, abort, listing);
-    change_(path);
-    return error;
-  }
-
- private:
-  FileSystem& files_ = systemFiles();
-  const std::function<void(const std::string&)> change_;
-};
-
 TEST_F(DiskTreesTest, TreesThatChangeMeanwhileAreToldAsTheyAreMet) {
   put("a", "text"), put("b", "text"), put("c", "text"), put("sub/d", "text"), put("sub2/e", "text");
   options_.quickContents = true;
   options_.date = false;
   options_.threads = 1;
-  ChangingFiles files([&](const std::string& path) {
+  WatchedFiles files(systemFiles(), [&](const std::string& path) {
     if (path == at(0, "a")) fs::remove(path), ::mkfifo(path.c_str(), 0600);
     if (path == at(1, "b")) fs::remove(path);
     if (path == at(1, "c")) fs::remove(path), fs::create_directory(path);

@@ -11,16 +11,12 @@
 #include "tests/support/failing_allocator.h"
 #include "tests/support/random_trees.h"
 #include "tests/support/reference_folders.h"
+#include "tests/support/watched_files.h"
 
 namespace merivane {
 namespace {
 
 const std::string kPaths[2] = {"O", "N"};
-
-std::string inFolder(std::string path) {
-  std::replace(path.begin(), path.end(), '/', kPathSeparator);
-  return path;
-}
 
 /// The entries of a comparison as lines, each with its category's letter and description.
 std::vector<std::string> listed(const FolderComparison& comparison) {
@@ -219,36 +215,6 @@ TEST_F(FolderComparisonTest, RunsOutOfMemoryWithNothingHalfDone) {
                      });
 }
 
-/// Raises a flag when so many files were opened.
-class CancellingFiles final : public FileSystem {
- public:
-  CancellingFiles(MemoryFiles& files, AbortFlag& flag, int after)
-      : files_(files), flag_(flag), left_(after) {}
-
-  FileKind kind(const std::string& path) override { return files_.kind(path); }
-  bool isWritable(const std::string& path) override { return files_.isWritable(path); }
-  FileStamp stamp(const std::string& path) override { return files_.stamp(path); }
-  FileIdentity identity(const std::string& path) override { return files_.identity(path); }
-  std::string absolute(const std::string& path) override { return path; }
-  SystemError open(const std::string& path, std::unique_ptr<InputFile>& file) override {
-    if (--left_ < 0) flag_.raise();
-    return files_.open(path, file);
-  }
-  SystemError create(const std::string& path, std::unique_ptr<OutputFile>& file) override {
-    return files_.create(path, file);
-  }
-  SystemError list(const std::string& path, const AbortFlag* abort, FolderListing& listing) override {
-    if (--left_ < 0) flag_.raise();
-    return files_.list(path, abort, listing);
-  }
-  bool hasCancelled() const { return left_ < 0; }
-
- private:
-  MemoryFiles& files_;
-  AbortFlag& flag_;
-  std::atomic<int> left_;
-};
-
 TEST_F(FolderComparisonTest, CancelsAtEveryStepAndLeavesNothing) {
   Random random(3);
   while (files_.files.size() < 50) {
@@ -260,9 +226,10 @@ TEST_F(FolderComparisonTest, CancelsAtEveryStepAndLeavesNothing) {
     options_.threads = threads;
     for (int after = 0;; ++after) {
       AbortFlag flag;
-      CancellingFiles files(files_, flag, after);
+      std::atomic<int> left = after;
+      WatchedFiles files(files_, [&](const std::string&) { --left < 0 ? flag.raise() : void(); });
       const Result result = compareFolders(files, kPaths, options_, &flag, found_);
-      if (!files.hasCancelled()) {
+      if (left >= 0) {
         EXPECT_EQ(result, Result::success);
         EXPECT_TRUE(found_.differs());
         EXPECT_GT(after, 10);

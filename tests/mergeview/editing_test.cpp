@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <ranges>
 
 #include "mergeview/editor.h"
 #include "tests/mergeview/walk.h"
@@ -88,18 +89,16 @@ TEST(Editing, RowsAndBlocksAreCopiedAndDeleted) {
 TEST(Editing, AReadOnlySideIsLeftAloneAndSomeCharactersOnlyBeep) {
   EditRun run("abc\n", "abd\n");
   run.view().file(0).readOnly = true;
-  expectWalk(
-      run,
-      "right S-right x enter backspace delete cut delete-row delete-to-end paste copy-line-left delete-line "
-      "insert x insert (a^b|c/ # abd/)");
+  expectWalk(run,
+             "right S-right x enter backspace delete cut delete-row delete-to-end paste copy-line-left "
+             "delete-line insert x insert (a^b|c/ # abd/)");
   EXPECT_FALSE(run.history().canUndo());
   run.view().file(0).readOnly = false;
-  Editor editor(run.view(), run.history());
-  editor.characterInput('\n', 2, false);
-  editor.characterInput('\x1B', 1, false);
-  editor.characterInput('\x1B', 1, true);
-  editor.characterInput('x', 0, false);
-  editor.characterInput('\t', 3, false);
+  const std::tuple<char, uint32_t, bool> inputs[] = {
+      {'\n', 2, false}, {'\x1B', 1, false}, {'\x1B', 1, true}, {'x', 0, false}, {'\t', 3, false}};
+  for (const auto& [c, count, ctrl] : inputs) {
+    Editor(run.view(), run.history()).characterInput(c, count, ctrl);
+  }
   EXPECT_EQ(run.host().beeps, 3);
   EXPECT_EQ(run.text(0), "a\t\t\tc\n");
 }
@@ -202,26 +201,12 @@ TEST(EditRuns, RowsAndHistoryStayRightWhateverTheUserDoes) {
 TEST(EditRuns, RunningOutOfMemoryLeavesAllAsItWas) {
   const std::string large(5000, 'p');
   // Each with text undone before it, some with a selection; the last in a line too long to be compared anew.
-  for (const std::string keys : {"c",
-                                 "insert c",
-                                 "enter",
-                                 "paste",
-                                 "delete-row",
-                                 "S-end cut",
-                                 "S-C-end delete",
-                                 "S-C-end paste",
-                                 "S-down S-down copy",
-                                 "S-end delete-row",
-                                 "copy-block-left",
-                                 "delete-line",
-                                 "clip-block",
-                                 "undo",
-                                 "redo",
-                                 "switch-sides",
-                                 "right c",
-                                 "right insert c",
-                                 "right x undo",
-                                 "right x undo redo"}) {
+  constexpr std::string_view all =
+      "c/insert c/enter/paste/delete-row/S-end cut/S-C-end delete/S-C-end paste/S-down S-down copy/"
+      "S-end delete-row/copy-block-left/delete-line/clip-block/undo/redo/switch-sides/right c/right insert c/"
+      "right x undo/right x undo redo";
+  for (const auto each : std::views::split(all, '/')) {
+    const std::string keys(each.begin(), each.end());
     SCOPED_TRACE(keys);
     const size_t action = keys.rfind(' ') + 1;
     const std::string line(keys.starts_with("right") ? 33000 : 6, 'c');

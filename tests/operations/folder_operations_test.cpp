@@ -10,17 +10,15 @@
 #include "base/paths.h"
 #include "tests/support/memory_trees.h"
 #include "tests/support/random_trees.h"
+#include "tests/support/reference_folders.h"
 
 namespace merivane {
 namespace {
 
 const std::string kTops[2] = {"O", "N"};
 using Files = std::map<std::string, std::string>;
-
-std::string inFolder(std::string path) {
-  std::replace(path.begin(), path.end(), '/', kPathSeparator);
-  return path;
-}
+using End = OperationEnd::Kind;
+using enum EntryOperation;
 
 /// Two trees in memory, compared, and what is done to their entries.
 class World {
@@ -40,27 +38,16 @@ class World {
     options.folderDate = true;
     ASSERT_EQ(compareFolders(files, kTops, options, nullptr, result), Result::success);
   }
-  const FolderEntry& entry(const std::string& name) {
-    for (const auto& entries : result.entries) {
-      for (const FolderEntry& each : entries) {
-        if (each.name() == inFolder(name)) return each;
-      }
-    }
-    ADD_FAILURE() << name;
-    static const FolderEntry none;
-    return none;
-  }
-
   Examination examine(const std::string& name, EntryOperation operation, bool keepsUndo = true) {
-    return operations.examine(kTops, entry(name), operation, keepsUndo);
+    return operations.examine(kTops, entryNamed(result, inFolder(name)), operation, keepsUndo);
   }
-  OperationEnd::Kind perform(const Examination& examination) {
+  End perform(const Examination& examination) {
     EXPECT_FALSE(examination.refusal) << examination.refusal->message();
     const OperationEnd end = operations.perform(examination, done);
     message = end.message;
     return end.kind;
   }
-  OperationEnd::Kind undo() {
+  End undo() {
     const Examination examination = operations.examineUndo(done);
     EXPECT_FALSE(examination.refusal) << examination.refusal->message();
     return operations.undo(examination, done).kind;
@@ -122,23 +109,12 @@ struct Case {
   const char* name;
   EntryOperation operation;
 };
-const Case kCases[] = {
-    {"both.txt", EntryOperation::copyToOld},
-    {"both.txt", EntryOperation::copyToNew},
-    {"both.txt", EntryOperation::deleteOld},
-    {"both.txt", EntryOperation::deleteNew},
-    {"both.txt", EntryOperation::deleteBoth},
-    {"tree", EntryOperation::copyToOld},
-    {"tree", EntryOperation::copyToNew},
-    {"tree", EntryOperation::deleteOld},
-    {"tree", EntryOperation::deleteBoth},
-    {"inO", EntryOperation::copyToNew},
-    {"inO", EntryOperation::deleteOld},
-    {"inN", EntryOperation::copyToOld},
-    {"inN", EntryOperation::deleteNew},
-    {"tree/b.txt", EntryOperation::copyToOld},
-    {"tree/deep/a.txt", EntryOperation::deleteBoth},
-};
+constexpr Case kCases[] = {
+    {"both.txt", copyToOld}, {"both.txt", copyToNew},   {"both.txt", deleteOld},
+    {"both.txt", deleteNew}, {"both.txt", deleteBoth},  {"tree", copyToOld},
+    {"tree", copyToNew},     {"tree", deleteOld},       {"tree", deleteBoth},
+    {"inO", copyToNew},      {"inO", deleteOld},        {"inN", copyToOld},
+    {"inN", deleteNew},      {"tree/b.txt", copyToOld}, {"tree/deep/a.txt", deleteBoth}};
 
 /// Whether the wanted side has become what the operation makes of it.
 void expectDone(const Files& before, const Files& after, const Case& c) {
@@ -158,69 +134,92 @@ void expectDone(const Files& before, const Files& after, const Case& c) {
   }
 }
 
-std::string traceOf(const Case& c, uint32_t failing) {
-  return std::string(c.name) + " operation " + std::to_string(static_cast<int>(c.operation)) + " failing " +
-         std::to_string(failing);
+/// A case in a world of its own, about to be done or undone.
+struct Attempt {
+  Attempt(const Case& wanted, bool undoes, bool keepsUndo = true) : c(wanted), undoing(undoes) {
+    fillWorld(world);
+    first = before = world.trees();
+    examination = world.examine(c.name, c.operation, keepsUndo);
+    if (!undoing) return;
+    EXPECT_EQ(world.perform(examination), End::done);
+    examination = world.operations.examineUndo(world.done);
+    before = world.trees();
+  }
+  End run() {
+    return undoing ? world.operations.undo(examination, world.done).kind : world.perform(examination);
+  }
+  std::string name(uint32_t step) const {
+    return std::string(c.name) + " operation " + std::to_string(static_cast<int>(c.operation)) +
+           (undoing ? " undone" : "") + ", step " + std::to_string(step);
+  }
+
+  const Case& c;
+  const bool undoing;
+  World world;
+  Files first, before;
+  Examination examination;
+};
+
+/// Has one step after the other of every case fail; `check` looks at what comes of each.
+template <typename Check>
+void failEachStepOf(bool undoing, bool keepsUndo, bool recyclesPartly, Check check) {
+  for (const Case& c : kCases) {
+    for (uint32_t failing = 0, failed = 1; failed != 0; ++failing) {
+      Attempt attempt(c, undoing, keepsUndo);
+      SCOPED_TRACE(attempt.name(failing));
+      attempt.world.disk.recyclesPartly = recyclesPartly;
+      attempt.world.files.failStep(failing, MemoryFiles::denied);
+      const auto end = attempt.run();
+      failed = attempt.world.files.endFailing();
+      check(attempt, attempt.world, end);
+    }
+  }
 }
 
 TEST(FolderOperations, EveryStepMayFailAndNothingIsLost) {
-  for (const Case& c : kCases) {
-    for (const bool partly : {false, true}) {
-      for (uint32_t failing = 0;; ++failing) {
-        SCOPED_TRACE(std::string(c.name) + " operation " + std::to_string(static_cast<int>(c.operation)) +
-                     " failing " + std::to_string(failing));
-        World world;
-        fillWorld(world);
-        world.disk.recyclesPartly = partly;
-        const Files before = world.trees();
-        const Examination examination = world.examine(c.name, c.operation);
-        world.files.failStep(failing, MemoryFiles::denied);
-        const auto end = world.perform(examination);
-        const bool failed = world.files.endFailing();
-        if (end == OperationEnd::Kind::failed) {
-          EXPECT_EQ(world.trees(), before);
-          EXPECT_EQ(world.journals(), 0u);
-        } else if (end == OperationEnd::Kind::partly) {
-          EXPECT_EQ(world.done.operation, EntryOperation::deleteOld);
-          expectDone(before, world.trees(), {c.name, EntryOperation::deleteOld});
-          EXPECT_EQ(world.undo(), OperationEnd::Kind::done);
-          EXPECT_EQ(world.trees(), before);
-        } else {
-          expectDone(before, world.trees(), c);
-        }
-        if (!failed) break;
+  for (const bool partly : {false, true}) {
+    failEachStepOf(false, true, partly, [](const Attempt& attempt, World& world, End end) {
+      if (end == End::failed) {
+        EXPECT_EQ(world.trees(), attempt.before);
+        EXPECT_EQ(world.journals(), 0u);
+      } else if (end == End::partly) {
+        EXPECT_EQ(world.done.operation, deleteOld);
+        expectDone(attempt.before, world.trees(), {attempt.c.name, deleteOld});
+        EXPECT_EQ(world.undo(), End::done);
+        EXPECT_EQ(world.trees(), attempt.before);
+      } else {
+        expectDone(attempt.before, world.trees(), attempt.c);
       }
-    }
+    });
   }
 }
 
 /// Without undo a copy over an entry that fails leaves nothing there; all else stays.
 TEST(FolderOperations, WithoutUndoAFailureLeavesTheRest) {
-  for (const Case& c : kCases) {
-    for (uint32_t failing = 0;; ++failing) {
-      SCOPED_TRACE(traceOf(c, failing));
-      World world;
-      fillWorld(world);
-      const Files before = world.trees();
-      const Examination examination = world.examine(c.name, c.operation, false);
-      world.files.failStep(failing, MemoryFiles::denied);
-      const auto end = world.perform(examination);
-      const bool failed = world.files.endFailing();
-      if (end == OperationEnd::Kind::done) {
-        EXPECT_FALSE(world.done.undoable);
-      } else if (end == OperationEnd::Kind::partly) {
-        expectDone(before, world.trees(), {c.name, EntryOperation::deleteOld});
-      } else if (isCopy(c.operation) && world.trees() != before) {
-        const auto deletion =
-            c.operation == EntryOperation::copyToOld ? EntryOperation::deleteOld : EntryOperation::deleteNew;
-        expectDone(before, world.trees(), {c.name, deletion});
-      } else {
-        EXPECT_EQ(world.trees(), before);
-      }
-      EXPECT_EQ(world.journals(), 0u);
-      if (!failed) break;
+  failEachStepOf(false, false, false, [](const Attempt& attempt, World& world, End end) {
+    const auto& [name, operation] = attempt.c;
+    if (end == End::done) {
+      EXPECT_FALSE(world.done.undoable);
+    } else if (end == End::partly) {
+      expectDone(attempt.before, world.trees(), {name, deleteOld});
+    } else if (isCopy(operation) && world.trees() != attempt.before) {
+      expectDone(attempt.before, world.trees(), {name, operation == copyToOld ? deleteOld : deleteNew});
+    } else {
+      EXPECT_EQ(world.trees(), attempt.before);
     }
-  }
+    EXPECT_EQ(world.journals(), 0u);
+  });
+}
+
+TEST(FolderOperations, EveryStepOfUndoMayFailAndUndoCanBeTriedAgain) {
+  failEachStepOf(true, true, false, [](const Attempt& attempt, World& world, End end) {
+    if (end == End::failed) {
+      EXPECT_EQ(world.trees(), attempt.before);
+      ASSERT_EQ(world.undo(), End::done);
+    }
+    EXPECT_EQ(world.trees(), attempt.first);
+    world.startAgain();
+  });
 }
 
 TEST(FolderOperations, WhatCannotBeDoneSafelyIsRefused) {
@@ -229,21 +228,17 @@ TEST(FolderOperations, WhatCannotBeDoneSafelyIsRefused) {
     const char* entry;
     TextId reason;
     std::function<void(World&)> make;
-    EntryOperation operation = EntryOperation::copyToOld;
+    EntryOperation operation = copyToOld;
   } cases[] = {
       {"tree", TextId::refusedLink, [](World& w) { w.file("N/tree/b.txt", "", 23).link = true; }},
       {"tree", TextId::refusedName, [](World& w) { w.file("N/tree/any*", "", 23); }},
       {"tree", TextId::refusedName, [](World& w) { w.file("N/tree/Com1.txt", "", 23); }},
-      {"tree", TextId::refusedName, [](World& w) { w.folder("O/tree/dot.", 23); },
-       EntryOperation::deleteBoth},
+      {"tree", TextId::refusedName, [](World& w) { w.folder("O/tree/dot.", 23); }, deleteBoth},
       {"tree", TextId::refusedSpecial, [](World& w) { w.file("O/tree/p", "", 3).kind = FileKind::other; }},
       {"tree", TextId::refusedUnreadable,
        [](World& w) { w.files.files[inFolder("O/tree/deep")].error = 13; }},
       {"tree", TextId::refusedTooLong,
-       [&](World& w) {
-         w.file("N/tree/" + deep + "/" + deep, "", 1);
-         w.folder("N/tree/" + deep, 1);
-       }},
+       [&](World& w) { w.file("N/tree/" + deep + "/" + deep, "", 1), w.folder("N/tree/" + deep, 1); }},
       {"both.txt", TextId::refusedMissing, [](World& w) { w.files.files.erase(inFolder("N/both.txt")); }},
       {"both.txt", TextId::refusedOtherKind, [](World& w) { w.folder("O/both.txt", 1); }},
       {"both.txt", TextId::refusedSameEntry,
@@ -271,59 +266,26 @@ TEST(FolderOperations, WhatStandsInTheWayOfACopyIsKept) {
   world.file("N/TWIN.TXT", "new", 4);
   world.disk.ignoresCase = true;
   const Files before = world.trees();
-  const Examination examination = world.examine("twin.txt", EntryOperation::copyToNew);
+  const Examination examination = world.examine("twin.txt", copyToNew);
   EXPECT_TRUE(examination.changedSince);
   EXPECT_TRUE(examination.olderOverNewer);
-  ASSERT_EQ(world.perform(examination), OperationEnd::Kind::done);
+  ASSERT_EQ(world.perform(examination), End::done);
   EXPECT_FALSE(world.files.files.contains(inFolder("N/TWIN.TXT")));
   EXPECT_EQ(world.files.files[inFolder("N/twin.txt")].contents, "old");
-  ASSERT_EQ(world.undo(), OperationEnd::Kind::done);
+  ASSERT_EQ(world.undo(), End::done);
   EXPECT_EQ(world.trees(), before);
-}
-
-TEST(FolderOperations, EveryStepOfUndoMayFailAndUndoCanBeTriedAgain) {
-  for (const Case& c : kCases) {
-    for (uint32_t failing = 0;; ++failing) {
-      SCOPED_TRACE(traceOf(c, failing));
-      World world;
-      fillWorld(world);
-      const Files before = world.trees();
-      ASSERT_EQ(world.perform(world.examine(c.name, c.operation)), OperationEnd::Kind::done);
-      const Files after = world.trees();
-      const Examination examination = world.operations.examineUndo(world.done);
-      world.files.failStep(failing, MemoryFiles::denied);
-      const auto end = world.operations.undo(examination, world.done).kind;
-      const bool failed = world.files.endFailing();
-      if (end == OperationEnd::Kind::failed) {
-        EXPECT_EQ(world.trees(), after);
-        ASSERT_EQ(world.undo(), OperationEnd::Kind::done);
-      }
-      EXPECT_EQ(world.trees(), before);
-      world.startAgain();
-      if (!failed) break;
-    }
-  }
 }
 
 /// Ends the program at a change and takes up an offer of the next start. False when there was no such change.
 bool killAndStartAgain(const Case& c, bool undoing, uint32_t step, bool finishes, uint32_t& interrupted) {
-  SCOPED_TRACE(std::string(c.name) + " operation " + std::to_string(static_cast<int>(c.operation)) +
-               (undoing ? " undone" : "") + " killed at " + std::to_string(step));
-  World world;
-  fillWorld(world);
-  const Files first = world.trees();
-  const Examination examination = world.examine(c.name, c.operation);
-  EXPECT_TRUE(!undoing || world.perform(examination) == OperationEnd::Kind::done);
-  const Files before = world.trees();
+  Attempt attempt(c, undoing);
+  SCOPED_TRACE(attempt.name(step));
+  World& world = attempt.world;
   const bool hasJournal = world.done.journal != nullptr;
   world.disk.killAt = step;
   bool killed = false;
   try {
-    if (undoing) {
-      world.undo();
-    } else {
-      world.perform(examination);
-    }
+    attempt.run();
   } catch (const MemoryTrees::Killed&) {
     killed = true;
   }
@@ -337,20 +299,18 @@ bool killAndStartAgain(const Case& c, bool undoing, uint32_t step, bool finishes
   if (found.empty()) {
     // Nothing was touched yet, or all was done; only a single deletion takes place without a journal.
     const Files now = world.trees();
-    if (!undoing && now != before) expectDone(before, now, c);
-    EXPECT_TRUE(!undoing || now == before || now == first || !hasJournal);
+    if (!undoing && now != attempt.before) expectDone(attempt.before, now, c);
+    EXPECT_TRUE(!undoing || now == attempt.before || now == attempt.first || !hasJournal);
     return true;
   }
   ++interrupted;
   EXPECT_TRUE(finishes ? finish(world.files, world.disk, found[0])
                        : putBack(world.files, world.disk, found[0]));
   EXPECT_EQ(world.journals(), 0u);
-  if (!finishes) {
-    EXPECT_EQ(world.trees(), before);
-  } else if (undoing) {
-    EXPECT_EQ(world.trees(), first);
+  if (finishes && !undoing) {
+    expectDone(attempt.before, world.trees(), c);
   } else {
-    expectDone(before, world.trees(), c);
+    EXPECT_EQ(world.trees(), finishes ? attempt.first : attempt.before);
   }
   return true;
 }
@@ -387,13 +347,13 @@ TEST(FolderOperations, ThousandsOfOperationsUndoneGiveTheFirstTreesBack) {
     const auto undo = [&](DoneOperation& done) {
       const Examination examination = world.operations.examineUndo(done);
       if (!examination.refusal) {
-        EXPECT_EQ(world.operations.undo(examination, done).kind, OperationEnd::Kind::done);
+        EXPECT_EQ(world.operations.undo(examination, done).kind, End::done);
       }
       return !examination.refusal;
     };
     for (uint32_t i = 0; i < 60; ++i) {
       auto& [entry, done] = rows[random.below(static_cast<uint32_t>(rows.size()))];
-      if (done.operation != EntryOperation::none) {
+      if (done.operation != none) {
         count += undo(done);
         continue;
       }
@@ -403,20 +363,19 @@ TEST(FolderOperations, ThousandsOfOperationsUndoneGiveTheFirstTreesBack) {
       const Files before = world.trees();
       const auto end = world.operations.perform(examination, done).kind;
       // Names that differ in case alone may get into each other's way here.
-      if (end == OperationEnd::Kind::failed) {
+      if (end == End::failed) {
         ASSERT_EQ(world.trees(), before);
       }
-      count += end == OperationEnd::Kind::done;
+      count += end == End::done;
     }
     for (bool undone = true; undone;) {
       undone = false;
       for (auto& [entry, done] : rows) {
-        if (done.operation != EntryOperation::none) undone = undo(done) || undone;
+        if (done.operation != none) undone = undo(done) || undone;
       }
     }
     for (auto& [entry, done] : rows) {
-      ASSERT_EQ(done.operation, EntryOperation::none)
-          << world.operations.examineUndo(done).refusal->message();
+      ASSERT_EQ(done.operation, none) << world.operations.examineUndo(done).refusal->message();
     }
     ASSERT_EQ(world.trees(), first) << "after " << count;
     ASSERT_EQ(world.journals(), 0u);

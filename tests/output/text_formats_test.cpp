@@ -1,12 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <iterator>
 
 #include "tests/cli/diff_program.h"
 #include "tests/support/random.h"
+#include "tests/support/scratch_folder.h"
 
 namespace merivane {
 namespace {
@@ -92,52 +91,53 @@ TEST(TextFormat, AlignsRowsInTheWidthThereIs) {
   }
 }
 
-TEST(TextFormat, ShowsWholeCharactersAsTheyAre) {
+TEST(TextFormat, ShowsWholeCharactersAsTheyAreAndNoControlOfATerminal) {
   DiffProgram program;
-  program.terminal.bytes.utf8 = true;
-  const auto cellOf = [&](const std::string& line) {
+  const auto rowOf = [&](const std::string& line, const char* width) {
     // So many bytes from 0x80 on would pass for binary data at the start of a file.
     const std::string text = std::string(1024, 'x') + '\n' + line + '\n';
-    const std::string rows = textRows(program, text, text, "--line=none --width=27");
-    return rows.substr(rows.rfind(' ') + 1);
-  };
-  // Twelve letters of two bytes fit. Half a letter, a surrogate and a longer form than need be are bytes.
-  std::string letters;
-  for (int i = 0; i < 11; ++i) letters += "\xC3\xA4";
-  EXPECT_EQ(cellOf(letters + "\xC3\xA4"), letters + "\xC3\xA4\n");
-  EXPECT_EQ(cellOf(letters + "\xC3"), letters + "\xC3\n");
-  EXPECT_EQ(cellOf(letters + "xx"), letters + "\xE2\x80\xA6\n");
-  for (const char* const bytes : {"\xED\xA0\x80", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80"}) {
-    EXPECT_EQ(cellOf(std::string("1234567890") + bytes),
-              std::string("1234567890") + bytes[0] + "\xE2\x80\xA6\n");
-  }
-}
-
-TEST(TextFormat, ATerminalNeverGetsAControlCharacter) {
-  // U+009B begins a command as ESC and "[" do: as a character of UTF-8, and as a byte elsewhere.
-  DiffProgram program;
-  const auto rowOf = [&](const std::string& line) {
-    const std::string text = std::string(1024, 'x') + '\n' + line + '\n';
-    const std::string rows = textRows(program, text, text, "--line=none --width=31");
+    const std::string rows = textRows(program, text, text, std::string("--line=none --width=") + width);
     return rows.substr(rows.find('\n') + 1);
   };
-  for (const bool utf8 : {true, false}) {
-    program.terminal.bytes = {.utf8 = utf8};
-    EXPECT_EQ(rowOf("so many \x9B"), "so many <9B>     so many <9B>\n");
+  std::string letters;
+  for (int i = 0; i < 11; ++i) letters += "\xC3\xA4";
+  const TerminalBytes utf8 = {.utf8 = true}, bytes = {.utf8 = false},
+                      letterPage = {.utf8 = false, .controls = 1u << 0x1D};
+  // Twelve letters of two bytes fit. Half a letter, a surrogate and a longer form than need be are bytes.
+  const std::tuple<TerminalBytes, std::string, std::string> cells[] = {
+      {utf8, letters + "\xC3\xA4", letters + "\xC3\xA4"},
+      {utf8, letters + "\xC3", letters + "\xC3"},
+      {utf8, letters + "xx", letters + "\xE2\x80\xA6"},
+      {utf8, "1234567890\xED\xA0\x80", "1234567890\xED\xE2\x80\xA6"},
+      {utf8, "1234567890\xE0\x9F\xBF", "1234567890\xE0\xE2\x80\xA6"},
+      {utf8, "1234567890\xF0\x8F\xBF\xBF", "1234567890\xF0\xE2\x80\xA6"},
+      {utf8, "1234567890\xF4\x90\x80\x80", "1234567890\xF4\xE2\x80\xA6"},
+  };
+  for (const auto& [terminal, line, cell] : cells) {
+    program.terminal.bytes = terminal;
+    const std::string row = rowOf(line, "27");
+    EXPECT_EQ(row.substr(row.rfind(' ') + 1), cell + '\n') << line;
   }
-  EXPECT_EQ(rowOf("more than \x9Bx"), "more than    ~   more than    ~\n");
-  program.terminal.bytes.utf8 = true;
-  EXPECT_EQ(rowOf("so many \xC2\x9B"), "so many <9B>     so many <9B>\n");
-  EXPECT_EQ(rowOf("so many \xC2\xA0"), "so many \xC2\xA0        so many \xC2\xA0\n");
-  program.terminal.bytes = {.utf8 = false, .controls = 1u << 0x1D};  // a code page with letters there
-  EXPECT_EQ(rowOf("so many \x9B"), "so many \x9B        so many \x9B\n");
-  EXPECT_EQ(rowOf("so many \x9D"), "so many <9D>     so many <9D>\n");
+  // U+009B begins a command as ESC and "[" do: as a character of UTF-8, and as a byte elsewhere.
+  const std::tuple<TerminalBytes, const char*, const char*> rows[] = {
+      {utf8, "so many \x9B", "so many <9B>     so many <9B>\n"},
+      {bytes, "so many \x9B", "so many <9B>     so many <9B>\n"},
+      {bytes, "more than \x9Bx", "more than    ~   more than    ~\n"},
+      {utf8, "so many \xC2\x9B", "so many <9B>     so many <9B>\n"},
+      {utf8, "so many \xC2\xA0", "so many \xC2\xA0        so many \xC2\xA0\n"},
+      {letterPage, "so many \x9B", "so many \x9B        so many \x9B\n"},
+      {letterPage, "so many \x9D", "so many <9D>     so many <9D>\n"},
+  };
+  for (const auto& [terminal, line, row] : rows) {
+    program.terminal.bytes = terminal;
+    EXPECT_EQ(rowOf(line, "31"), row);
+  }
   // Names come from anywhere.
   program.files.files = {{"a\xC2\x9B", {"x\n"}}, {"b\x9B\x1b", {"y\n"}}};
+  program.terminal.bytes = utf8;
   for (const char* const format :
        {"--format=text", "--format=json", "--format=unified", "--format=summary"}) {
     for (const bool broken : {false, true}) {
-      program.terminal.bytes = {.utf8 = true};
       program.run({format, "a\xC2\x9B", "b\x9B\x1b", broken ? "c\x9B\x1b" : "--color=never"});
       const std::string all = program.output() + program.errors();
       EXPECT_EQ(all.find_first_of("\x9B\x1b"), all.npos) << all;
@@ -211,10 +211,9 @@ TEST(UnifiedFormat, MergesHunksCountsLinesAndKeepsTheFilesOwnBytes) {
 
 TEST(UnifiedFormat, PatchesGiveExactlyTheRightFile) {
   if (std::system("git --version >/dev/null 2>&1") != 0) GTEST_SKIP() << "no git is here to apply them";
-  std::string folder = (std::filesystem::temp_directory_path() / "merivane-patch.XXXXXX").string();
-  ASSERT_NE(::mkdtemp(folder.data()), nullptr);
+  const ScratchFolder folder;
   const std::string apply =
-      "cd '" + folder + "' && git apply --unidiff-zero --whitespace=nowarn p 2>/dev/null";
+      "cd '" + folder.path.string() + "' && git apply --unidiff-zero --whitespace=nowarn p 2>/dev/null";
   Random random(7);
   const auto lines = [&](std::string text) {
     for (uint32_t count = random.below(6); count > 0; --count) {
@@ -233,13 +232,11 @@ TEST(UnifiedFormat, PatchesGiveExactlyTheRightFile) {
     const std::string context = "-U" + std::to_string(random.below(4));
     const std::string patch = patchOf(left, right, {context});
     if (!patch.starts_with(kHead)) continue;
-    std::ofstream(folder + "/p", std::ios::binary) << patch;
-    std::ofstream(folder + "/f", std::ios::binary) << left;
+    folder.put("p", patch);
+    folder.put("f", left);
     EXPECT_EQ(std::system(apply.c_str()), 0) << patch;
-    std::ifstream patched(folder + "/f", std::ios::binary);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(patched), {}), right) << patch;
+    EXPECT_EQ(folder.contents("f"), right) << patch;
   }
-  std::filesystem::remove_all(folder);
 }
 
 #endif

@@ -141,11 +141,12 @@ TEST(MenuState, MarksFollowTheSettingsAndPaneMenusTheRow) {
   using enum Command;
   Settings settings;
   settings.viewSummary = settings.syncScroll = false;
-  for (const Command on : {viewToolBar, viewStatusBar}) {
-    EXPECT_EQ(commandState(on, {}, settings), (CommandState{true, true, false}));
-  }
-  for (const Command off : {viewSummary, showWhiteSpace, syncScrolling}) {
-    EXPECT_EQ(commandState(off, {}, settings), (CommandState{true, false, false}));
+  for (const auto& [id, on] : {std::pair(viewToolBar, true),
+                               {viewStatusBar, true},
+                               {viewSummary, false},
+                               {showWhiteSpace, false},
+                               {syncScrolling, false}}) {
+    EXPECT_EQ(commandState(id, {}, settings), (CommandState{true, on, false}));
   }
   const Command numbers[] = {lineNumbersVirtual, lineNumbersReal, lineNumbersNone};
   for (int i = 0; i < 9; ++i) {
@@ -162,10 +163,8 @@ TEST(MenuState, MarksFollowTheSettingsAndPaneMenusTheRow) {
 TEST(CommandTable, TipsHaveTheHelpAndTheFirstKey) {
   const std::pair<Command, const char*> tips[] = {
       {Command::save, "Save the file (Ctrl+S)"},
-      {Command::find, "Find text (Ctrl+F)"},
       {Command::findPrev, "Find the previous occurrence of the text (Ctrl+F3)"},
       {Command::copyDiffLeft, "Copy the lines from the selected diff to the left (Ctrl+[)"},
-      {Command::deleteText, "Delete the selection, or the character at the caret (Del)"},
       {Command::browseLeftFile, "Choose left file"},
       {static_cast<Command>(4), ""},
   };

@@ -55,8 +55,9 @@ class FolderSessionTest : public testing::Test {
     if (window_.job) window_.finish(end);
     return window_.said();
   }
-  std::string run(Command command, FolderCategory category, std::vector<uint32_t> rows) {
-    window_.status.clear();
+  std::string run(Command command, FolderCategory category, std::vector<uint32_t> rows,
+                  std::deque<Answer> answers = {}) {
+    window_.answers = std::move(answers);
     session_.run(command, category, {rows, rows.empty() ? std::optional<uint32_t>() : rows[0]});
     return window_.said();
   }
@@ -72,9 +73,8 @@ class FolderSessionTest : public testing::Test {
     for (const FolderCategory tab : kFolderTabs) labels += session_.tabLabel(tab) + " ";
     return labels;
   }
-  bool has(const std::string& side, const std::string& name) {
-    return files_.files.contains(joinPath(side, name));
-  }
+  MemoryFiles::File& fileOf(const std::string& path) { return files_.files[inFolder(path)]; }
+  bool has(const std::string& path) { return files_.files.contains(inFolder(path)); }
   static std::string target(const std::string& path) { return path; }
   static std::string time() { return "now"; }
 
@@ -98,7 +98,7 @@ TEST_F(FolderSessionTest, ComparesWhatTheBoxesNameOrSaysWhyNot) {
   EXPECT_EQ(session_.selectionText(onlyOld, {{0, 1}, 0}), "2 entries, 3 bytes");
   EXPECT_EQ(session_.selectionText(onlyNew, {{0}, 0}), "1 entry, 3 bytes");
   EXPECT_EQ(session_.pathsText(onlyOld, {{0, 1}, 0}),
-            joinPath("O", "old 1.txt") + "\r\n" + joinPath("O", "old 2.txt"));
+            inFolder("O/old 1.txt") + "\r\n" + inFolder("O/old 2.txt"));
   EXPECT_EQ(session_.findTyped(onlyOld, "OLD", 1), 1u);
   EXPECT_EQ(session_.findTyped(onlyOld, "old 1", 1), 0u);
   EXPECT_FALSE(session_.findTyped(onlyOld, "x", 0));
@@ -116,7 +116,7 @@ TEST_F(FolderSessionTest, ComparesWhatTheBoxesNameOrSaysWhyNot) {
   settings_.identicalMessage = true;
   settings_.includeFilterHistory.Add("same.*");
   EXPECT_EQ(compare(), "the same folders\ntell: The folders are identical.\n");
-  files_.files[joinPath("N", "same.txt")].error = MemoryFiles::denied;
+  fileOf("N/same.txt").error = MemoryFiles::denied;
   EXPECT_EQ(compare(), "the same folders\n") << "it could not be read";
   EXPECT_EQ(compare(WorkEnd::cancelled), "a result\nerror: Operation aborted.\n");
   EXPECT_EQ(tabs(), "Changed (0) Old (0) New (0) Same (0) ");
@@ -125,7 +125,7 @@ TEST_F(FolderSessionTest, ComparesWhatTheBoxesNameOrSaysWhyNot) {
       {"", "error: The old folder name is invalid.\n"},
       {"a?", "error: The old folder name is invalid.\n"},
       {"missing", "a result\nerror: Could not find the file or folder:\nmissing\n"},
-      {joinPath("O", "a.txt"), "a result\nerror: 'Old Folder' is not a folder.\n"}};
+      {inFolder("O/a.txt"), "a result\nerror: 'Old Folder' is not a folder.\n"}};
   for (const auto& [name, message] : refused) {
     window_.names[0] = name;
     EXPECT_EQ(compare(), message);
@@ -146,61 +146,60 @@ TEST_F(FolderSessionTest, TheMenuIsMadeOfWhatTheRowsAllow) {
   EXPECT_EQ(session_.deleteMenu(changed, {{0}, 0}).size(), 3u);
 
   EXPECT_EQ(run(Command::compareEntries, changed, {0}),
-            "marks 2\nopen " + joinPath("O", "a.txt") + " " + joinPath("N", "a.txt") + "\n");
+            "marks 2\nopen " + inFolder("O/a.txt") + " " + inFolder("N/a.txt") + "\n");
   EXPECT_EQ(session_.title(), "Merivane - [O*, N*]");
   EXPECT_EQ(tabs(), "Changed (1) Old (2) New (1) Same (1) ");
   EXPECT_EQ(session_.nextOpenRow(changed, std::nullopt, 1), 1u);
-  EXPECT_EQ(session_.changedRow({joinPath("O", "a.txt"), joinPath("N", "a.txt")}), 0u);
+  EXPECT_EQ(session_.changedRow({inFolder("O/a.txt"), inFolder("N/a.txt")}), 0u);
   EXPECT_EQ(session_.nextChangedFile(0, 1), 1u);
   EXPECT_FALSE(session_.nextChangedFile(0, -1));
 
-  EXPECT_EQ(run(Command::copyToOld, changed, {0, 1}), "marks 2\n") << "also what was only compared";
+  EXPECT_EQ(run(Command::copyToOld, changed, {0, 1}), "marks 2\nstatus: Entries done: 2\n")
+      << "also what was only compared";
   EXPECT_EQ(labels(changed, {{0}, 0}), "&Undo copy to old, -, " + kShellItems);
   EXPECT_EQ(labels(changed, {{0, 1}, 0}), "&Undo, -, " + kShellItems);
   run(Command::deleteOld, onlyOld, {1});
   EXPECT_TRUE(labels(onlyOld, {{0, 1}, 0}).starts_with("&Undo, -, C&opy to new, &Delete old, -, "));
-  EXPECT_EQ(run(Command::deleteOld, onlyOld, {1}), "");
-  EXPECT_EQ(window_.status, "Something was done to this entry already. Undo it first.");
-  run(Command::copyToOld, onlyOld, {0});
-  EXPECT_EQ(window_.status, "This cannot be done with these entries.");
+  EXPECT_EQ(run(Command::deleteOld, onlyOld, {1}),
+            "status: Something was done to this entry already. Undo it first.\n");
+  EXPECT_EQ(run(Command::copyToOld, onlyOld, {0}), "status: This cannot be done with these entries.\n");
 }
 
 TEST_F(FolderSessionTest, OperationsAndUndoGoThroughTheRows) {
   compare();
   const auto first = files_.files;
-  EXPECT_EQ(run(Command::deleteOld, onlyOld, {0, 1}), "marks 0\n");
+  EXPECT_EQ(run(Command::deleteOld, onlyOld, {0, 1}), "marks 0\nstatus: Entries done: 2\n");
   EXPECT_EQ(session_.title(), "Merivane - [O*, N]");
   EXPECT_EQ(tabs(), "Changed (2) Old (0) New (1) Same (1) ");
   EXPECT_EQ(session_.markText(onlyOld, 1), "delete old");
-  EXPECT_FALSE(has("O", "old 1.txt"));
-  EXPECT_EQ(run(Command::undo, onlyOld, {0, 1}), "marks 0\n");
+  EXPECT_FALSE(has("O/old 1.txt"));
+  EXPECT_EQ(run(Command::undo, onlyOld, {0, 1}), "marks 0\nstatus: Entries done: 2\n");
   EXPECT_EQ(files_.files, first);
   EXPECT_EQ(tabs(), "Changed (2) Old (2) New (1) Same (1) ");
 
   // The first failure stops it.
-  files_.files[joinPath("O", "old 2.txt")].link = true;
+  fileOf("O/old 2.txt").link = true;
   EXPECT_EQ(run(Command::copyToNew, onlyOld, {0, 1}),
-            "marks 0\nerror: " + joinPath("O", "old 2.txt") +
+            "marks 0\nerror: " + inFolder("O/old 2.txt") +
                 "\n\nThis is a link. Copying or deleting would reach what it leads to.\n");
-  EXPECT_TRUE(has("N", "old 1.txt"));
-  files_.files[joinPath("O", "old 2.txt")].link = false;
+  EXPECT_TRUE(has("N/old 1.txt"));
+  fileOf("O/old 2.txt").link = false;
 
   // What was changed since is asked about, and what Undo moves away goes to the recycle bin.
   run(Command::copyToOld, changed, {0});
   file("O", "a.txt", "later work", 50);
-  window_.answers = {Answer::no, Answer::yes};
-  EXPECT_THAT(run(Command::undo, changed, {0}), testing::HasSubstr("This was changed since"));
-  EXPECT_EQ(files_.files[joinPath("O", "a.txt")].contents, "later work");
-  run(Command::undo, changed, {0});
-  EXPECT_EQ(files_.files[joinPath("O", "a.txt")].contents, "of O");
-  ASSERT_EQ(disk_.bin.count(joinPath("O", "old 1.txt")), 1u);
-  EXPECT_TRUE(std::any_of(disk_.bin.begin(), disk_.bin.end(), [](const auto& recycled) {
+  EXPECT_THAT(run(Command::undo, changed, {0}, {Answer::no}), testing::HasSubstr("This was changed since"));
+  EXPECT_EQ(fileOf("O/a.txt").contents, "later work");
+  run(Command::undo, changed, {0}, {Answer::yes});
+  EXPECT_EQ(fileOf("O/a.txt").contents, "of O");
+  EXPECT_TRUE(disk_.bin.contains(inFolder("O/old 1.txt")));
+  EXPECT_TRUE(std::ranges::any_of(disk_.bin, [](const auto& recycled) {
     return nameOf(recycled.first) == "a.txt" && recycled.second.contents == "later work";
   }));
 }
 
 TEST_F(FolderSessionTest, WhatCannotBeBroughtBackIsAskedAboutOnce) {
-  files_.files[joinPath("O", "tree")].kind = FileKind::folder;
+  fileOf("O/tree").kind = FileKind::folder;
   file("O", joinPath("tree", "hidden by the filter.obj"), "12345", 1);
   file("O", "b.txt", "longer than that", 99);
   settings_.haveExcludeFilter = true;
@@ -211,18 +210,19 @@ TEST_F(FolderSessionTest, WhatCannotBeBroughtBackIsAskedAboutOnce) {
   EXPECT_EQ(run(Command::deleteOld, onlyOld, {0, 1, 2}),
             "warn, rather no: To be deleted: files: 3, folders: 1, bytes: 8" + lost + "go on?\n");
   EXPECT_EQ(run(Command::copyToOld, changed, {1}),
-            "warn, rather no: " + joinPath("O", "b.txt") +
+            "warn, rather no: " + inFolder("O/b.txt") +
                 "\n\nTo be replaced: files: 1, folders: 0, bytes: 16\nNewer than what replaces it: 1" + lost +
                 "replace the file?\n");
-  EXPECT_TRUE(has("O", "old 1.txt"));
-  EXPECT_EQ(run(Command::copyToOld, onlyNew, {0}), "marks 1\n") << "nothing is lost by that";
+  EXPECT_TRUE(has("O/old 1.txt"));
+  EXPECT_EQ(run(Command::copyToOld, onlyNew, {0}), "marks 1\nstatus: Entries done: 1\n")
+      << "nothing is lost by that";
   EXPECT_FALSE(session_.mayRun(Command::undo, onlyNew, {{0}, 0}));
 
   settings_.folderUndo = true;
   disk_.hasBin = false;
-  window_.answers = {Answer::yes};
-  EXPECT_THAT(run(Command::deleteOld, onlyOld, {0}), testing::HasSubstr("There is no recycle bin"));
-  EXPECT_FALSE(has("O", "tree"));
+  EXPECT_THAT(run(Command::deleteOld, onlyOld, {0}, {Answer::yes}),
+              testing::HasSubstr("There is no recycle bin"));
+  EXPECT_FALSE(has("O/tree"));
 
   settings_.askConfirmation = true;
   window_.answers = {Answer::no, Answer::yes};
@@ -246,10 +246,10 @@ TEST_F(FolderSessionTest, UndoOfNestedEntriesGoesFromTheLaterToTheEarlier) {
   const auto first = files_.files;
   ASSERT_EQ(session_.rowName(changed, 0) + ", " + session_.rowName(changed, 1),
             "tree, " + joinPath("tree", "x"));
-  EXPECT_EQ(run(Command::deleteOld, changed, {1}), "marks 2\n");
-  EXPECT_EQ(run(Command::deleteBoth, changed, {0}), "marks 2\n");
+  EXPECT_EQ(run(Command::deleteOld, changed, {1}), "marks 2\nstatus: Entries done: 1\n");
+  EXPECT_EQ(run(Command::deleteBoth, changed, {0}), "marks 2\nstatus: Entries done: 1\n");
   EXPECT_THAT(run(Command::undo, changed, {1}), testing::HasSubstr("Undo that one first."));
-  EXPECT_EQ(run(Command::undo, changed, {0, 1}), "marks 2\n");
+  EXPECT_EQ(run(Command::undo, changed, {0, 1}), "marks 2\nstatus: Entries done: 2\n");
   EXPECT_EQ(files_.files, first);
 }
 
@@ -266,12 +266,12 @@ TEST_F(FolderSessionTest, TheNextStartAsksAboutWhatWasInterrupted) {
     window_.answers = {answer};
     offerInterruptedOperations(window_, files_, disk_);
     EXPECT_THAT(window_.said(),
-                testing::HasSubstr("ended before this was done:\n\ncopy to old: " + joinPath("O", "a.txt")));
+                testing::HasSubstr("ended before this was done:\n\ncopy to old: " + inFolder("O/a.txt")));
     if (answer == Answer::no) {
       EXPECT_EQ(files_.files, first);
     }
   }
-  EXPECT_EQ(files_.files[joinPath("O", "a.txt")].contents, "of N");
+  EXPECT_EQ(fileOf("O/a.txt").contents, "of N");
   offerInterruptedOperations(window_, files_, disk_);
   EXPECT_EQ(window_.said(), "");
 }

@@ -44,56 +44,34 @@ void enter(int control, const std::string& text, Settings& settings) {
 }
 
 TEST(Options, EachCheckBoxIsForOneSetting) {
-  // In which result it shows once it is changed: of files, of folders, or in neither.
-  const std::map<int, std::pair<std::string, std::string>> boxes = {
-      {10100, {"IgnoreCase", "files"}},
-      {10101, {"IgnoreBlanks2", "files"}},
-      {10102, {"IgnoreBlanks2", "files"}},
-      {10103, {"IgnoreBlanks2", "files"}},
-      {10104, {"IgnoreBlanks2", "files"}},
-      {10105, {"CompareChanges", "files"}},
-      {10106, {"HighlightChanges", ""}},
-      {10200, {"FolderUndo", ""}},
-      {10201, {"IgnoreNameCase", "folders"}},
-      {10202, {"CompareSubfolders", "folders"}},
-      {10203, {"CompareAttribs", "folders"}},
-      {10204, {"CompareDate", "folders"}},
-      {10205, {"CompareSize", "folders"}},
-      {10206, {"CompareQuick", "folders"}},
-      {10207, {"CompareFull", "folders"}},
-      {10208, {"CompareFolderAttribs", "folders"}},
-      {10209, {"CompareFolderDate", "folders"}},
-      {10210, {"HaveIncludeFilter", "folders"}},
-      {10212, {"HaveExcludeFilter", "folders"}},
-      {10400, {"IdenticalMessage", ""}},
-      {10401, {"ScrollToFirst", ""}},
-      {10402, {"WrapAround", ""}},
-      {10403, {"AskConfirmation", ""}},
-      {10404, {"ReUseFileWindow", ""}},
-      {10405, {"ReUseFolderWindow", ""}},
-      {10406, {"DrawCaretBox", ""}},
-      {10407, {"DrawArrows", ""}},
-      {10408, {"EscQuitsApp", ""}},
-  };
-  for (const auto& [control, expected] : boxes) {
-    Settings settings, before;
-    check(control, !shown(control, before).checked, settings);
-    EXPECT_THAT(changedValues(before, settings), ElementsAre(expected.first)) << control;
-    std::string results;
-    if (settings.compareOptions() != before.compareOptions()) results += "files";
-    if (settings.folderOptions() != before.folderOptions()) results += "folders";
-    EXPECT_EQ(results, expected.second) << control;
-    check(control, shown(control, before).checked, settings);
-    EXPECT_THAT(changedValues(before, settings), ElementsAre()) << control;
-  }
-  size_t count = 0;
+  // With the result in which it shows once it is changed, of files or of folders.
+  std::string boxes;
   for (const OptionsPageRow& page : optionsPages()) {
     for (const OptionRow& row : page.options) {
-      count +=
-          std::holds_alternative<CheckOption>(row.kind) || std::holds_alternative<BlanksOption>(row.kind);
+      const bool isBox = std::holds_alternative<CheckOption>(row.kind);
+      if (!isBox && !std::holds_alternative<BlanksOption>(row.kind)) continue;
+      Settings settings;
+      const Settings before;
+      check(row.control, !shown(row.control, before).checked, settings);
+      boxes += std::to_string(row.control);
+      for (const std::string& name : changedValues(before, settings)) boxes += ' ' + name;
+      if (settings.compareOptions() != before.compareOptions()) boxes += " files";
+      if (settings.folderOptions() != before.folderOptions()) boxes += " folders";
+      boxes += ", ";
+      check(row.control, shown(row.control, before).checked, settings);
+      EXPECT_THAT(changedValues(before, settings), ElementsAre()) << row.control;
     }
   }
-  EXPECT_EQ(count, boxes.size());
+  EXPECT_EQ(
+      boxes,
+      "10100 IgnoreCase files, 10101 IgnoreBlanks2 files, 10102 IgnoreBlanks2 files, 10103 IgnoreBlanks2 "
+      "files, 10104 IgnoreBlanks2 files, 10105 CompareChanges files, 10106 HighlightChanges, 10200 "
+      "FolderUndo, 10201 IgnoreNameCase folders, 10202 CompareSubfolders folders, 10203 CompareAttribs "
+      "folders, 10204 CompareDate folders, 10205 CompareSize folders, 10206 CompareQuick folders, 10207 "
+      "CompareFull folders, 10208 CompareFolderAttribs folders, 10209 CompareFolderDate folders, 10210 "
+      "HaveIncludeFilter folders, 10212 HaveExcludeFilter folders, 10407 DrawArrows, 10406 DrawCaretBox, "
+      "10400 IdenticalMessage, 10401 ScrollToFirst, 10402 WrapAround, 10403 AskConfirmation, 10404 "
+      "ReUseFileWindow, 10405 ReUseFolderWindow, 10408 EscQuitsApp, ");
 }
 
 TEST(Options, WhatAnotherMakesVoidIsGreyedAndKept) {

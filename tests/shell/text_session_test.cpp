@@ -19,12 +19,13 @@ using Answers = std::deque<Answer>;
 
 TEST(TextSession, ComparesTheNamedFilesAndSaysWhatItShows) {
   SessionRun run;
-  EXPECT_EQ(run.session.title(), "Merivane - [l.txt, r.txt]");
-  EXPECT_TRUE(run.session.isFresh());
-  EXPECT_FALSE(run.session.showsComparison());
-  EXPECT_EQ(run.session.lineEndText() + run.session.differencesText(), "");
-  EXPECT_EQ(run.session.caretText(), "Virt 1, Ln 1, Col 1");
-
+  const auto shown = [](SessionRun& shows) {
+    const TextSession& session = shows.session;
+    return session.title() + '|' + session.lineEndText() + '|' + session.differencesText() + '|' +
+           session.caretText() + (session.isFresh() ? "|fresh" : "") +
+           (session.showsComparison() ? "|compared" : "");
+  };
+  EXPECT_EQ(shown(run), "Merivane - [l.txt, r.txt]|||Virt 1, Ln 1, Col 1|fresh");
   run.window.names[1] = "C:\\r.lnk";
   run.files.files["C:\\r.lnk"];
   run.session.compare();
@@ -35,18 +36,13 @@ TEST(TextSession, ComparesTheNamedFilesAndSaysWhatItShows) {
   run.window.job = job;
   run.finish(WorkEnd::done);
   EXPECT_EQ(run.said(), "");
-  EXPECT_FALSE(run.session.isFresh());
-  EXPECT_TRUE(run.session.showsComparison());
-  EXPECT_EQ(run.session.title(), "Merivane - [l.txt, r.txt]");
-  EXPECT_EQ(run.session.lineEndText(), "UNIX, DOS");
-  EXPECT_EQ(run.session.differencesText(), "Diffs: 1, Lines: 1");
-  EXPECT_EQ(run.settings.leftFileHistory.First(), "C:\\l.txt");
-  EXPECT_EQ(run.settings.rightFileHistory.First(), "C:\\r.lnk");
-
-  run.type(1);
-  EXPECT_EQ(run.session.title(), "Merivane - [l.txt, r.txt*]");
-  run.edits.press("right down");
-  EXPECT_EQ(run.session.caretText(), "Virt 2, Ln 2, Col 2");
+  EXPECT_EQ(shown(run),
+            "Merivane - [l.txt, r.txt]|UNIX, DOS|Diffs: 1, Lines: 1|Virt 1, Ln 1, Col 1|compared");
+  EXPECT_EQ(run.settings.leftFileHistory.First() + run.settings.rightFileHistory.First(),
+            "C:\\l.txtC:\\r.lnk");
+  run.act("type-right right down");
+  EXPECT_EQ(shown(run),
+            "Merivane - [l.txt, r.txt*]|UNIX, DOS|Diffs: 1, Lines: 2|Virt 2, Ln 2, Col 2|compared");
 
   // The names come back in the next run's window, and name the sides until something was loaded.
   SessionRun next;
@@ -56,31 +52,25 @@ TEST(TextSession, ComparesTheNamedFilesAndSaysWhatItShows) {
   next.window.names[0] = "C:\\dir\\";
   next.window.names[1] = "100%1.txt";
   next.type(0);
-  EXPECT_EQ(next.session.title(), "Merivane - [<no file>*, 100%1.txt]");
+  EXPECT_EQ(shown(next).substr(0, 43), "Merivane - [<no file>*, 100%1.txt]|DOS, DOS");
   EXPECT_FALSE(next.session.isFresh());
-  EXPECT_EQ(next.session.lineEndText(), "DOS, DOS");
 }
 
 using Spoil = void (*)(SessionRun& run);
 
 TEST(TextSession, RefusesNamesWithoutDroppingWhatItShows) {
-  const std::pair<Spoil, std::string> cases[] = {
-      {[](SessionRun& run) { run.window.names[0] = "a?b"; }, text(TextId::leftFileNameInvalid)},
-      {[](SessionRun& run) { run.window.names[1] = ""; }, text(TextId::rightFileNameInvalid)},
-      {[](SessionRun& run) { run.window.names[0] = "C:\\none"; },
-       "Cannot load left file.\n\nReason: " + systemErrorText(MemoryFiles::notFound)},
+  const std::tuple<int, const char*, std::string> cases[] = {
+      {0, "a?b", text(TextId::leftFileNameInvalid)},
+      {1, "", text(TextId::rightFileNameInvalid)},
+      {0, "C:\\none", "Cannot load left file.\n\nReason: " + systemErrorText(MemoryFiles::notFound)},
   };
-  for (const auto& [spoil, message] : cases) {
+  for (const auto& [side, name, message] : cases) {
     SessionRun run;
-    run.compare();
-    run.type(0);
-    spoil(run);
-    const std::string names = run.window.names[0] + run.window.names[1];
-    run.session.compare();
-    EXPECT_FALSE(run.isComparing());
-    EXPECT_EQ(run.said(), "error: " + message + "\n");
+    run.act("compare type-left");
+    run.window.names[side] = name;
+    EXPECT_EQ(run.act("compare"), "error: " + message + "\n");
     EXPECT_EQ(run.edits.text(0), "!a\nb\nc\n");
-    EXPECT_EQ(run.window.names[0] + run.window.names[1], names) << "to be mended";
+    EXPECT_EQ(run.window.names[side], name) << "to be mended";
   }
 
   // Names are taken as they are meant, and completed.
@@ -90,9 +80,10 @@ TEST(TextSession, RefusesNamesWithoutDroppingWhatItShows) {
   run.window.names[0] = " \"l.txt\" ";
   EXPECT_EQ(run.session.title(), "Merivane - [l.txt, r.txt]");
   EXPECT_EQ(run.compare(), "");
-  EXPECT_EQ(run.window.names[0], "C:\\here\\l.txt");
-  EXPECT_EQ(run.side(0).path, "C:\\here\\l.txt");
-  EXPECT_EQ(run.settings.leftFileHistory.First(), "C:\\here\\l.txt");
+  for (const std::string& name :
+       {run.window.names[0], run.side(0).path, run.settings.leftFileHistory.First()}) {
+    EXPECT_EQ(name, "C:\\here\\l.txt");
+  }
 }
 
 TEST(TextSession, AComparisonThatFailsSaysWhyAndShowsNothing) {
@@ -128,35 +119,31 @@ TEST(TextSession, AComparisonThatFailsSaysWhyAndShowsNothing) {
 
 TEST(TextSession, FilesThatAreComparedAgainKeepTheirPlace) {
   SessionRun run;
-  run.compare();
-  run.edits.press("down down right");
-  run.compare();
-  EXPECT_EQ(run.edits.place(), "2,1");
+  const auto placeAfter = [&run](const char* steps) { return run.act(steps), run.edits.place(); };
+  EXPECT_EQ(placeAfter("compare down down right compare"), "2,1");
   run.settings.scrollToFirst = true;
-  run.compare();
-  EXPECT_EQ(run.edits.place(), "1,0") << "the first difference";
+  EXPECT_EQ(placeAfter("compare"), "1,0") << "the first difference";
   run.settings.scrollToFirst = false;
   run.files.files["C:\\other.txt"].contents = "a\nb\nc\n";
   run.window.names[0] = "C:\\other.txt";
-  run.compare();
-  EXPECT_EQ(run.edits.place(), "0,0");
+  EXPECT_EQ(placeAfter("compare"), "0,0");
   run.edits.press("down");
   run.compare(WorkEnd::cancelled);
-  run.compare();
-  EXPECT_EQ(run.edits.place(), "0,0") << "nothing was shown in between";
+  EXPECT_EQ(placeAfter("compare"), "0,0") << "nothing was shown in between";
 
-  EXPECT_FALSE(run.session.optionsChanged());
-  run.settings.ignoreCase = true;
-  EXPECT_TRUE(run.session.optionsChanged());
-  run.settings.ignoreCase = false;
-  EXPECT_FALSE(run.session.optionsChanged());
+  const auto optionsChanged = [&run](bool ignoreCase) {
+    run.settings.ignoreCase = ignoreCase;
+    return run.session.optionsChanged();
+  };
+  EXPECT_TRUE(optionsChanged(true));
+  EXPECT_FALSE(optionsChanged(false));
   run.session.compare();
-  run.settings.ignoreCase = true;
+  optionsChanged(true);
   run.finish(WorkEnd::done);
-  EXPECT_TRUE(run.session.optionsChanged()) << "while it was compared";
+  EXPECT_TRUE(optionsChanged(true)) << "while it was compared";
   EXPECT_TRUE(run.edits.view().compareOptions().ignoreCase) << "as edits compare";
   run.compare();
-  EXPECT_FALSE(run.session.optionsChanged());
+  EXPECT_FALSE(optionsChanged(true));
   run.settings.ignoreCase = false;
   run.compare(WorkEnd::cancelled);
   EXPECT_FALSE(run.session.optionsChanged()) << "nothing is shown";
@@ -165,115 +152,100 @@ TEST(TextSession, FilesThatAreComparedAgainKeepTheirPlace) {
 TEST(TextSession, AsksForEachSideBeforeChangesAreLost) {
   const std::string askLeft = "ask or cancel: Save changes to C:\\l.txt?\n",
                     askRight = "ask or cancel: Save changes to C:\\r.txt?\n";
-  // What is answered, whether the window closes, what was asked, and which sides stay modified.
+  const std::string left = "a\nb\nc\n", right = "a\r\nx\r\nc\r\n";
+  const std::string savedLeft = "status: Saved C:\\l.txt\n", savedRight = "status: Saved C:\\r.txt\n";
+  // What is answered, whether the window closes, what was asked, and what is saved and stays modified.
   const std::tuple<Answers, bool, std::string, std::string> cases[] = {
-      {{no, no}, true, askLeft + askRight, "lr"}, {{no, cancel}, false, askLeft + askRight, "lr"},
-      {{cancel}, false, askLeft, "lr"},           {{yes, yes}, true, askLeft + askRight, ""},
-      {{yes, no}, true, askLeft + askRight, "r"},
+      {{no, no}, true, askLeft + askRight, left + "*|" + right + "*"},
+      {{no, cancel}, false, askLeft + askRight, left + "*|" + right + "*"},
+      {{cancel}, false, askLeft, left + "*|" + right + "*"},
+      {{yes, yes}, true, askLeft + savedLeft + askRight + savedRight, "!" + left + "|!" + right},
+      {{yes, no}, true, askLeft + savedLeft + askRight, "!" + left + "|" + right + "*"},
   };
-  for (const auto& [answers, closes, log, modified] : cases) {
+  for (const auto& [answers, closes, log, saved] : cases) {
     SessionRun run;
-    run.compare();
-    run.type(0);
-    run.type(1);
+    run.act("compare type-left type-right");
     EXPECT_TRUE(run.session.mayClose()) << "not asked unless the settings want it";
     run.settings.askConfirmation = true;
     run.window.answers = answers;
     EXPECT_EQ(run.session.mayClose(), closes);
     EXPECT_EQ(run.said(), log);
-    EXPECT_EQ(std::string(run.isModified(0) ? "l" : "") + (run.isModified(1) ? "r" : ""), modified);
-    EXPECT_EQ(run.left(), run.isModified(0) ? "a\nb\nc\n" : "!a\nb\nc\n");
-    EXPECT_EQ(run.right(), run.isModified(1) ? "a\r\nx\r\nc\r\n" : "!a\r\nx\r\nc\r\n");
+    EXPECT_EQ(run.saved(), saved);
   }
 
   // Comparing again loses as much, and asks in its own words whatever the settings.
   for (const Answer answer : {yes, no, cancel}) {
     SessionRun run;
-    run.compare();
-    run.type(1);
+    run.act("compare type-right");
     run.window.names[0] = "C:\\r.txt";
     run.window.answers = {answer};
     run.session.compare();
-    EXPECT_EQ(run.said(),
-              "ask or cancel: C:\\r.txt\n\nComparing again reads the files anew, without your changes.\n"
-              "Do you want to save your changes to this file first?\n");
+    EXPECT_TRUE(run.said().starts_with(
+        "ask or cancel: C:\\r.txt\n\nComparing again reads the files anew, without your changes.\n"
+        "Do you want to save your changes to this file first?\n"));
     EXPECT_EQ(run.isComparing(), answer != cancel);
     EXPECT_EQ(run.window.names[0], answer == cancel ? "C:\\l.txt" : "C:\\r.txt") << "what is shown";
-    EXPECT_EQ(run.right(), answer == yes ? "!a\r\nx\r\nc\r\n" : "a\r\nx\r\nc\r\n");
+    EXPECT_EQ(run.right(), answer == yes ? "!" + right : right);
   }
 
   // A side that has no path is saved under its name if that can be one, but not over another file.
   SessionRun run;
   run.settings.askConfirmation = true;
+  const std::tuple<const char*, Answers, std::string> unnamed[] = {
+      {"",
+       {yes, yes},
+       "ask or cancel: Save changes to C:\\new.txt?\nstatus: Saved C:\\new.txt\n"
+       "ask or cancel: Save changes to <no file>?\nSave Right File from \n"},
+      {"C:\\r.txt",
+       {yes, no},
+       askRight + "warn, rather no: C:\\r.txt\n\nThis file exists already. Do you want to replace it?\n"}};
   run.window.names[0] = "C:\\new.txt";
-  run.window.names[1] = "";
-  run.type(0);
-  run.type(1);
-  run.window.answers = {yes, yes};
-  EXPECT_FALSE(run.session.mayClose());
-  EXPECT_EQ(run.said(),
-            "ask or cancel: Save changes to C:\\new.txt?\n"
-            "ask or cancel: Save changes to <no file>?\nSave Right File from \n");
-  EXPECT_EQ(run.contents("C:\\new.txt"), "!");
-  run.window.names[1] = "C:\\r.txt";
-  run.window.answers = {yes, no};
-  EXPECT_FALSE(run.session.mayClose());
-  EXPECT_EQ(
-      run.said(),
-      "ask or cancel: Save changes to C:\\r.txt?\nwarn, rather no: C:\\r.txt\n\nThis file exists already. "
-      "Do you want to replace it?\n");
+  run.act("type-left type-right");
+  for (const auto& [name, answers, log] : unnamed) {
+    run.window.names[1] = name;
+    run.window.answers = answers;
+    EXPECT_FALSE(run.session.mayClose());
+    EXPECT_EQ(run.said(), log);
+    EXPECT_EQ(run.contents("C:\\new.txt"), "!");
+  }
 }
 
 TEST(TextSession, SavesTheChangedSideUnderItsName) {
+  const std::string savedLeft = "status: Saved C:\\l.txt\n", savedRight = "status: Saved C:\\r.txt\n";
   SessionRun run;
-  run.session.save();
-  EXPECT_EQ(run.window.status, "Neither file has unsaved changes.");
-  run.type(0);
-  run.session.save();
-  EXPECT_EQ(run.said(), "Save Left File from C:\\l.txt\n") << "the name in the box is not the text's own";
+  EXPECT_EQ(run.act("save"), "status: Neither file has unsaved changes.\n");
+  EXPECT_EQ(run.act("type-left save"), "Save Left File from C:\\l.txt\n")
+      << "the name in the box is not the text's own";
   run.window.answers = {no};
   run.compare();
 
   // The active side goes first; one without changes is never written.
-  run.type(1);
-  run.edits.press("switch-pane");
-  run.session.save();
-  EXPECT_EQ(run.window.status, "Saved C:\\r.txt");
-  EXPECT_EQ(run.left() + run.right(), "a\nb\nc\n!a\r\nx\r\nc\r\n");
+  EXPECT_EQ(run.act("type-right switch-pane save"), savedRight);
+  EXPECT_EQ(run.saved(), "a\nb\nc\n|!a\r\nx\r\nc\r\n");
   EXPECT_EQ(run.files.files["C:\\l.txt"].modified, 0);
-  run.type(1);
-  run.type(0);
+  run.act("type-right type-left");
   run.edits.view().file(1).readOnly = true;
-  run.session.save();
-  EXPECT_EQ(run.window.status, "Saved C:\\l.txt");
-  EXPECT_TRUE(run.isModified(1));
+  EXPECT_EQ(run.act("save"), savedLeft);
+  EXPECT_EQ(run.saved(), "!a\nb\nc\n|!a\r\nx\r\nc\r\n*");
   run.type(0);
   run.edits.view().takeChanges();
-  run.session.saveAll();
-  EXPECT_EQ(run.left() + run.right(), "!!a\nb\nc\n!!a\r\nx\r\nc\r\n");
+  run.act("save-all");
+  EXPECT_EQ(run.saved(), "!!a\nb\nc\n|!!a\r\nx\r\nc\r\n");
   EXPECT_FALSE(run.side(1).readOnly);
   EXPECT_TRUE(run.edits.view().takeChanges().everything);
 
   // What another program wrote is not lost unasked, nor twice.
-  run.type(0);
   run.files.files["C:\\l.txt"].contents = "theirs";
   const std::string changed =
-      "warn, rather no: C:\\l.txt\n\nAnother program has changed this file since it was loaded.\nDo you want "
-      "to "
-      "save yours over it?\n";
-  run.said();
-  run.window.answers = {no, yes};
-  run.session.save();
+      "warn, rather no: C:\\l.txt\n\nAnother program has changed this file since it was loaded.\n"
+      "Do you want to save yours over it?\n";
+  EXPECT_EQ(run.act("type-left save", {no}), changed);
   EXPECT_TRUE(run.isModified(0));
-  run.session.save();
-  EXPECT_EQ(run.said(), changed + changed);
+  EXPECT_EQ(run.act("save", {yes}), changed + savedLeft);
   EXPECT_EQ(run.left(), "!!!a\nb\nc\n");
-  run.type(0);
-  run.session.save();
-  run.type(0);
+  EXPECT_EQ(run.act("type-left save"), savedLeft);
   run.files.files.erase("C:\\l.txt");
-  run.session.save();
-  EXPECT_EQ(run.said(), "") << "nobody's work is in the way";
+  EXPECT_EQ(run.act("type-left save"), savedLeft) << "nobody's work is in the way";
 }
 
 TEST(TextSession, SavesTheActiveSideUnderAnotherName) {
@@ -283,159 +255,120 @@ TEST(TextSession, SavesTheActiveSideUnderAnotherName) {
   EXPECT_EQ(run.session.lineEndText(), "DOS mixed, DOS");
   run.files.folder = "D:\\";
   run.window.chosen = "copy.txt";
-  run.session.saveAs();
-  EXPECT_EQ(run.said(), "Save Left File from C:\\l.txt\n");
+  EXPECT_EQ(run.act("save-as"), "Save Left File from C:\\l.txt\nstatus: Saved D:\\copy.txt\n");
   EXPECT_EQ(run.contents("D:\\copy.txt"), "a\r\nb\r\nc\r\n");
   EXPECT_EQ(run.window.names[0] + run.side(0).path, "D:\\copy.txtD:\\copy.txt");
   EXPECT_EQ(run.settings.leftFileHistory.First(), "D:\\copy.txt");
-  EXPECT_EQ(run.window.status, "Saved D:\\copy.txt");
-  EXPECT_EQ(run.session.lineEndText(), "DOS, DOS");
-  EXPECT_EQ(run.session.title(), "Merivane - [copy.txt, r.txt]");
+  EXPECT_EQ(run.session.title() + run.session.lineEndText(), "Merivane - [copy.txt, r.txt]DOS, DOS");
 }
 
 TEST(TextSession, ReplacesASideAndItsFile) {
   const std::string question =
       "ask, rather no: C:\\l.txt\n\nWarning: you cannot undo this operation! Really replace the file?\n";
   SessionRun run;
-  run.compare();
-  run.type(1);
-  run.session.replace(0);
-  EXPECT_EQ(run.said(), question);
+  EXPECT_EQ(run.act("compare type-right replace-left"), question);
   EXPECT_EQ(run.edits.text(0), "a\nb\nc\n");
   run.edits.view().file(0).readOnly = true;
-  run.session.replace(0);
-  EXPECT_EQ(run.said(), "");
+  EXPECT_EQ(run.act("replace-left"), "");
   run.edits.view().file(0).readOnly = false;
 
-  run.window.answers = {yes};
-  run.session.replace(0);
-  EXPECT_EQ(run.said(), question);
-  EXPECT_EQ(run.left(), "!a\r\nx\r\nc\r\n");
+  EXPECT_EQ(run.act("replace-left", {yes}), question + "status: Saved C:\\l.txt\n");
+  EXPECT_EQ(run.saved(), "!a\r\nx\r\nc\r\n|a\r\nx\r\nc\r\n*") << "the other's file is as it was";
   EXPECT_EQ(run.edits.text(0), run.edits.text(1));
   EXPECT_FALSE(run.edits.history().canUndo());
-  EXPECT_FALSE(run.isModified(0));
-  EXPECT_TRUE(run.isModified(1)) << "its file is as it was";
-  EXPECT_EQ(run.session.lineEndText(), "DOS, DOS");
-  EXPECT_EQ(run.session.differencesText(), "No differences");
-  EXPECT_EQ(run.window.status, "Saved C:\\l.txt");
-  run.type(0);
-  run.session.save();
-  EXPECT_EQ(run.said(), "") << "the file is as this window wrote it";
+  EXPECT_EQ(run.session.lineEndText() + run.session.differencesText(), "DOS, DOSNo differences");
+  EXPECT_EQ(run.act("type-left save"), "status: Saved C:\\l.txt\n") << "as this window wrote it";
 
   // What another program wrote stays if the user wants that, and so does the side.
-  run.type(0);
   run.files.files["C:\\l.txt"].contents = "theirs";
-  run.window.answers = {yes, no};
-  run.session.replace(0);
-  EXPECT_NE(run.said().find("Another program has changed this file"), std::string::npos);
-  EXPECT_EQ(run.left(), "theirs");
-  EXPECT_EQ(run.edits.text(0), "!!!a\nx\nc\n");
+  EXPECT_NE(run.act("type-left replace-left", {yes, no}).find("Another program has changed this file"),
+            std::string::npos);
+  EXPECT_EQ(run.left() + run.edits.text(0), "theirs!!!a\nx\nc\n");
 
   SessionRun unnamed;
   unnamed.window.names[1] = "C:\\dir\\";
-  unnamed.session.replace(1);
-  EXPECT_EQ(unnamed.said(), "error: The file name is invalid.\n");
-}
+  EXPECT_EQ(unnamed.act("replace-right"), "error: The file name is invalid.\n");
 
-TEST(TextSession, ACopyThatCannotBeWrittenIsAnEdit) {
-  SessionRun run;
-  run.compare();
-  run.window.answers = {yes};
-  run.files.files["C:\\l.txt"].writable = false;
-  run.session.replace(0);
-  EXPECT_TRUE(
-      run.said().ends_with("\nerror: Could not save the file.\n\nReason: " + systemErrorText(13) + "\n"));
-  EXPECT_EQ(run.left(), "a\nb\nc\n");
-  EXPECT_EQ(run.edits.text(0), "a\nx\nc\n");
-  EXPECT_TRUE(run.isModified(0));
-  run.edits.press("undo");
-  EXPECT_EQ(run.edits.text(0), "a\nb\nc\n");
+  // A copy that cannot be written is an edit.
+  SessionRun locked;
+  locked.compare();
+  locked.files.files["C:\\l.txt"].writable = false;
+  EXPECT_EQ(locked.act("replace-left", {yes}),
+            question + "error: Could not save the file.\n\nReason: " + systemErrorText(13) + "\n");
+  EXPECT_EQ(locked.saved(), "a\nb\nc\n*|a\r\nx\r\nc\r\n");
+  EXPECT_EQ(locked.edits.text(0), "a\nx\nc\n");
+  locked.act("undo");
+  EXPECT_EQ(locked.edits.text(0), "a\nb\nc\n");
 }
 
 TEST(TextSession, SwitchesSidesWithTheirNames) {
   SessionRun run;
-  run.compare();
-  run.type(0);
+  run.act("compare type-left");
   run.window.names[0] = "typed";
-  run.session.switchSides();
-  EXPECT_EQ(run.session.title(), "Merivane - [r.txt, l.txt*]");
+  run.act("switch");
+  EXPECT_EQ(run.session.title() + run.session.lineEndText(), "Merivane - [r.txt, l.txt*]DOS, UNIX");
   EXPECT_EQ(run.window.names[0] + ' ' + run.window.names[1], "C:\\r.txt typed");
-  EXPECT_EQ(run.session.lineEndText(), "DOS, UNIX");
-  run.session.save();
+  run.act("save");
   EXPECT_EQ(run.left(), "!a\nb\nc\n");
 }
 
 TEST(TextSession, ExportsOverItsOwnPageAloneUnasked) {
-  const auto warning = [](const std::string& path) {
-    return "warn, rather no: " + path + "\n\nThis file exists already. Do you want to replace it?\n";
-  };
   SessionRun run;
-  run.compare();
   run.settings.exportResults = "C:\\last.html";
-  run.session.exportResults();
-  EXPECT_EQ(run.said(), "export from C:\\last.html\n");
+  EXPECT_EQ(run.act("compare export"), "export from C:\\last.html\n");
   EXPECT_EQ(run.settings.exportResults, "C:\\last.html") << "cancelled";
 
   run.files.folder = "C:\\";
   run.window.chosen = "page.html";
-  run.session.exportResults();
-  run.session.exportResults();
-  EXPECT_EQ(run.said(), "export from C:\\last.html\nexport from C:\\page.html\n");
+  const std::string exported = run.act("export export");
+  EXPECT_TRUE(exported.starts_with("export from C:\\last.html\n"));
+  EXPECT_NE(exported.find("export from C:\\page.html\n"), std::string::npos);
+  EXPECT_EQ(exported.find("exists"), std::string::npos);
   EXPECT_EQ(run.settings.exportHow, 2);
   EXPECT_EQ(run.contents("C:\\page.html").substr(0, 42), "<HTML>\r\n<HEAD>\r\n<TITLE>C:\\l.txt, C:\\r.txt<");
 
-  // A compared file under another name, and a page of somebody else.
+  // A compared file under another name, a page of somebody else, and, once more, a file that is compared.
   run.files.otherNames["D:\\link"] = "C:\\l.txt";
   run.files.files["D:\\link"];
   run.files.files["C:\\theirs.html"].contents = "theirs";
-  for (const std::string path : {"D:\\link", "C:\\theirs.html", "C:\\l.txt"}) {
+  const auto asks = [&run](const std::string& path, const char* steps, const Answers& answers) {
     run.window.chosen = path;
-    run.said();
-    run.window.answers = {no};
-    run.session.exportResults();
-    EXPECT_TRUE(run.said().ends_with("\n" + warning(path)));
+    const std::string said = run.act(steps, answers);
+    const size_t asked =
+        said.rfind("warn, rather no: " + path + "\n\nThis file exists already. Do you want to replace it?\n");
+    return asked != said.npos && asked > said.rfind("export from");
+  };
+  for (const char* const path : {"D:\\link", "C:\\theirs.html", "C:\\l.txt"}) {
+    EXPECT_TRUE(asks(path, "export", {no})) << path;
   }
   EXPECT_EQ(run.left() + run.contents("C:\\theirs.html"), "a\nb\nc\ntheirs");
-  run.window.answers = {yes, yes};
-  run.session.exportResults();
-  run.session.exportResults();
-  EXPECT_TRUE(run.said().ends_with("\n" + warning("C:\\l.txt"))) << "once more for a file that is compared";
+  EXPECT_TRUE(asks("C:\\l.txt", "export export", {yes, yes}));
 
   run.window.chosen = "C:\\dir\\";
-  run.session.exportResults();
-  EXPECT_TRUE(run.said().ends_with("error: The file name is invalid.\n"));
+  EXPECT_TRUE(run.act("export").ends_with("error: The file name is invalid.\n"));
   run.window.chosen = "C:\\no.html";
   run.files.files["C:\\no.html"].writable = false;
-  run.window.answers = {yes};
-  run.session.exportResults();
-  EXPECT_TRUE(run.said().ends_with(
-      "error: Could not export comparison results.\n\nReason: " + systemErrorText(13) + "\n"));
+  EXPECT_TRUE(
+      run.act("export", {yes})
+          .ends_with("error: Could not export comparison results.\n\nReason: " + systemErrorText(13) + "\n"));
 }
 
 /// All that the user would miss: the files, and which sides differ from them.
 std::string state(SessionRun& run) {
-  std::string state = run.left() + '#' + run.right() + '#' + run.edits.text(0) + '#' + run.edits.text(1);
-  for (const int side : {0, 1}) state += '#' + run.side(side).path + (run.isModified(side) ? "*" : "");
-  return state + run.contents("C:\\chosen");
+  return run.saved() + '#' + run.edits.text(0) + '#' + run.edits.text(1) + '#' + run.side(0).path + '#' +
+         run.side(1).path + '#' + run.contents("C:\\chosen");
 }
 
 /// What a user does to two edited sides, with one answer to every question.
-using Action = void (*)(SessionRun& run);
-constexpr Action kActions[] = {
-    [](SessionRun& run) { run.session.save(); },        [](SessionRun& run) { run.session.saveAs(); },
-    [](SessionRun& run) { run.session.replace(0); },    [](SessionRun& run) { run.session.saveAll(); },
-    [](SessionRun& run) { run.session.switchSides(); }, [](SessionRun& run) { run.session.exportResults(); },
-    [](SessionRun& run) { run.session.offerToSave(); },
-};
+constexpr const char* kActions[] = {"save",   "save-as", "replace-left", "save-all",
+                                    "switch", "export",  "offer"};
+const Answers kYes(9, yes);
 
 /// The sides' texts were changed, and both files as well.
 std::unique_ptr<SessionRun> editedRun() {
   auto run = std::make_unique<SessionRun>();
-  run->compare();
-  run->type(0);
-  run->type(1);
+  run->act("compare type-left type-right");
   run->window.chosen = "C:\\chosen";
-  run->window.answers = Answers(9, yes);
   return run;
 }
 
@@ -451,17 +384,17 @@ void expectHonest(SessionRun& run) {
 }
 
 TEST(TextSession, AFailingStepLosesNothing) {
-  for (const Action& action : kActions) {
-    SCOPED_TRACE(&action - kActions);
+  for (const char* const action : kActions) {
+    SCOPED_TRACE(action);
     for (uint32_t failing = 0;; ++failing) {
       const auto run = editedRun();
       const std::string before = state(*run);
       run->files.failStep(failing, 77);
-      action(*run);
+      const std::string said = run->act(action, kYes);
       if (!run->files.endFailing()) break;
-      EXPECT_NE(run->said().find("Reason: " + systemErrorText(77)), std::string::npos) << failing;
+      EXPECT_NE(said.find("Reason: " + systemErrorText(77)), std::string::npos) << failing;
       expectHonest(*run);
-      if (&action < kActions + 2) {
+      if (std::string_view(action).starts_with("save") && action != kActions[3]) {
         EXPECT_EQ(state(*run), before);
       }
     }
@@ -469,15 +402,15 @@ TEST(TextSession, AFailingStepLosesNothing) {
 }
 
 TEST(TextSession, WithoutMemoryNothingIsLost) {
-  for (const Action& action : kActions) {
-    SCOPED_TRACE(&action - kActions);
+  for (const std::string action : kActions) {
+    SCOPED_TRACE(action);
     auto run = editedRun();
-    action(*run);
+    run->act(action, kYes);
     const std::string whole = state(*run);
-    failEachAllocation([&] { run = editedRun(); },
+    failEachAllocation([&] { run = editedRun(), run->window.answers = kYes; },
                        [&] {
                          try {
-                           action(*run);
+                           run->take(action);
                          } catch (const std::bad_alloc&) {
                            ++run->window.outOfMemory;
                          }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <functional>
 #include <iterator>
@@ -13,6 +14,12 @@
 #include "base/paths.h"
 
 namespace merivane {
+
+/// A path with "/" as this platform has it.
+inline std::string inFolder(std::string path) {
+  std::replace(path.begin(), path.end(), '/', kPathSeparator);
+  return path;
+}
 
 /// Files and folders that are not on any disk. Paths are plain names: a file needs no folder around it. What
 /// is neither a file nor a folder is a pipe, which does not tell its size.

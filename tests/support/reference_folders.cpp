@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <stdexcept>
 
 #include "base/names.h"
 #include "base/paths.h"
@@ -161,6 +162,15 @@ std::vector<ReferenceFolders::Entry> plainEntries(const std::vector<FolderEntry>
     plain.push_back({std::string(entry.name()), entry.isFolder, entry.inSubfolder, entry.differences});
   }
   return plain;
+}
+
+const FolderEntry& entryNamed(const FolderComparison& comparison, const std::string& name) {
+  for (const auto& entries : comparison.entries) {
+    for (const FolderEntry& each : entries) {
+      if (each.name() == name) return each;
+    }
+  }
+  throw std::invalid_argument(name);
 }
 
 bool referenceMatch(std::string_view pattern, std::string_view name, bool caseSensitive) {

@@ -46,6 +46,9 @@ class ReferenceFolders {
 /// What a real comparison found, in the same form.
 std::vector<ReferenceFolders::Entry> plainEntries(const std::vector<FolderEntry>& entries);
 
+/// The entry of that name; throws where there is none.
+const FolderEntry& entryNamed(const FolderComparison& comparison, const std::string& name);
+
 /// Whether a name of ASCII matches a pattern, tried in every way.
 bool referenceMatch(std::string_view pattern, std::string_view name, bool caseSensitive);
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <deque>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "shell/text_session.h"
@@ -30,7 +32,7 @@ class FakeSessionHost : public virtual SessionHost {
     log += (kind == ReportKind::error ? "error: " : "tell: ") + message + "\n";
   }
   void reportOutOfMemory() override { ++outOfMemory; }
-  void showStatus(const std::string& text) override { status = text; }
+  void showStatus(const std::string& text) override { log += "status: " + text + "\n"; }
   void startJob(Work work, WhenWorkEnds whenEnded, ProgressText) override {
     job = std::move(work);
     whenJobEnds = std::move(whenEnded);
@@ -39,7 +41,7 @@ class FakeSessionHost : public virtual SessionHost {
   std::deque<Answer> answers;  // Cancel when there are no more
   Work job;
   WhenWorkEnds whenJobEnds;
-  std::string log, status;
+  std::string log;
   int outOfMemory = 0;
 
   /// What was said since the last time.
@@ -92,6 +94,37 @@ struct SessionRun {
     edits.view().placeCaret(side, {});
     edits.press(text);
   }
+  /// Does one thing after the other, and returns what is said of it: "compare", "save", "save-as",
+  /// "save-all", "replace-left", "replace-right", "switch", "export", "offer" to save; "type-left" and
+  /// "type-right"; and what EditRun::press() knows.
+  std::string act(std::string_view steps, std::deque<Answer> answers = {}) {
+    window.answers = std::move(answers);
+    take(steps);
+    return said();
+  }
+  void take(std::string_view steps) {
+    constexpr std::pair<std::string_view, void (*)(SessionRun&)> known[] = {
+        {"compare",
+         [](SessionRun& r) { r.session.compare(), r.isComparing() ? r.finish(WorkEnd::done) : void(); }},
+        {"save", [](SessionRun& r) { r.session.save(); }},
+        {"save-as", [](SessionRun& r) { r.session.saveAs(); }},
+        {"save-all", [](SessionRun& r) { r.session.saveAll(); }},
+        {"replace-left", [](SessionRun& r) { r.session.replace(0); }},
+        {"replace-right", [](SessionRun& r) { r.session.replace(1); }},
+        {"switch", [](SessionRun& r) { r.session.switchSides(); }},
+        {"export", [](SessionRun& r) { r.session.exportResults(); }},
+        {"offer", [](SessionRun& r) { r.session.offerToSave(); }},
+        {"type-left", [](SessionRun& r) { r.type(0); }},
+        {"type-right", [](SessionRun& r) { r.type(1); }}};
+    for (size_t end; !steps.empty(); steps.remove_prefix(std::min(end, steps.size() - 1) + 1)) {
+      end = steps.find(' ');
+      const std::string_view step = steps.substr(0, end);
+      const auto found = std::ranges::find(known, step, [](const auto& each) { return each.first; });
+      found != std::end(known) ? found->second(*this) : edits.press(step);
+    }
+  }
+  /// Both files, each with "*" after it where its side differs from it.
+  std::string saved() { return left() + (isModified(0) ? "*|" : "|") + right() + (isModified(1) ? "*" : ""); }
   const std::string& contents(const std::string& path) { return files.files[path].contents; }
   const std::string& left() { return contents("C:\\l.txt"); }
   const std::string& right() { return contents("C:\\r.txt"); }
