@@ -1,7 +1,11 @@
-#include "base/paths.h"
+// Paths, and the command line that names them.
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
+#include "base/argument_list.h"
+#include "base/paths.h"
 #include "base/temp_files.h"
 #include "tests/support/memory_files.h"
 
@@ -40,6 +44,28 @@ TEST(TempFiles, TheFirstFreeNameIsTaken) {
             joinPath("C:\\t", "cmp-00042.tmp"));
   EXPECT_EQ(MakeTempFileName(files, joinPath("C:", "") + kPathSeparator, "x", [] { return 5u; }),
             joinPath("C:", "x00005.tmp"));
+}
+
+TEST(ArgumentList, ArgumentsArePartedAsTheSystemPartsThem) {
+  const std::pair<const char*, std::vector<std::string>> cases[] = {
+      {" \t ", {}},
+      {"a b\tc", {"a", "b", "c"}},
+      {R"("C:\a b\c.txt"  "d")", {R"(C:\a b\c.txt)", "d"}},
+      {R"(C:\dir\ "C:\dir\\" x)", {R"(C:\dir\)", R"(C:\dir\)", "x"}},
+      {R"("a\"b" c\"d)", {R"(a"b)", R"(c"d)"}},
+      {R"("a\\\"b" \\\\server)", {R"(a\"b)", R"(\\\\server)"}},
+      {R"(a" b"c "d""e f")", {"a bc", R"(d"e f)"}},
+      {R"("" x "")", {"", "x", ""}},
+      {R"("open end\)", {R"(open end\)"}},
+  };
+  for (const auto& [line, arguments] : cases) EXPECT_EQ(splitArguments(line), arguments) << line;
+}
+
+TEST(ArgumentList, TheProgramsNameIsLeftOut) {
+  for (const char* const line : {"\"C:\\a b\\x.exe\" c", "x.exe c", "\"C:\\dir\\\" c"}) {
+    EXPECT_EQ(splitArguments(withoutProgramName(line)), std::vector<std::string>{"c"}) << line;
+  }
+  EXPECT_EQ(withoutProgramName("x.exe"), "");
 }
 
 }  // namespace

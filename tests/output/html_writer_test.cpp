@@ -95,19 +95,6 @@ TEST(HtmlWriter, NumbersAreAsWideAsTheRowCountAndFillersHaveNone) {
   EXPECT_THAT(cells(pageOf(modelOf("="), "", "", options)), ElementsAre("&nbsp;", "&nbsp;"));
 }
 
-TEST(HtmlWriter, IsWholeOrNotThere) {
-  const DiffModel model = modelOf("=!");
-  const WrittenComparison comparison = {model, {{"left", "x\nx\n"}, {"right", "x\nx\n"}}, {}};
-  MemoryFiles files;
-  const uint32_t steps = failEachStep(
-      files, 77, [&] { return exportComparison(files, "page", writeHtml, comparison, {}); },
-      [&](SystemError error) {
-        EXPECT_EQ(error, 77u);
-        EXPECT_TRUE(files.files.empty());
-      });
-  EXPECT_EQ(steps, 3u) << "creating, writing and committing";
-}
-
 TEST(HtmlText, EveryKindOfCharacter) {
   const struct {
     std::string_view line;
