@@ -22,6 +22,14 @@ inline uint32_t utf8Length(std::string_view text) {
   return malformed ? 1 : length;
 }
 
+/// The code point of a well-formed sequence, all of the text.
+inline char32_t utf8CodePoint(std::string_view sequence) {
+  const auto lead = static_cast<uint8_t>(sequence[0]);
+  char32_t code = sequence.size() == 1 ? lead : lead & (0x7Fu >> sequence.size());
+  for (const char c : sequence.substr(1)) code = code << 6 | (static_cast<uint8_t>(c) & 0x3F);
+  return code;
+}
+
 /// Whether all of a text is well-formed UTF-8.
 inline bool isUtf8(std::string_view text) {
   while (!text.empty()) {

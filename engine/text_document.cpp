@@ -10,6 +10,7 @@
 #include "base/paths.h"
 #include "base/side_by_side.h"
 #include "base/system_error.h"
+#include "base/utf8.h"
 
 namespace merivane {
 
@@ -25,13 +26,31 @@ const char* lineEndKindName(LineEndKind kind) {
   return "???";
 }
 
+namespace {
+
+/// Whether these last bytes of a sample are the start of a character.
+bool isCutCharacter(std::string_view bytes) {
+  // What may follow depends on the first byte, but for each one of these does.
+  return std::ranges::any_of(std::string_view("\x80\xBF"), [bytes](char next) {
+    return utf8Length(std::string(bytes) + std::string(3, next)) > bytes.size();
+  });
+}
+
+}  // namespace
+
 bool isBinary(std::string_view sample) {
   sample = sample.substr(0, kBinarySampleSize);
-  const auto notText = [](char c) {
-    return static_cast<signed char>(c) < 32 && c != '\r' && c != '\n' && c != '\t';
-  };
-  const auto count = std::count_if(sample.begin(), sample.end(), notText);
-  return sample.size() < 10 * static_cast<size_t>(count);
+  size_t notText = 0;
+  for (size_t at = 0; at < sample.size();) {
+    const std::string_view rest = sample.substr(at);
+    const uint32_t length = utf8Length(rest);
+    at += length;
+    const char c = rest[0];
+    if (length > 1 || static_cast<signed char>(c) >= 32 || c == '\r' || c == '\n' || c == '\t') continue;
+    if (sample.size() == kBinarySampleSize && rest.size() < 4 && isCutCharacter(rest)) break;
+    ++notText;
+  }
+  return sample.size() < 10 * notText;
 }
 
 LineEndKind detectLineEndKind(std::string_view sample) {
@@ -141,14 +160,18 @@ class StoppableFile final : public InputFile {
  public:
   StoppableFile(InputFile& file, const AbortFlag* abort) : file_(file), abort_(abort) {}
 
+  /// Whether all that was read is ASCII. A piece is looked at as long as it is in the processor's cache.
+  bool isAscii() const { return isAscii_; }
+
   SystemError read(char* bytes, uint32_t wanted, uint32_t& got) override {
-    constexpr uint32_t atOnce = 1 << 22;
+    constexpr uint32_t atOnce = 1 << 18;
     got = 0;
     while (got < wanted) {
       if (isRaised(abort_)) return notEnoughStorage();
       const uint32_t piece = std::min(wanted - got, atOnce);
       uint32_t gotOfPiece = 0;
       const SystemError error = file_.read(bytes + got, piece, gotOfPiece);
+      isAscii_ = isAscii_ && merivane::isAscii({bytes + got, gotOfPiece});
       got += gotOfPiece;
       if (error != 0 || gotOfPiece < piece) return error;
     }
@@ -160,6 +183,7 @@ class StoppableFile final : public InputFile {
  private:
   InputFile& file_;
   const AbortFlag* const abort_;
+  bool isAscii_ = true;
 };
 
 /// One side on its way from a path to a document.
@@ -168,7 +192,9 @@ struct Loading {
   ByteArray bytes;
   FileStamp stamp;
   LineEndKind lineEndKind = LineEndKind::lf;
+  TextEncoding encoding = TextEncoding::ascii;
   bool mixedLineEnds = false;
+  bool binary = false;
   SystemError error = 0;
 
   void readSample(FileSystem& files, const std::string& path) {
@@ -182,17 +208,41 @@ struct Loading {
     uint32_t got = 0;
     error = file->read(bytes.data(), kBinarySampleSize, got);
     bytes.truncate(got);
+    if (error != 0) return;
+    encoding = encodingByMark(bytes.view());
+    if (!isUtf16(encoding)) binary = isBinary(bytes.view());
+    dropMark();
   }
 
   void readRest(const AbortFlag* abort) {
+    bool beyondAscii = !isAscii(bytes.view());
     if (error == 0) {
       StoppableFile stoppable(*file, abort);
       error = readToEnd(stoppable, bytes);
+      beyondAscii = beyondAscii || !stoppable.isAscii();
     }
     file.reset();
-    if (error != 0) return;
+    if (error == 0) decode(beyondAscii, abort);
+    if (error != 0 || binary) return;
     lineEndKind = detectLineEndKind(bytes.view());
     mixedLineEnds = convertFromFile(bytes, lineEndKind, abort);
+  }
+
+ private:
+  /// While only the sample has been read there is little to move.
+  void dropMark() {
+    const auto mark = static_cast<uint32_t>(byteOrderMark(encoding).size());
+    if (mark == 0) return;
+    std::memmove(bytes.data(), bytes.data() + mark, bytes.size() - mark);
+    bytes.truncate(bytes.size() - mark);
+  }
+
+  void decode(bool beyondAscii, const AbortFlag* abort) {
+    if (beyondAscii && encoding == TextEncoding::ascii) encoding = detectEncoding(bytes.view(), abort);
+    if (!isUtf16(encoding)) return;
+    const Decoded decoded = decodeUtf16(bytes.view(), encoding, bytes, abort);
+    if (decoded == Decoded::outOfMemory) error = notEnoughStorage();
+    binary = decoded == Decoded::malformed || isBinary(bytes.view());
   }
 };
 
@@ -209,7 +259,7 @@ Outcome load(FileSystem& files, const std::string (&paths)[2], TextDocument (&do
   Loading loading[2];
   for (const int side : {0, 1}) {
     loading[side].readSample(files, paths[side]);
-    if (loading[side].error == 0 && isBinary(loading[side].bytes.view())) return {binary[side]};
+    if (loading[side].binary) return {binary[side]};
   }
   for (Loading& side : loading) {
     if (side.error == 0 && side.file->size() > ByteArray::maxSize) side.error = kFileTooLarge;
@@ -219,10 +269,14 @@ Outcome load(FileSystem& files, const std::string (&paths)[2], TextDocument (&do
   forBothSides(loading[0].stamp.size + loading[1].stamp.size,
                [&](int side) { loading[side].readRest(abort); });
   if (isRaised(abort)) return {Result::cancelled};
+  for (const int side : {0, 1}) {
+    if (loading[side].binary) return {binary[side]};  // UTF-16, which is known only now
+  }
   TextDocument loaded[2];
   for (const int side : {0, 1}) {
     if (loading[side].error != 0) return {unreadable[side], loading[side].error};
     loaded[side].lineEndKind = loading[side].lineEndKind;
+    loaded[side].encoding = loading[side].encoding;
     loaded[side].mixedLineEnds = loading[side].mixedLineEnds;
     loaded[side].stamp = loading[side].stamp;
     loaded[side].readOnly = !files.isWritable(paths[side]);

@@ -8,6 +8,7 @@
 #include "base/byte_array.h"
 #include "base/file_system.h"
 #include "base/result.h"
+#include "engine/text_encoding.h"
 
 namespace merivane {
 
@@ -17,10 +18,12 @@ enum class LineEndKind : int32_t { lf = 0, crLf = 1, cr = 2 };
 const char* lineEndKindName(LineEndKind kind);
 
 /// A file's text as it was read. In memory LF is the only line end, whatever the file had; the last line need
-/// not have one. Bytes are single-byte characters and are never decoded.
+/// not have one. A byte order mark is not part of the text, and UTF-16 has become UTF-8; all other bytes are
+/// the file's.
 struct TextDocument {
   ByteArray text;
   LineEndKind lineEndKind = LineEndKind::crLf;
+  TextEncoding encoding = TextEncoding::ascii;
   bool mixedLineEnds = false;  // the file has others as well, which saving makes the document's kind
   bool readOnly = false;       // the file exists but may not be opened for writing
   FileStamp stamp;             // the file's before it was read
@@ -29,7 +32,8 @@ struct TextDocument {
 constexpr uint32_t kBinarySampleSize = 1024;
 constexpr uint32_t kLineEndSampleSize = 65536;
 
-/// Whether more than a tenth of a file's first kBinarySampleSize bytes are not text.
+/// Whether more than a tenth of a file's first kBinarySampleSize bytes are not text. Those of well-formed
+/// UTF-8 are, also where the sample ends within a character.
 bool isBinary(std::string_view sample);
 
 /// Returns the kind of which there are most among the first line ends of a file's first kLineEndSampleSize

@@ -69,6 +69,7 @@ bool travel(ViewState& view, UndoHistory& history, UndoRecord& record, const Byt
 }  // namespace
 
 bool performEdit(ViewState& view, UndoHistory& history, Edit&& edit) {
+  const bool beyondAscii = !isAscii(edit.inserted.view());
   UndoRecord record;
   record.activeSide = view.activeSide();
   record.side = edit.side;
@@ -80,6 +81,8 @@ bool performEdit(ViewState& view, UndoHistory& history, Edit&& edit) {
       !replace(view, record, record.removed, record.inserted, edit.from, record.after)) {
     return reportFailure(view);
   }
+  TextEncoding& encoding = view.file(edit.side).encoding;
+  if (beyondAscii) encoding = encodingBeyondAscii(encoding, view.file(1 - edit.side).encoding);
   step(view, history, edit.side, [&] { history.push(std::move(record)); });
   return true;
 }

@@ -15,6 +15,7 @@ namespace merivane {
 struct EditedFile {
   TextBuffer text;
   LineEndKind lineEndKind = LineEndKind::crLf;
+  TextEncoding encoding = TextEncoding::ascii;
   bool mixedLineEnds = false;  // in the file; saving makes them all of the kind
   bool readOnly = false;
   FileStamp stamp;   // the file's when it was loaded or saved
@@ -36,9 +37,9 @@ struct EditedPair {
   }
 };
 
-/// Writes a text with its kind of line ends to a file, from then on the text's own: path and stamp are the
-/// file's, and the side can be written. Returns 0 or the error, notEnoughStorage() when memory ran out; both
-/// files are then as they were. Telling the history is the caller's.
+/// Writes a text with its kind of line ends and its encoding to a file, from then on the text's own: path and
+/// stamp are the file's, and the side can be written. Returns 0 or the error, notEnoughStorage() when memory
+/// ran out; both files are then as they were. Telling the history is the caller's.
 SystemError saveFile(FileSystem& files, const std::string& path, EditedFile& file);
 
 /// Whether a file has been written by somebody else since it had this stamp, so that saving would undo that.

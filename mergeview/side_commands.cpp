@@ -23,6 +23,7 @@ bool compare(ViewState& view, int left, int right, DiffModel& model) {
 bool copyOtherSide(ViewState& view, int side, SideCopy& copy) {
   const int source = 1 - side;
   copy.file.lineEndKind = view.file(source).lineEndKind;
+  copy.file.encoding = view.file(source).encoding;
   return copy.file.text.copyFrom(view.text(source)) && compare(view, source, source, copy.model);
 }
 

@@ -30,6 +30,7 @@ void ViewState::take(FileComparison&& comparison, std::array<std::string, 2>&& p
     EditedFile& edited = file(side);
     edited.text.take(std::move(document.text));
     edited.lineEndKind = document.lineEndKind;
+    edited.encoding = document.encoding;
     edited.mixedLineEnds = document.mixedLineEnds;
     edited.readOnly = document.readOnly;
     edited.stamp = document.stamp;

@@ -90,10 +90,7 @@ void appendHtmlName(std::string& html, std::string_view name) {
     if (length == 1) {
       html += name[0];
     } else {
-      uint32_t codePoint = static_cast<uint8_t>(name[0]) & (0x7Fu >> length);
-      for (const char c : name.substr(1, length - 1))
-        codePoint = codePoint << 6 | (static_cast<uint8_t>(c) & 0x3F);
-      html += "&#" + std::to_string(codePoint) + ';';
+      html += "&#" + std::to_string(uint32_t{utf8CodePoint(name.substr(0, length))}) + ';';
     }
     name.remove_prefix(length);
   }

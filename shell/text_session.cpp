@@ -60,7 +60,8 @@ std::string TextSession::lineEndText() const {
   const auto kind = [this](int side) -> std::string {
     const EditedFile& file = view_.file(side);
     const char* const name = lineEndKindName(file.lineEndKind);
-    return file.mixedLineEnds ? formatMessage(TextId::mixedLineEnds, {name}) : name;
+    return withEncoding(file.mixedLineEnds ? formatMessage(TextId::mixedLineEnds, {name}) : name,
+                        file.encoding);
   };
   return kind(0) + ", " + kind(1);
 }

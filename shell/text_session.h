@@ -71,7 +71,7 @@ class TextSession {
   /// The options are no longer those that the shown comparison was made under.
   bool optionsChanged() const { return shown_ && world_.settings.compareOptions() != madeUnder_; }
 
-  /// "DOS mixed, UNIX", where saving the left file makes all its line ends the same, and
+  /// "DOS mixed, UNIX UTF-8", where saving the left file makes all its line ends the same, and
   /// "Diffs: 4, Lines: 11"; empty while no comparison is shown.
   std::string lineEndText() const;
   std::string differencesText() const;

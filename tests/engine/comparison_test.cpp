@@ -112,6 +112,8 @@ class ComparisonOfFiles : public testing::Test {
   ComparisonOfFiles() {
     files_.files["text"].contents = "left\r\nlines\r\n";
     files_.files["binary"].contents = "\1\2\3";
+    files_.files["half a pair"].contents = std::string("\xFF\xFE\x3D\xD8", 4);
+    files_.files["UTF-16 of control characters"].contents = std::string("\xFE\xFF\0\1\0\2", 6);
     files_.files["pipe"] = {std::string(5000, 'x') + "\n" + std::string(70000, 'y'), false, FileKind::other};
     files_.files["folder"].kind = FileKind::folder;
     files_.files["large"].contents = "some text\n";
@@ -145,6 +147,8 @@ TEST_F(ComparisonOfFiles, StopsAtTheFirstCheckThatFails) {
       {"binary", "a:b", Result::rightPathInvalid, "The right" + invalid},
       {"binary", "missing", Result::leftBinary, "The left" + binary},
       {"missing", "binary", Result::rightBinary, "The right" + binary},
+      {"text", "half a pair", Result::rightBinary, "The right" + binary},
+      {"UTF-16 of control characters", "half a pair", Result::leftBinary, "The left" + binary},
       {"missing", "missing", Result::leftUnreadable, "Cannot load left" + missing},
       {"text", "folder", Result::rightUnreadable,
        "Cannot load right" + reason + systemErrorText(MemoryFiles::denied)},

@@ -25,6 +25,15 @@ TEST(BinaryTest, IsMoreThanATenthOfTheSample) {
     EXPECT_TRUE(isBinary(sample(103, c, 1024)));
     EXPECT_FALSE(isBinary(sample(102, c, 1024) + std::string(9000, c))) << "only the sample counts";
   }
+  // UTF-8 is text, also where the sample ends within a character, but not cut off within it.
+  for (const std::string_view c :
+       {"\xC3\xA9", "\xE0\xA4\xA4", "\xED\x9F\xBF", "\xF0\x9F\x98\x80", "\xF4\x8F\xBF\xBF"}) {
+    for (size_t cut = 0; cut < c.size(); ++cut) {
+      const std::string file = std::string(cut, 'a') + repeated(c, 1024);
+      EXPECT_FALSE(isBinary(file));
+      EXPECT_TRUE(isBinary(file.substr(0, cut + c.size() - 1)));
+    }
+  }
   for (const char c : {' ', '\t', '\n', '\r', '\x7f'}) EXPECT_FALSE(isBinary(sample(1024, c, 1024)));
 }
 
@@ -82,6 +91,58 @@ TEST(LineEnds, AreLfInMemoryAndComeBackInTheFile) {
       }
     }
   }
+}
+
+TEST(Encoding, IsToldFromTheMarkAndAllOfTheText) {
+  using enum TextEncoding;
+  const std::string ascii200(200, 'a');
+  const std::pair<std::string, TextEncoding> cases[] = {
+      {"", ascii},
+      {ascii200, ascii},
+      {ascii200 + "\xC3\xA9" + ascii200, utf8},
+      {repeated("\xE4\xB8\xAD", 400000) + "\xF0\x9F\x98\x80", utf8},  // characters across every block
+      {repeated("\xE4\xB8\xAD", 400000) + "\xE9", singleByte},
+      {ascii200 + "\xE9", singleByte},
+      {"\xC3\xA9\xC3", singleByte},
+      {"\xED\xA0\x80", singleByte},  // a surrogate
+  };
+  for (const auto& [text, encoding] : cases) {
+    EXPECT_EQ(detectEncoding(text), encoding) << text.substr(0, 10);
+    EXPECT_EQ(isAscii(text), encoding == ascii);
+  }
+  for (const auto encoding : {utf8Marked, utf16Le, utf16Be}) {
+    EXPECT_EQ(encodingByMark(std::string(byteOrderMark(encoding)) + "a"), encoding);
+    EXPECT_EQ(encodingByMark(byteOrderMark(encoding).substr(1)), ascii);
+    for (const auto own : {utf8, utf16Be}) EXPECT_EQ(encodingBeyondAscii(own, encoding), own);
+    EXPECT_EQ(encodingBeyondAscii(ascii, encoding), utf8);
+  }
+  EXPECT_EQ(encodingBeyondAscii(ascii, singleByte), singleByte);
+  EXPECT_EQ(encodingBeyondAscii(singleByte, utf8), singleByte);
+}
+
+TEST(Encoding, Utf16IsDecodedWhereThatLosesNothing) {
+  // Random units, nearly all of them in or around surrogate pairs.
+  Random random(5);
+  ByteArray text, units;
+  for (int round = 0; round < 20000; ++round) {
+    const std::string bytes = random.text(std::string_view("\0a\xD8\xDC\xDF\xE0\x07\x08", 8), 7);
+    bool whole = bytes.size() % 2 == 0, high = false;
+    for (size_t at = 0; whole && at < bytes.size(); at += 2) {
+      const bool low = (bytes[at] & 0xFC) == 0xDC;
+      whole = low == high;
+      high = (bytes[at] & 0xFC) == 0xD8;
+    }
+    whole = whole && !high;
+    ASSERT_EQ(decodeUtf16(bytes, TextEncoding::utf16Be, text), whole ? Decoded::whole : Decoded::malformed);
+    if (!whole) continue;
+    ASSERT_TRUE(encodeUtf16(text.view(), TextEncoding::utf16Be, units));
+    ASSERT_EQ(units.view(), bytes);
+  }
+  // A pair across the blocks that are decoded at once.
+  const std::string large = "a" + std::string((1 << 20) - 3, '\0') + "\xD8\x3D\xDE\x01";
+  ASSERT_EQ(decodeUtf16(large, TextEncoding::utf16Be, text), Decoded::whole);
+  ASSERT_TRUE(encodeUtf16(text.view(), TextEncoding::utf16Be, units));
+  ASSERT_EQ(units.view(), large);
 }
 
 }  // namespace

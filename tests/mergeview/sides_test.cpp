@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "mergeview/edit.h"
 #include "mergeview/edited_file.h"
 #include "mergeview/side_commands.h"
 #include "tests/support/edit_run.h"
@@ -78,6 +79,51 @@ TEST_F(EditedFileTest, WhatWasNotEditedComesBackByteForByte) {
   load("a\r\nb\r\nc\nd");
   EXPECT_EQ(save(files), 0u);
   EXPECT_EQ(file.contents, "a\r\nb\r\nc\r\nd");
+}
+
+TEST_F(EditedFileTest, ComesBackInItsEncodingAndTakesWhatIsInserted) {
+  using enum TextEncoding;
+  const struct {
+    TextEncoding encoding;
+    std::string_view contents, inserted, saved;
+    TextEncoding then;
+  } cases[] = {
+      {ascii, "a\r\nb", "x", "xa\r\nb", ascii},
+      {ascii, "a\r\nb", "\xC3\xA9",
+       "\xC3\xA9"
+       "a\r\nb",
+       utf8},
+      {utf8, "\xD0\x96\r\nb", "x", "x\xD0\x96\r\nb", utf8},
+      {singleByte, "a dozen cafes: caf\xE9", "\xC3\xA9",
+       "\xC3\xA9"
+       "a dozen cafes: caf\xE9",
+       singleByte},
+      {utf8Marked, "\xEF\xBB\xBF", "x", "\xEF\xBB\xBFx", utf8Marked},
+      {utf8Marked, "\xEF\xBB\xBF\xEF\xBB\xBF\xFFtwice", "x", "\xEF\xBB\xBFx\xEF\xBB\xBF\xFFtwice",
+       utf8Marked},
+      {utf16Le,
+       {"\xFF\xFE\x3D\xD8\0\xDE\r\0\n\0", 10},
+       "\xD0\x96\xE9",
+       {"\xFF\xFE\x16\x04\xE9\0\x3D\xD8\0\xDE\r\0\n\0", 14},
+       utf16Le},
+      {utf16Be,
+       {"\xFE\xFF\0a\xFE\xFF", 6},
+       "\xED\xA0\x80",
+       {"\xFE\xFF\0\xED\0\xA0\x20\xAC\0a\xFE\xFF", 12},
+       utf16Be},
+  };
+  for (const auto& c : cases) {
+    load(std::string(c.contents));
+    EXPECT_EQ(edited.encoding, c.encoding);
+    EXPECT_EQ(save(files), 0u);
+    EXPECT_EQ(file.contents, c.contents);
+    Edit edit;
+    edit.from = {0, run.view().rowCount()};
+    ASSERT_TRUE(edit.inserted.assign(c.inserted) && performEdit(run.view(), run.history(), std::move(edit)));
+    EXPECT_EQ(save(files), 0u);
+    EXPECT_EQ(file.contents, c.saved);
+    EXPECT_EQ(edited.encoding, c.then);
+  }
 }
 
 TEST_F(EditedFileTest, AFailedSaveLeavesTheFileWholeAndASideKnowsItsFileAgain) {
