@@ -10,8 +10,8 @@ bool IsFolder(const std::string& path) { return systemFiles().kind(path) == File
 
 bool sameFile(FileSystem& files, const std::string& a, const std::string& b) {
   const FileIdentity identity = files.identity(a);
-  if (identity.known) return identity == files.identity(b);
-  return !files.identity(b).known && files.absolute(a) == files.absolute(b);
+  if (identity.known()) return identity == files.identity(b);
+  return !files.identity(b).known() && files.absolute(a) == files.absolute(b);
 }
 
 SystemError replaceFile(FileSystem& files, const std::string& path, std::string_view contents) {

@@ -18,8 +18,8 @@ enum class FileKind : uint8_t { none, file, folder, other };
 struct FileIdentity {
   uint64_t volume = 0;
   uint64_t index = 0;
-  bool known = false;
 
+  bool known() const { return volume != 0 || index != 0; }  // or there is nothing
   bool operator==(const FileIdentity&) const = default;
 };
 

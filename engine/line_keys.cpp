@@ -1,5 +1,6 @@
 #include "engine/line_keys.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 
@@ -44,98 +45,122 @@ uint64_t lineFeedsAt(const char* from) {
   return bits;
 }
 
-/// Calls `visit` with the place after every LF. Returns false when aborted.
+/// Calls `visit` with the place after every LF.
 template <typename Visit>
-bool forEachLineEnd(std::string_view text, const AbortFlag* abort, Visit visit) {
+void forEachLineEnd(std::string_view text, Visit visit) {
   const char* from = text.data();
   const char* const end = from + text.size();
-  for (uint32_t turn = 0; from + kAtOnce <= end; from += kAtOnce) {
-    if (turn++ % 64 == 0 && isRaised(abort)) return false;
+  for (; end - from >= static_cast<ptrdiff_t>(kAtOnce); from += kAtOnce) {
     for (uint64_t found = lineFeedsAt(from); found != 0; found &= found - 1)
       visit(from + std::countr_zero(found) + 1);
   }
   for (; from < end; ++from) {
     if (*from == '\n') visit(from + 1);
   }
-  return true;
 }
 
-/// Computes the key of a line without its LF under the options, from one piece of it after another.
-class NormalisedKey {
- public:
-  explicit NormalisedKey(const CompareOptions& options) : options_(options) {}
-
-  void add(const char* from, const char* end) {
-    const uint32_t blanks = options_.ignoreBlanks;
-    for (; from < end; ++from) {
-      char c = *from;
-      if (isBlank(c)) {
-        if (blanks & kIgnoreAllBlanks) continue;
-        if ((blanks & kIgnoreBlanksAtStart) && atLineStart_) continue;
-        if (!inBlankRun_) {
-          inBlankRun_ = true;
-          keyBeforeRun_ = key_;
-          if (blanks & kIgnoreMultipleBlanks) c = ' ';
-        } else if (blanks & kIgnoreMultipleBlanks) {
-          continue;
-        }
-      } else {
-        inBlankRun_ = false;
-        atLineStart_ = false;
-      }
-      key_ = key_ * kBase + value(options_.ignoreCase ? foldCase(c) : c);
-    }
+/// Calls `visit` with one piece of a text after the other, with a look at the flag before each. Returns false
+/// when aborted.
+template <typename Visit>
+bool forEachPiece(std::string_view text, const AbortFlag* abort, Visit visit) {
+  constexpr size_t size = 1 << 20;
+  for (; !text.empty(); text.remove_prefix(std::min(size, text.size()))) {
+    if (isRaised(abort)) return false;
+    visit(text.substr(0, size));
   }
-
-  uint32_t key() const {
-    return (options_.ignoreBlanks & kIgnoreBlanksAtEnd) && inBlankRun_ ? keyBeforeRun_ : key_;
-  }
-
- private:
-  const CompareOptions options_;
-  uint32_t key_ = 0;
-  uint32_t keyBeforeRun_ = 0;
-  bool inBlankRun_ = false;
-  bool atLineStart_ = true;
-};
-
-/// Long lines are read in pieces of so many bytes, with a look at the flag after each.
-constexpr ptrdiff_t kPiece = 1 << 20;
-
-uint32_t keyOf(const char* readable, const char* line, const char* end, const CompareOptions& options,
-               const AbortFlag* abort) {
-  if (options.comparesBytes()) {
-    uint32_t key = 0;
-    for (; end - line > kPiece && !isRaised(abort); line += kPiece)
-      key = plainKey(key, readable, line, line + kPiece);
-    return end - line > kPiece ? key : plainKey(key, readable, line, end);
-  }
-  const bool terminated = line < end && end[-1] == '\n';
-  if (terminated) --end;
-  NormalisedKey key(options);
-  for (; end - line > kPiece && !isRaised(abort); line += kPiece) key.add(line, line + kPiece);
-  if (end - line <= kPiece) key.add(line, end);
-  return terminated ? key.key() * kBase + '\n' : key.key();
+  return true;
 }
 
 }  // namespace
 
+/// Calls `visit` with the place after every LF of the piece and the key of the line that it ends.
+template <typename Visit>
+void LineKeys::forEachLine(std::string_view piece, Visit visit) {
+  const char* const begin = piece.data();
+  const char* line = begin;
+  forEachLineEnd(piece, [&](const char* next) {
+    addToLine(begin, line, next - 1);
+    visit(next, lineKey() * kBase + '\n');
+    beginLine();
+    line = next;
+  });
+  addToLine(begin, line, begin + piece.size());
+}
+
+void LineKeys::add(std::string_view piece, std::vector<uint32_t>& keys) {
+  forEachLine(piece, [&keys](const char*, uint32_t key) { keys.push_back(key); });
+}
+
+void LineKeys::end(std::vector<uint32_t>& keys) {
+  if (isEmpty_) return;
+  keys.push_back(lineKey());
+  beginLine();
+}
+
+void LineKeys::beginLine() {
+  key_ = 0;
+  inBlankRun_ = false;
+  onlyBlanks_ = isEmpty_ = true;
+}
+
+/// The key of what there is of the line, without an LF.
+uint32_t LineKeys::lineKey() const {
+  return (options_.ignoreBlanks & kIgnoreBlanksAtEnd) && inBlankRun_ ? keyBeforeRun_ : key_;
+}
+
+/// The bytes from `readable` to `from` are not part of what is added, but may be read.
+void LineKeys::addToLine(const char* readable, const char* from, const char* end) {
+  if (from == end) return;
+  isEmpty_ = false;
+  if (options_.comparesBytes()) {
+    key_ = plainKey(key_, readable, from, end);
+  } else {
+    addNormalised(from, end);
+  }
+}
+
+void LineKeys::addNormalised(const char* from, const char* end) {
+  const uint32_t blanks = options_.ignoreBlanks;
+  for (; from < end; ++from) {
+    char c = *from;
+    if (isBlank(c)) {
+      if (blanks & kIgnoreAllBlanks) continue;
+      if ((blanks & kIgnoreBlanksAtStart) && onlyBlanks_) continue;
+      if (!inBlankRun_) {
+        inBlankRun_ = true;
+        keyBeforeRun_ = key_;
+        if (blanks & kIgnoreMultipleBlanks) c = ' ';
+      } else if (blanks & kIgnoreMultipleBlanks) {
+        continue;
+      }
+    } else {
+      inBlankRun_ = false;
+      onlyBlanks_ = false;
+    }
+    key_ = key_ * kBase + value(options_.ignoreCase ? foldCase(c) : c);
+  }
+}
+
 LineTable tableLines(std::string_view text, const CompareOptions& options, const AbortFlag* abort) {
   LineTable table;
   size_t lines = !text.empty() && text.back() != '\n';
-  if (!forEachLineEnd(text, abort, [&lines](const char*) { ++lines; })) return table;
+  const auto count = [&lines](std::string_view piece) {
+    forEachLineEnd(piece, [&lines](const char*) { ++lines; });
+  };
+  if (!forEachPiece(text, abort, count)) return table;
   table.keys.reserve(lines);
   table.starts.reserve(lines + 1);
   table.starts.push_back(0);
   const char* const begin = text.data();
-  const char* const end = begin + text.size();
-  const char* line = begin;
-  const auto addLine = [&](const char* next) {
-    table.keys.push_back(keyOf(begin, line, next, options, abort));
+  LineKeys keys(options);
+  const auto addLine = [&](const char* next, uint32_t key) {
+    table.keys.push_back(key);
     table.starts.push_back(static_cast<uint32_t>(next - begin));
-    line = next;
   };
-  if (forEachLineEnd(text, abort, addLine) && line < end) addLine(end);
+  const auto addPiece = [&](std::string_view piece) { keys.forEachLine(piece, addLine); };
+  if (!forEachPiece(text, abort, addPiece)) return table;
+  keys.end(table.keys);
+  if (table.starts.back() < text.size()) table.starts.push_back(static_cast<uint32_t>(text.size()));
   return table;
 }
 

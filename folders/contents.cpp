@@ -2,9 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
-
-#include "engine/line_keys.h"
 
 namespace merivane {
 namespace {
@@ -12,19 +9,23 @@ namespace {
 constexpr uint32_t kBlock = 1 << 17;
 static_assert(kBlock >= kLineEndSampleSize && kBlock >= kBinarySampleSize);
 
-/// The place after the last line end from `from` on; 0 for none there.
-uint32_t endOfLines(std::string_view bytes, uint32_t from, LineEndKind kind) {
-  const std::string_view fresh = bytes.substr(from);
-  const size_t last = kind == LineEndKind::cr ? fresh.find_last_of("\r\n") : fresh.rfind('\n');
-  return last == std::string_view::npos ? 0 : from + static_cast<uint32_t>(last + 1);
+/// The place after the last line end; 0 for none.
+size_t endOfLines(std::string_view bytes, LineEndKind kind) {
+  return 1 + (kind == LineEndKind::cr ? bytes.find_last_of("\r\n") : bytes.rfind('\n'));
 }
 
 }  // namespace
 
-void ContentsComparison::Side::drop(uint32_t count) {
-  // Nothing goes while a long line is read; the rest is not to be copied for each of its blocks.
-  if (count != 0 && count < filled) std::memmove(bytes.data(), bytes.data() + count, filled - count);
-  filled -= count;
+/// All but a CR at the end, of which it takes the next byte to know whether it is a line end or half of one.
+std::string_view ContentsComparison::Side::wholeCharacters() const {
+  std::string_view bytes = view();
+  if (!atEnd && bytes.ends_with('\r')) bytes.remove_suffix(1);
+  return bytes;
+}
+
+void ContentsComparison::Side::drop(size_t count) {
+  if (count < filled) std::memmove(block.data(), block.data() + count, filled - count);
+  filled -= static_cast<uint32_t>(count);
   fresh = 0;
 }
 
@@ -42,18 +43,17 @@ bool ContentsComparison::open(const std::string (&paths)[2], PairState& state) {
   return true;
 }
 
-/// Reads so many bytes of a side, or all that are left, after those it has.
-bool ContentsComparison::readSide(int side, uint32_t count, PairState& state) {
+/// Fills a side's block, or reads all that is left.
+bool ContentsComparison::readSide(int side, PairState& state) {
   Side& from = sides_[side];
-  const uint64_t wanted = uint64_t{from.filled} + count;
-  const uint64_t roomy = std::max(wanted, std::min(wanted * 2, ByteArray::maxSize));
-  if (from.bytes.size() < wanted && !from.bytes.resize(from.filled == 0 ? wanted : roomy)) {
+  if (from.block.size() == 0 && !from.block.allocate(kBlock)) {
     state.cannotCompare(NotCompared::outOfMemory, side, notEnoughStorage());
     return false;
   }
+  const uint32_t count = kBlock - from.filled;
   uint32_t got = 0;
   from.fresh = from.filled;
-  const SystemError error = from.file->read(from.bytes.data() + from.filled, count, got);
+  const SystemError error = from.file->read(from.block.data() + from.filled, count, got);
   if (error != 0) {
     state.cannotCompare(reasonFor(error), side, error);
     return false;
@@ -64,20 +64,20 @@ bool ContentsComparison::readSide(int side, uint32_t count, PairState& state) {
   return true;
 }
 
-bool ContentsComparison::read(uint32_t count, PairState& state) {
-  return !isRaised(abort_) && readSide(0, count, state) && readSide(1, count, state);
+bool ContentsComparison::read(PairState& state) {
+  return !isRaised(abort_) && readSide(0, state) && readSide(1, state);
 }
 
 bool ContentsComparison::sameBytes() const {
   const Side& a = sides_[0];
   const Side& b = sides_[1];
   return a.filled == b.filled &&
-         std::memcmp(a.bytes.data() + a.fresh, b.bytes.data() + b.fresh, a.filled - a.fresh) == 0;
+         std::memcmp(a.block.data() + a.fresh, b.block.data() + b.fresh, a.filled - a.fresh) == 0;
 }
 
 void ContentsComparison::compareBytes(const std::string (&paths)[2], PairState& state) {
   if (!open(paths, state)) return;
-  while (read(kBlock, state)) {
+  while (read(state)) {
     if (!sameBytes()) {
       state.add(kContents);
       return;
@@ -89,7 +89,7 @@ void ContentsComparison::compareBytes(const std::string (&paths)[2], PairState& 
 
 void ContentsComparison::compareTexts(const std::string (&paths)[2], const CompareOptions& options,
                                       PairState& state) {
-  if (!open(paths, state) || !read(kBlock, state)) return;
+  if (!open(paths, state) || !read(state)) return;
   if (sides_[0].atEnd && sameBytes()) return;
   int binary = -1;
   for (const int side : {1, 0}) {
@@ -97,32 +97,37 @@ void ContentsComparison::compareTexts(const std::string (&paths)[2], const Compa
     if (isBinary(sample)) binary = side;
     kinds_[side] = detectLineEndKind(sample);
   }
-  // As long as both are alike they have one kind of line ends.
+  // As long as both are alike they have one kind of line ends, and one key of the line that has only begun.
+  LineKeys line(options);
+  std::vector<uint32_t> none;
   while (sameBytes()) {
     if (sides_[0].atEnd) return;
-    for (Side& side : sides_) {
-      // A line that has only begun is compared as a whole.
-      side.drop(binary >= 0 ? side.filled : endOfLines(side.view(), side.fresh, kinds_[0]));
+    const std::string_view bytes = sides_[0].wholeCharacters();
+    if (binary < 0) {
+      const size_t begun = endOfLines(bytes, kinds_[0]);
+      if (begun > 0) line = LineKeys(options);
+      line.add(bytes.substr(begun), none);
     }
-    if (!read(kBlock, state)) return;
+    for (Side& side : sides_) side.drop(bytes.size());
+    if (!read(state)) return;
   }
   if (binary >= 0) {
     state.cannotCompare(NotCompared::binary, binary);
   } else {
-    compareLines(options, state);
+    compareLines(line, state);
   }
 }
 
-/// Compares what is left of both files, from the beginning of a line on.
-void ContentsComparison::compareLines(const CompareOptions& options, PairState& state) {
+/// Compares what is left of both files, from where both have come to in a line.
+void ContentsComparison::compareLines(const LineKeys& begun, PairState& state) {
+  LineKeys lines[2] = {begun, begun};
   std::vector<uint32_t> keys[2];
   size_t at[2] = {0, 0};
-  for (Side& side : sides_) side.fresh = 0;
   for (;;) {
     for (const int side : {0, 1}) {
       if (at[side] < keys[side].size()) continue;
       at[side] = 0;
-      if (!readLines(side, options, keys[side], state)) return;
+      if (!readLines(side, lines[side], keys[side], state)) return;
     }
     const size_t count = std::min(keys[0].size() - at[0], keys[1].size() - at[1]);
     if (count == 0) {
@@ -140,23 +145,22 @@ void ContentsComparison::compareLines(const CompareOptions& options, PairState& 
 }
 
 /// The keys of a side's next lines; none at its end.
-bool ContentsComparison::readLines(int index, const CompareOptions& options, std::vector<uint32_t>& keys,
-                                   PairState& state) {
+bool ContentsComparison::readLines(int index, LineKeys& line, std::vector<uint32_t>& keys, PairState& state) {
   Side& side = sides_[index];
-  uint32_t end = endOfLines(side.view(), side.fresh, kinds_[index]);
-  while (end == 0 && !side.atEnd) {
-    if (isRaised(abort_) || !readSide(index, kBlock, state)) return false;
-    end = endOfLines(side.view(), side.fresh, kinds_[index]);
+  keys.clear();
+  for (;;) {
+    if (isRaised(abort_)) return false;
+    if (!lines_.assign(side.wholeCharacters())) {
+      state.cannotCompare(NotCompared::outOfMemory, index, notEnoughStorage());
+      return false;
+    }
+    side.drop(lines_.size());
+    convertFromFile(lines_, kinds_[index]);
+    line.add(lines_.view(), keys);
+    if (side.atEnd) line.end(keys);
+    if (side.atEnd || !keys.empty()) return true;
+    if (!readSide(index, state)) return false;
   }
-  if (end == 0) end = side.filled;
-  if (!lines_.assign(side.view().substr(0, end))) {
-    state.cannotCompare(NotCompared::outOfMemory, index, notEnoughStorage());
-    return false;
-  }
-  side.drop(end);
-  convertFromFile(lines_, kinds_[index], abort_);
-  keys = std::move(tableLines(lines_.view(), options, abort_).keys);
-  return !isRaised(abort_);
 }
 
 }  // namespace merivane

@@ -10,6 +10,7 @@
 #include "base/byte_array.h"
 #include "base/file_system.h"
 #include "engine/compare_options.h"
+#include "engine/line_keys.h"
 #include "engine/text_document.h"
 #include "folders/entry_comparison.h"
 #include "folders/folder_progress.h"
@@ -30,27 +31,28 @@ class ContentsComparison {
 
   /// As texts, line by line under the options and without regard to the kind of line ends. Files with the
   /// same bytes are the same under all options; of others, those of which one is binary count as equal and
-  /// are marked. Holds a block of each file and what its longest line takes.
+  /// are marked. Holds a block of each file, however long its lines are.
   void compareTexts(const std::string (&paths)[2], const CompareOptions& options, PairState& state);
 
  private:
   struct Side {
     std::unique_ptr<InputFile> file;
-    ByteArray bytes;
-    uint32_t filled = 0;  // how many of the bytes count,
+    ByteArray block;      // room for one
+    uint32_t filled = 0;  // how many bytes of it count,
     uint32_t fresh = 0;   // and from which on they have not been looked at
     bool atEnd = false;
 
-    std::string_view view() const { return {bytes.data(), filled}; }
-    void drop(uint32_t count);
+    std::string_view view() const { return {block.data(), filled}; }
+    std::string_view wholeCharacters() const;
+    void drop(size_t count);
   };
 
   bool open(const std::string (&paths)[2], PairState& state);
-  bool read(uint32_t count, PairState& state);
-  bool readSide(int side, uint32_t count, PairState& state);
+  bool read(PairState& state);
+  bool readSide(int side, PairState& state);
   bool sameBytes() const;
-  void compareLines(const CompareOptions& options, PairState& state);
-  bool readLines(int side, const CompareOptions& options, std::vector<uint32_t>& keys, PairState& state);
+  void compareLines(const LineKeys& before, PairState& state);
+  bool readLines(int side, LineKeys& line, std::vector<uint32_t>& keys, PairState& state);
 
   FileSystem& files_;
   const AbortFlag* const abort_;

@@ -74,7 +74,7 @@ bool needsReading(const ListedEntry& oldEntry, const ListedEntry& newEntry, cons
   if (oldEntry.kind != FileKind::file || newEntry.kind != FileKind::file) return false;
   if (oldEntry.error != 0 || newEntry.error != 0) return false;
   // One file with two names, as backups made of hard links have it.
-  return !oldEntry.identity.known || oldEntry.identity != newEntry.identity;
+  return !oldEntry.identity.known() || oldEntry.identity != newEntry.identity;
 }
 
 }  // namespace merivane

@@ -12,11 +12,11 @@ namespace merivane {
 /// another look at them; what that does not tell, the contents, is added by others.
 struct PairState {
   uint16_t differences = 0;
-  bool changed = false;  // apart from the new one's own attributes, which are no difference by themselves
   NotCompared notCompared = NotCompared::nothing;
-  bool toldBelow = false;  // a folder's reason has its trouble in the level below already
-  uint8_t side = 0;        // on which it could not be compared
-  SystemError error = 0;   // goes with some reasons
+  bool changed : 1 = false;  // apart from the new one's own attributes, which are no difference by themselves
+  bool toldBelow : 1 = false;  // a folder's reason has its trouble in the level below already
+  uint8_t side : 1 = 0;        // on which it could not be compared
+  SystemError error = 0;       // goes with some reasons
 
   void add(Difference difference) {
     differences |= difference;
@@ -26,7 +26,7 @@ struct PairState {
   void cannotCompare(NotCompared reason, int onSide, SystemError why = 0) {
     if (notCompared != NotCompared::nothing) return;
     notCompared = reason;
-    side = static_cast<uint8_t>(onSide);
+    side = onSide & 1;
     error = why;
   }
 };

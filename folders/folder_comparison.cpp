@@ -223,7 +223,7 @@ class FolderRun {
   /// Whether a link to a folder leads to one of those that it is in.
   bool leadsBack(const Level& parent, uint32_t pair, int side) {
     const FileIdentity target = files_.identity(joinPath(paths_[side], parent.entryName(pair, side)));
-    if (!target.known) return false;
+    if (!target.known()) return false;
     for (const Level* level = &parent; level != nullptr; level = level->parent.get()) {
       if (files_.identity(joinPath(paths_[side], level->names[side])) == target) return true;
     }
@@ -250,16 +250,22 @@ class FolderRun {
   /// False when aborted.
   bool collect(Level& top, FolderComparison& comparison) {
     for (int category = 0; category < kFolderCategories; ++category) {
-      std::vector<const FolderEntry*> sorted;
-      for (const EntryBatch& batch : top.batches) {
-        for (const FolderEntry& entry : batch.entries[category]) sorted.push_back(&entry);
-      }
-      if (!sortEntries(sorted, abort_)) return false;
+      size_t count = 0;
+      for (const EntryBatch& batch : top.batches) count += batch.entries[category].size();
       std::vector<FolderEntry>& entries = comparison.entries[category];
-      entries.reserve(sorted.size());
-      if (!forEach<size_t>(0, sorted.size(), abort_, [&](size_t i) { entries.push_back(*sorted[i]); }))
-        return false;
-      for (EntryBatch& batch : top.batches) std::vector<FolderEntry>().swap(batch.entries[category]);
+      for (EntryBatch& batch : top.batches) {
+        if (isRaised(abort_)) return false;
+        std::vector<FolderEntry> own;
+        own.swap(batch.entries[category]);
+        if (entries.empty()) {
+          // A large folder's alone stay where they are.
+          entries.swap(own);
+          entries.reserve(count);
+        } else {
+          entries.insert(entries.end(), own.begin(), own.end());
+        }
+      }
+      if (!sortEntries(entries, abort_)) return false;
     }
     for (EntryBatch& batch : top.batches) comparison.names.push_back(std::move(batch.names));
     comparison.notCompared = std::move(top.troubles);

@@ -41,7 +41,7 @@ class Walk {
 
   bool leadsBack(const std::string& name) {
     const FileIdentity target = files_.identity(joinPath(top_, name));
-    for (std::string above = name; target.known && !above.empty();) {
+    for (std::string above = name; target.known() && !above.empty();) {
       const size_t end = above.rfind(kPathSeparator);
       above.resize(end == std::string::npos ? 0 : end);
       if (files_.identity(joinPath(top_, above)) == target) return true;

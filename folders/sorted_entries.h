@@ -7,8 +7,8 @@
 
 namespace merivane {
 
-/// Puts entries into the order of comesBefore(), looking at the flag every so often. False when it was
-/// raised; they are then in any order. Throws std::bad_alloc.
-bool sortEntries(std::vector<const FolderEntry*>& entries, const AbortFlag* abort);
+/// Puts entries into the order of comesBefore(), with room for two pointers an entry besides, and looks at
+/// the flag every so often. False when it was raised; they then mean nothing. Throws std::bad_alloc.
+bool sortEntries(std::vector<FolderEntry>& entries, const AbortFlag* abort);
 
 }  // namespace merivane

@@ -82,7 +82,7 @@ class PosixFileSystem final : public FileSystem {
   FileIdentity identity(const std::string& path) override {
     struct stat status;
     if (::stat(path.c_str(), &status) != 0) return {};
-    return {static_cast<uint64_t>(status.st_dev), static_cast<uint64_t>(status.st_ino), true};
+    return {static_cast<uint64_t>(status.st_dev), static_cast<uint64_t>(status.st_ino)};
   }
 
   std::string absolute(const std::string& path) override {

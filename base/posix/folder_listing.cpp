@@ -36,7 +36,7 @@ void fill(const struct stat& status, ListedEntry& entry) {
   entry.kind = kindOf(status.st_mode);
   entry.size = entry.kind == FileKind::file ? static_cast<uint64_t>(status.st_size) : 0;
   entry.modified = status.st_mtim.tv_sec;
-  entry.identity = {static_cast<uint64_t>(status.st_dev), static_cast<uint64_t>(status.st_ino), true};
+  entry.identity = {static_cast<uint64_t>(status.st_dev), static_cast<uint64_t>(status.st_ino)};
   entry.isReadOnly = (status.st_mode & S_IWUSR) == 0;
 }
 

@@ -115,7 +115,7 @@ class WindowsFileSystem final : public FileSystem {
     BY_HANDLE_FILE_INFORMATION found;
     if (!file.valid() || !GetFileInformationByHandle(file.get(), &found)) return {};
     const uint64_t index = joined(found.nFileIndexHigh, found.nFileIndexLow);
-    return {found.dwVolumeSerialNumber, index != 0 ? index : numberOfName(file.get()), true};
+    return {found.dwVolumeSerialNumber, index != 0 ? index : numberOfName(file.get())};
   }
 
   std::string absolute(const std::string& path) override {

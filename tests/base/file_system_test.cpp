@@ -249,10 +249,10 @@ TEST_F(SystemFilesTest, ListsAFolderInOneGo) {
   EXPECT_EQ(facts("locked"), "file 0 read-only");
   EXPECT_EQ(facts("sub"), "folder 0");
   const FileIdentity file = files_.identity(at("a b"));
-  EXPECT_TRUE(file.known);
+  EXPECT_TRUE(file.known());
   EXPECT_EQ(file, files_.identity(at("sub/../a b")));
   EXPECT_NE(file, files_.identity(at("locked")));
-  EXPECT_FALSE(files_.identity(at("missing")).known);
+  EXPECT_FALSE(files_.identity(at("missing")).known());
   EXPECT_EQ(files_.list(at("sub"), nullptr, listing), 0);
   EXPECT_EQ(listing.size(), 0u);
   for (const std::string& nothing : {at("missing"), at("a b")}) {

@@ -69,6 +69,15 @@ TEST(LineTables, HoldEveryLinesStartAndKeyUnderAllOptions) {
       }
       ASSERT_EQ(table.starts.size(), table.keys.size() + 1);
       ASSERT_EQ(table.starts.back(), text.size());
+      LineKeys pieces(optionsOf(bits));
+      std::vector<uint32_t> keys;
+      for (size_t begin = 0; begin < text.size();) {
+        const std::string piece = text.substr(begin, random.below(20));
+        pieces.add(piece, keys);
+        begin += piece.size();
+      }
+      pieces.end(keys);
+      ASSERT_EQ(keys, table.keys) << testing::PrintToString(text) << bits;
     }
   }
 }

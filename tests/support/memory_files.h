@@ -61,7 +61,7 @@ class MemoryFiles final : public FileSystem {
     const auto other = otherNames.find(path);
     const std::string& name = other == otherNames.end() ? path : other->second;
     if (!files.contains(name)) return {};
-    return {1, static_cast<uint64_t>(std::distance(files.begin(), files.find(name))), true};
+    return {1, static_cast<uint64_t>(std::distance(files.begin(), files.find(name)))};
   }
   /// Plain names are completed by the current folder.
   std::string absolute(const std::string& path) override {

@@ -19,7 +19,8 @@ MemoryFiles::File randomFile(Random& random) {
                                   std::string("\0\1\3binary", 9),
                                   std::string(70'000, 'x') + "\nend\n",
                                   std::string(70'000, 'x') + "\nEnd\n",
-                                  std::string(140'000, 'x') + " \n" + std::string(140'000, 'y')};
+                                  std::string(131'071, 'x') + "\r\n" + std::string(140'000, 'y'),
+                                  std::string(131'071, 'x') + "\n" + std::string(140'000, 'y') + '\r'};
   MemoryFiles::File file;
   file.contents = contents[random.below(random.below(8) == 0 ? std::size(contents) : 9)];
   return file;
