@@ -83,7 +83,9 @@ LRESULT TextView::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_MOUSEHWHEEL: onMouseHWheel(pixelOf(HIWORD(wParam))); return TRUE;
     case WM_LBUTTONDOWN: onButtonDown(pointOf(lParam)); return 0;
     case WM_RBUTTONDOWN: onRightButtonDown(pointOf(lParam)); return 0;
-    case WM_MOUSEMOVE: onMouseMove(pointOf(lParam)); return 0;
+    case WM_MOUSEMOVE:
+      if ((wParam & MK_LBUTTON) != 0) onMouseMove(pointOf(lParam));
+      return 0;
     case WM_LBUTTONUP: endDrag(); return 0;
     case WM_CAPTURECHANGED: endDrag(); return 0;
     case WM_TIMER: wParam == kMarksTimer ? findMarks() : onDragTimer(); return 0;

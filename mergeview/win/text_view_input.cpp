@@ -191,7 +191,7 @@ void TextView::onDragTimer() {
   ScreenToClient(handle(), &at);
   const PaneEdges& pane = state_.pane(state_.activeSide());
   const RECT inside = {pane.paneLeft, 0, pane.paneRight, state_.height()};
-  if (drag_ == Drag::selection && !PtInRect(&inside, at)) mouse_.drag(at.x, at.y);
+  if (isKeyDown(VK_LBUTTON) && !PtInRect(&inside, at)) mouse_.drag(at.x, at.y);
 }
 
 void TextView::beginDrag(Drag drag) {

@@ -30,6 +30,9 @@ class GuiTest : public testing::Test {
   void quit(const TextWindow& window);
 
   std::unique_ptr<Program> program_;
+
+ private:
+  UINT doubleClickTime_ = 0;
 };
 
 /// Keys come as from the keyboard, to whatever window is in front. The mouse comes by message, straight to a
