@@ -145,19 +145,13 @@ TEST_F(SystemFilesTest, ReplacesFilesWholeOrLeavesThem) {
   EXPECT_EQ(filesThere(), 3) << "nothing is left beside";
 
   const std::string target = at("old");
-  failEachAllocation([&] { put("old", "earlier"); },
-                     [&] {
-                       try {
-                         return replaceFile(files_, target, "other");
-                       } catch (const std::bad_alloc&) {
-                         return notEnoughStorage();
-                       }
-                     },
+  failEachAllocation([&] { put("old", "earlier"); }, [&] { return replaceFile(files_, target, "other"); },
                      [&](SystemError error) {
                        EXPECT_NE(error, 0u);
                        EXPECT_EQ(contents("old"), "earlier");
                        EXPECT_EQ(filesThere(), 3);
-                     });
+                     },
+                     notEnoughStorage());
 }
 
 TEST_F(SystemFilesTest, DoesNotReplaceALockedFile) {

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <new>
+#include <optional>
+#include <type_traits>
 
 namespace merivane {
 
@@ -26,16 +29,24 @@ class AllocationFailure {
 };
 
 /// Runs `operation` over and over, each time with the next of its allocations failing, until it gets by
-/// without that one. `prepare` runs before each time; `check` looks at what each failing run returned.
-template <typename Prepare, typename Operation, typename Check>
-void failEachAllocation(Prepare prepare, Operation operation, Check check) {
+/// without that one. `prepare` runs before each time; `check` looks at what each failing run returned. An
+/// operation may throw std::bad_alloc where it is told what it has then returned.
+template <typename Prepare, typename Operation, typename Check,
+          typename Returned = std::invoke_result_t<Operation>>
+void failEachAllocation(Prepare prepare, Operation operation, Check check,
+                        std::type_identity_t<std::optional<Returned>> whenThrown = {}) {
   for (const auto extent : {AllocationFailure::once, AllocationFailure::fromThenOn}) {
     for (uint32_t failing = 0;; ++failing) {
       prepare();
       AllocationFailure failure(failing, extent);
-      const auto returned = operation();
+      std::optional<Returned> returned;
+      try {
+        returned = operation();
+      } catch (const std::bad_alloc&) {
+        if (!(returned = whenThrown)) throw;
+      }
       if (!failure.end()) break;
-      check(returned);
+      check(*returned);
     }
   }
 }
