@@ -2,6 +2,7 @@
 
 #include <random>
 
+#include "base/win/wide.h"
 #include "tests/win/gui_test.h"
 
 namespace merivane {
@@ -54,18 +55,22 @@ TEST_F(CompareTest, NamesInTheBoxes) {
 }
 
 TEST_F(CompareTest, NamesAreCompletedAndEntered) {
+  // Letters that the system's code page has not, and a sign that takes two units.
+  const std::string name = "\xD0\x9F\xD1\x80\xD0\xB8 \xF0\x9F\x98\x80.txt";
+  const std::string path = writeFile(name, "same\r\n");
   save("LeftFileHistory.count", 1);
-  save("LeftFileHistory.0", one_);
+  save("LeftFileHistory.0", path);
   const TextWindow window = start();
   ASSERT_TRUE(window.activate());
   EXPECT_SOON(program_->focus(), window.nameEdit(0));
-  const std::string begun = one_.substr(0, one_.size() - 3);
+  const std::string begun = path.substr(0, path.size() - name.size());
   type(begun);
-  EXPECT_SOON(window.name(0), one_);
+  EXPECT_SOON(window.name(0), path);
+  EXPECT_SOON(SendMessageW(window.nameEdit(0), EM_GETSEL, 0, 0),
+              MAKELRESULT(begun.size(), wide(path).size()));
   press(VK_BACK);
   EXPECT_SOON(window.name(0), begun) << "only what was completed, and not again";
-  type("t");
-  EXPECT_SOON(window.name(0), one_);
+  window.setNames(path, "");
   SendMessageA(window.nameBox(0), CB_SHOWDROPDOWN, TRUE, 0);
   press(VK_ESCAPE);  // closes no more than the list
   EXPECT_SOON(SendMessageA(window.nameBox(0), CB_GETDROPPEDSTATE, 0, 0), FALSE);
@@ -73,8 +78,37 @@ TEST_F(CompareTest, NamesAreCompletedAndEntered) {
   EXPECT_SOON(program_->focus(), window.nameEdit(1)) << "a name is still to come";
   type(two_);
   press(VK_RETURN);
-  EXPECT_SOON(window.title(), "Merivane - [one.txt, two.txt]");
+  EXPECT_SOON(window.title(), "Merivane - [" + name + ", two.txt]");
   EXPECT_EQ(window.compared(), "Diffs: 1, Lines: 2");
+}
+
+TEST_F(CompareTest, NamesOutsideTheCodePageKeepTheirFile) {
+  // The code page has a letter like the first.
+  const std::string name = "\xC5\x81odz.txt", like = writeFile("Lodz.txt", "not this one");
+  const std::string path = writeFile(name, "1\r\nalone\r\n2\r\n"),
+                    other = writeFile("right.txt", "1\r\n2\r\n");
+  const TextWindow window = startWith(path, other);
+  EXPECT_EQ(window.title(), "Merivane - [" + name + ", right.txt]");
+  EXPECT_EQ(window.name(0), path);
+  press(VK_F8);
+  press(VK_DELETE, {VK_CONTROL});
+  EXPECT_SOON(window.title(), "Merivane - [" + name + "*, right.txt]");
+  window.run(Command::saveAll);
+  EXPECT_SOON(window.title(), "Merivane - [" + name + ", right.txt]");
+  EXPECT_EQ(readFile(path), "1\r\n2\r\n");
+  window.setNames("", other);
+  window.drop(window.nameBox(0), {5, 5}, {path});
+  EXPECT_SOON(window.name(0), path);
+  window.setNames("", other);
+  window.run(Command::browseLeftFile);
+  const HWND dialog = program_->dialog("Choose Left File");
+  ASSERT_NE(dialog, nullptr);
+  SendDlgItemMessageW(dialog, 0x47C, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide(path).c_str()));
+  EXPECT_TRUE(pressButton(dialog, IDOK));
+  EXPECT_SOON(window.name(0), path);
+  quit(window);
+  EXPECT_EQ(saved("LeftFileHistory.0") + saved("LeftFile.text"), path + path);
+  EXPECT_EQ(readFile(like), "not this one");
 }
 
 TEST_F(CompareTest, DroppedFiles) {
@@ -96,7 +130,7 @@ TEST_F(CompareTest, DroppedFiles) {
   EXPECT_SOON(static_cast<size_t>(LOWORD(SendMessageA(window.nameEdit(1), EM_GETSEL, 0, 0))), one_.size());
 }
 
-TEST_F(CompareTest, LongComparisonIsGivenUpAtOnce) {
+TEST_F(CompareTest, AWindowThatWaitsTakesNothingButCancellingAndClosing) {
   // Lines of few kinds in an order of their own: nothing can be told about such a pair in a hurry.
   std::mt19937 random;
   const auto shuffledLines = [&] {
@@ -107,6 +141,15 @@ TEST_F(CompareTest, LongComparisonIsGivenUpAtOnce) {
   const TextWindow window = start(writeFile("1", shuffledLines()) + ' ' + writeFile("2", shuffledLines()));
   const HWND box = program_->dialog("Please wait...");
   EXPECT_FALSE(IsWindowEnabled(window.handle()));
+  const std::string name = window.name(0);
+  window.drop(window.handle(), {50, 200}, {one_});
+  window.drop(window.nameBox(0), {5, 5}, {one_});
+  for (const Command command : {Command::newTextWindow, Command::switchSides, Command::refresh})
+    window.run(command);
+  window.run(Command::firstTextWindow);
+  EXPECT_SOON(GetForegroundWindow(), box) << "its box takes the keyboard";
+  EXPECT_EQ(window.name(0), name);
+  EXPECT_EQ(program_->windows("CompareWindow").size(), 1u);
   const DWORD begin = GetTickCount();
   ASSERT_TRUE(pressButton(box, IDCANCEL));
   EXPECT_EQ(program_->answerMessage(), "Operation aborted.");

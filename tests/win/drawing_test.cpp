@@ -61,17 +61,6 @@ TEST_F(DrawingTest, EveryRowOnBothSides) {
   EXPECT_SOON(pictureOfClient(window.view()).shows(0xC0DCC0 ^ 0xFFFFFF, 2 * height_, 3 * height_), true);
 }
 
-TEST_F(DrawingTest, ReadOnlyFilesAreGreyAndArrowsCanBeTurnedOff) {
-  save("DrawArrows", "false");
-  SetFileAttributesA(left_.c_str(), FILE_ATTRIBUTE_READONLY);
-  const TextWindow window = startWithPair();
-  SetFileAttributesA(left_.c_str(), FILE_ATTRIBUTE_NORMAL);
-  EXPECT_SOON(rowsAt(window.view(), 2), "..f.ff.f.");
-  const Picture picture = pictureOfClient(window.view());
-  EXPECT_TRUE(picture.shows(0x606060, 2 * height_, 3 * height_)) << "on the left alone";
-  EXPECT_FALSE(picture.shows(0x606060, 4 * height_, 6 * height_)) << "on the right alone";
-}
-
 TEST_F(DrawingTest, SummaryHasABandForEachDifference) {
   const TextWindow window = startWithPair();
   RECT bar = {};
