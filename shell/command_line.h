@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/file_system.h"
+#include "shell/given_side.h"
 #include "shell/window_kind.h"
 
 namespace merivane {
@@ -12,7 +13,7 @@ namespace merivane {
 struct StartAction {
   enum class Kind {
     emptyTextWindow,
-    onePath,   // paths[0] goes into the left box; nothing to compare yet
+    onePath,   // sides[0] goes into the left box; nothing to compare yet
     twoPaths,  // compared at once
     notFound,  // both go into the boxes, and the message says what is wrong
     refusal,   // the message says what is wrong, and the program ends without a window
@@ -21,11 +22,11 @@ struct StartAction {
 
   Kind kind = Kind::emptyTextWindow;
   WindowKind window = WindowKind::text;  // that the paths go into
-  std::string paths[2];                  // absolute
+  GivenSide sides[2];                    // their paths absolute
   std::string message;
 };
 
-/// Decides what the arguments ask for. "/" and "-" begin an option, unless the argument names a file or
+/// Decides what the arguments ask for. "/", "-" and "--" begin an option, unless the argument names a file or
 /// folder that exists.
 StartAction readArguments(const std::vector<std::string>& arguments, FileSystem& files);
 

@@ -85,6 +85,7 @@ std::string FolderSession::title() const {
   for (const int side : {0, 1}) {
     const std::string name = sideName(side);
     names[side] = canBeFolder(name) ? shownFolderName(name) : text(TextId::noFolder);
+    if (!given_[side].title.empty() && name == given_[side].path) names[side] = given_[side].title;
     if (modified_[side]) names[side] += '*';
   }
   return formatMessage(TextId::windowTitle, {text(TextId::productName), names[0], names[1]});
@@ -164,6 +165,15 @@ void FolderSession::paths(FolderCategory category, uint32_t row, std::string (&p
   }
 }
 
+void FolderSession::sides(FolderCategory category, uint32_t row, GivenSide (&sides)[2]) const {
+  std::string both[2];
+  paths(category, row, both);
+  for (const int side : {0, 1}) {
+    sides[side].path = std::move(both[side]);
+    sides[side].readOnly = readOnly_[side];
+  }
+}
+
 std::string FolderSession::pathsText(FolderCategory category, const RowSelection& selection) const {
   std::string lines;
   for (const uint32_t row : selection.rows()) {
@@ -225,6 +235,11 @@ std::optional<uint32_t> FolderSession::nextChangedFile(uint32_t from, int direct
 
 // Comparing.
 
+void FolderSession::describe(const GivenSide& left, const GivenSide& right) {
+  given_[0] = left;
+  given_[1] = right;
+}
+
 void FolderSession::restoreNames() {
   for (const int side : {0, 1}) {
     host_.setName(side, world_.store.GetString(boxTextKey(kFolderBoxNames[side])).value_or(""));
@@ -285,6 +300,7 @@ void FolderSession::onCompared(Result result, Comparison& comparison) {
     again = again && comparison.paths[side] == paths_[side];
     modified_[side] = false;
     paths_[side].clear();
+    readOnly_[side] = given_[side].readOnly && given_[side].path == comparison.names[side];
   }
   if (succeeded) {
     result_ = std::move(comparison.result);
@@ -318,6 +334,13 @@ void FolderSession::discardOperations() {
 
 // Commands.
 
+/// Whether the menu of a category has a command that changes no read-only folder.
+bool FolderSession::mayDo(FolderCategory category, Command command) const {
+  const EntryOperation operation = operationOf(command);
+  return offers(category, command) && !(readOnly_[0] && changes(operation, 0)) &&
+         !(readOnly_[1] && changes(operation, 1));
+}
+
 FolderSession::RowFacts FolderSession::facts(FolderCategory category, const RowSelection& selection) const {
   RowFacts facts = {selection.rows(), false, false, !selection.isMultiple()};
   const Marks& done = marks(category);
@@ -341,20 +364,23 @@ std::string FolderSession::undoLabel(FolderCategory category, const RowSelection
 std::vector<RowMenuItem> FolderSession::menu(FolderCategory category, const RowSelection& selection) const {
   const RowFacts rows = facts(category, selection);
   std::vector<RowMenuItem> items;
+  const auto separate = [&] {
+    if (!items.empty() && items.back().command) items.push_back({});
+  };
   if (rows.rows.empty()) return items;
   if (rows.canUndo) items.push_back({Command::undo, undoLabel(category, selection)});
-  if (rows.canUndo && rows.canAct) items.push_back({});
+  if (rows.canAct) separate();
   if (rows.canAct) {
     const CategoryMenu& offered = menuOf(category);
     for (const RowCommand& item : offered.items) {
       if (!item.command) {
-        items.push_back({});
-      } else {
+        separate();
+      } else if (mayDo(category, *item.command)) {
         items.push_back({item.command, text(item.label), rows.isSingle && item.command == offered.byDefault});
       }
     }
   }
-  if (!items.empty()) items.push_back({});
+  separate();
   items.push_back({Command::openInApp, text(TextId::openInAppItem)});
   items.push_back({Command::exploreFolder, text(TextId::exploreFolderItem)});
   items.push_back({Command::showProperties, text(TextId::propertiesItem)});
@@ -364,14 +390,15 @@ std::vector<RowMenuItem> FolderSession::menu(FolderCategory category, const RowS
 bool FolderSession::mayRun(Command command, FolderCategory category, const RowSelection& selection) const {
   const RowFacts rows = facts(category, selection);
   if (command == Command::undo) return rows.canUndo;
-  return rows.canAct && offers(category, command);
+  return rows.canAct && mayDo(category, command);
 }
 
 std::optional<Command> FolderSession::defaultCommand(FolderCategory category,
                                                      const RowSelection& selection) const {
   const RowFacts rows = facts(category, selection);
-  if (!rows.canAct || !rows.isSingle) return std::nullopt;
-  return menuOf(category).byDefault;
+  const Command command = menuOf(category).byDefault;
+  if (!rows.canAct || !rows.isSingle || !mayDo(category, command)) return std::nullopt;
+  return command;
 }
 
 std::vector<RowMenuItem> FolderSession::deleteMenu(FolderCategory category,
@@ -395,7 +422,7 @@ void FolderSession::run(Command command, FolderCategory category, const RowSelec
     if (!rows.canUndo) return host_.showStatus(text(TextId::cannotUndo));
     return undoRows(category, rows);
   }
-  if (!offers(category, command)) return host_.showStatus(text(TextId::notForThese));
+  if (!mayDo(category, command)) return host_.showStatus(text(TextId::notForThese));
   if (!rows.canAct) return host_.showStatus(text(TextId::alreadyDone));
   if (command == Command::compareEntries) return compareRows(category, rows);
   operate(operationOf(command), category, rows);
@@ -412,8 +439,8 @@ void FolderSession::compareRows(FolderCategory category, const RowFacts& facts) 
   for (const uint32_t row : facts.rows) {
     if (!isOpen(mark(category, row))) continue;
     markCompared(category, row);
-    std::string both[2];
-    paths(category, row, both);
+    GivenSide both[2];
+    sides(category, row, both);
     host_.openComparison(both, entry(category, row).isFolder, !facts.isSingle);
   }
 }

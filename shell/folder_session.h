@@ -12,6 +12,7 @@
 #include "folders/folder_comparison.h"
 #include "operations/folder_operations.h"
 #include "shell/commands.h"
+#include "shell/given_side.h"
 #include "shell/session_host.h"
 #include "shell/settings.h"
 #include "shell/text_session.h"
@@ -30,7 +31,7 @@ class FolderSessionHost : public virtual SessionHost {
 
   /// Compares two files in a text window, or two folders in a folder window of their own; `several` when
   /// this is one of several calls, each of which is to get a window.
-  virtual void openComparison(const std::string (&paths)[2], bool folders, bool several) = 0;
+  virtual void openComparison(const GivenSide (&sides)[2], bool folders, bool several) = 0;
 };
 
 /// The rows of a list that a command is about: those that are selected, or without any the one with the
@@ -71,7 +72,7 @@ class FolderSession {
   // What the window shows.
 
   /// "Merivane - [old, new*]": the folders' names, a star after one that an operation has changed, "<no
-  /// folder>" for a name that can be none.
+  /// folder>" for a name that can be none. A folder that was described has its title there.
   std::string title() const;
 
   /// The folder that a side shows, else the name in its box; may be empty.
@@ -120,6 +121,9 @@ class FolderSession {
   /// The paths on both sides. Where a side does not have the entry, where it would be.
   void paths(FolderCategory category, uint32_t row, std::string (&paths)[2]) const;
 
+  /// A row as two sides to compare, read-only as their folders are.
+  void sides(FolderCategory category, uint32_t row, GivenSide (&sides)[2]) const;
+
   /// The paths of the rows, a line each, for the clipboard.
   std::string pathsText(FolderCategory category, const RowSelection& selection) const;
 
@@ -139,6 +143,10 @@ class FolderSession {
   std::optional<uint32_t> nextChangedFile(uint32_t from, int direction) const;
 
   // Comparing.
+
+  /// What is said of two folders that are to be compared; it holds for them as long as the session does,
+  /// until two others are described. No command that would change a read-only one is offered.
+  void describe(const GivenSide& left, const GivenSide& right);
 
   /// Puts the names of the last comparison into the boxes.
   void restoreNames();
@@ -194,6 +202,7 @@ class FolderSession {
   const std::vector<FolderEntry>& entries(FolderCategory category) const {
     return result_.category(category);
   }
+  bool mayDo(FolderCategory category, Command command) const;
   RowFacts facts(FolderCategory category, const RowSelection& selection) const;
   bool canBeFolder(const std::string& name) const;
   void onCompared(Result result, Comparison& comparison);
@@ -217,6 +226,8 @@ class FolderSession {
   FolderOptions madeUnder_;  // of what is shown
   bool modified_[2] = {false, false};
   std::string paths_[2];  // the compared folders
+  bool readOnly_[2] = {false, false};
+  GivenSide given_[2];
   FolderComparison result_;
   std::string filterText_;
   Marks marks_[kFolderCategories];

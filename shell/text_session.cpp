@@ -50,6 +50,7 @@ std::string TextSession::title() const {
   for (const int side : {0, 1}) {
     const std::string name = sideName(side);
     names[side] = IsValidFilePath(name) ? FileNamePart(name) : text(TextId::noFile);
+    if (!given_[side].title.empty() && name == given_[side].path) names[side] = given_[side].title;
     if (history_.isModified(side)) names[side] += '*';
   }
   return formatMessage(TextId::windowTitle, {text(TextId::productName), names[0], names[1]});
@@ -78,6 +79,11 @@ std::string TextSession::caretText() const {
 }
 
 // Comparing.
+
+void TextSession::describe(const GivenSide& left, const GivenSide& right) {
+  given_[0] = left;
+  given_[1] = right;
+}
 
 void TextSession::restoreNames() {
   for (const int side : {0, 1}) {
@@ -182,7 +188,11 @@ void TextSession::show(const Outcome& outcome, Comparison& comparison) {
   view_.take(std::move(result), std::move(paths), after);
   view_.setCompareOptions(world_.settings.compareOptions());  // which may be others by now
   if (!succeeded) return;
-  for (const int side : {0, 1}) world_.settings.fileHistory(side).Add(comparison.names[side]);
+  for (const int side : {0, 1}) {
+    if (given_[side].readOnly && given_[side].path == comparison.names[side])
+      view_.file(side).readOnly = true;
+    world_.settings.fileHistory(side).Add(comparison.names[side]);
+  }
 }
 
 // Saving.
@@ -278,6 +288,7 @@ void TextSession::replace(int side) {
 void TextSession::switchSides() {
   const std::string names[2] = {host_.name(0), host_.name(1)};
   if (!merivane::switchSides(view_, history_)) return host_.reportOutOfMemory();
+  std::swap(given_[0], given_[1]);
   for (const int side : {0, 1}) host_.setName(side, names[1 - side]);
 }
 

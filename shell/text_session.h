@@ -9,6 +9,7 @@
 #include "engine/comparison.h"
 #include "mergeview/undo_history.h"
 #include "mergeview/view_state.h"
+#include "shell/given_side.h"
 #include "shell/session_host.h"
 #include "shell/settings.h"
 #include "shell/settings_store.h"
@@ -53,7 +54,8 @@ class TextSession {
   // What the window shows.
 
   /// "Merivane - [a.txt, b.txt*]": the file names without their folders, a star after one with unsaved
-  /// changes, "<no file>" for a name that is no path of a file.
+  /// changes, "<no file>" for a name that is no path of a file. A file that was described has its title
+  /// there.
   std::string title() const;
 
   /// The path that a side was loaded from or saved to, else the name in its box; may be empty.
@@ -80,6 +82,10 @@ class TextSession {
   std::string caretText() const;
 
   // Comparing.
+
+  /// What is said of two files that are to be compared; it holds for them as long as the session does, until
+  /// two others are described.
+  void describe(const GivenSide& left, const GivenSide& right);
 
   /// Puts the names of the last comparison into the boxes.
   void restoreNames();
@@ -153,6 +159,7 @@ class TextSession {
   bool shown_ = false;
   CompareOptions madeUnder_;  // of what is shown
   bool comparing_ = false;
+  GivenSide given_[2];
   std::string exportedTo_;  // the last time
 };
 

@@ -58,13 +58,14 @@ bool Application::InitApplication(const std::vector<std::string>& arguments) {
       return false;
     case StartAction::Kind::refusal: showMessage(nullptr, action.message, MB_OK | MB_ICONERROR); return false;
     case StartAction::Kind::notFound: {
-      const TopLevelWindow* const window = windows.openNew(action.window, action.paths[0], action.paths[1]);
+      const TopLevelWindow* const window = windows.openNew(action.window, action.sides[0], action.sides[1]);
       if (window != nullptr) showMessage(window->handle(), action.message, MB_OK | MB_ICONERROR);
       return window != nullptr;
     }
     case StartAction::Kind::twoPaths:
-      return windows.compare(action.window, nullptr, action.paths[0], action.paths[1], false) != nullptr;
-    case StartAction::Kind::onePath: return windows.openNew(action.window, action.paths[0], "") != nullptr;
+      return windows.compare(action.window, nullptr, action.sides[0], action.sides[1], false) != nullptr;
+    case StartAction::Kind::onePath:
+      return windows.openNew(action.window, action.sides[0], action.sides[1]) != nullptr;
     case StartAction::Kind::emptyTextWindow: return windows.openNew(WindowKind::text) != nullptr;
   }
   return false;

@@ -46,6 +46,7 @@ class CompareWindow final : public TopLevelWindow, private TextViewOwner, privat
   bool optionsChanged() const override { return session_.optionsChanged(); }
   void addFacts(WindowFacts& facts) const override;
   std::function<void()> handlerOf(Command command) override;
+  void describe(const GivenSide& left, const GivenSide& right) override { session_.describe(left, right); }
   void startComparison() override { session_.compare(); }
   bool hasUnsavedChanges() const override { return history_.isModified(0) || history_.isModified(1); }
   void offerToSave() override { session_.offerToSave(); }

@@ -114,9 +114,9 @@ void CompareWindow::compareParents() {
 
 void CompareWindow::compareNextFile(int direction) {
   FolderWindow* const list = dynamic_cast<FolderWindow*>(Window::of(fileList_));
-  std::string paths[2] = {session_.sideName(0), session_.sideName(1)};
-  if (list != nullptr && list->takeNextFile(paths, direction)) {
-    compare(paths[0], paths[1]);
+  GivenSide sides[2] = {session_.sideName(0), session_.sideName(1)};
+  if (list != nullptr && list->takeNextFile(sides, direction)) {
+    compare(sides[0], sides[1]);
   } else {
     showStatus(loadText(TextId::noMoreFiles));
     MessageBeep(MB_OK);

@@ -135,19 +135,19 @@ void FolderWindow::showTabTexts() {
   lists_.setTabTexts(texts);
 }
 
-void FolderWindow::openComparison(const std::string (&paths)[2], bool folders, bool several) {
+void FolderWindow::openComparison(const GivenSide (&sides)[2], bool folders, bool several) {
   OpenWindows& windows = application().windows;
   const WindowKind kind = folders ? WindowKind::folder : WindowKind::text;
   // Folders get a window of their own in any case, or this one would lose its result.
-  TopLevelWindow* const opened = windows.compare(kind, nullptr, paths[0], paths[1], folders || several);
+  TopLevelWindow* const opened = windows.compare(kind, nullptr, sides[0], sides[1], folders || several);
   if (opened != nullptr && !folders) static_cast<CompareWindow*>(opened)->setFileList(handle());
 }
 
-bool FolderWindow::takeNextFile(std::string (&paths)[2], int direction) {
-  const auto row = session_->changedRow(paths);
+bool FolderWindow::takeNextFile(GivenSide (&sides)[2], int direction) {
+  const auto row = session_->changedRow({sides[0].path, sides[1].path});
   const auto next = row ? session_->nextChangedFile(*row, direction) : std::nullopt;
   if (!next) return false;
-  session_->paths(FolderCategory::changed, *next, paths);
+  session_->sides(FolderCategory::changed, *next, sides);
   session_->markCompared(FolderCategory::changed, *next);
   if (category() == FolderCategory::changed) {
     lists_.select({*next});

@@ -29,7 +29,7 @@ class FolderWindow final : public TopLevelWindow, private ResultListsOwner, priv
 
   /// Gives the changed file before (-1) or after (1) two files of this comparison, and marks it as compared.
   /// False when there is none.
-  bool takeNextFile(std::string (&paths)[2], int direction);
+  bool takeNextFile(GivenSide (&sides)[2], int direction);
 
  private:
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -47,6 +47,7 @@ class FolderWindow final : public TopLevelWindow, private ResultListsOwner, priv
   bool optionsChanged() const override { return session_->optionsChanged(); }
   void addFacts(WindowFacts& facts) const override;
   std::function<void()> handlerOf(Command command) override;
+  void describe(const GivenSide& left, const GivenSide& right) override { session_->describe(left, right); }
   void startComparison() override;
   bool hasUnsavedChanges() const override { return false; }
   void offerToSave() override {}
@@ -65,7 +66,7 @@ class FolderWindow final : public TopLevelWindow, private ResultListsOwner, priv
   // What the session asks for.
   void onResult(bool again) override;
   void onMarks(FolderCategory category) override;
-  void openComparison(const std::string (&paths)[2], bool folders, bool several) override;
+  void openComparison(const GivenSide (&sides)[2], bool folders, bool several) override;
 
   // Commands.
   struct Handler {

@@ -41,8 +41,8 @@ TopLevelWindow* OpenWindows::make(WindowKind kind) {
   return made;
 }
 
-TopLevelWindow* OpenWindows::compare(WindowKind kind, TopLevelWindow* target, const std::string& left,
-                                     const std::string& right, bool force) {
+TopLevelWindow* OpenWindows::compare(WindowKind kind, TopLevelWindow* target, const GivenSide& left,
+                                     const GivenSide& right, bool force) {
   std::vector<ListedWindow> listed;
   for (const auto& window : list(kind)) listed.push_back({idOf(*window), window->isFresh()});
   WindowChoice choice;
@@ -64,12 +64,11 @@ TopLevelWindow* OpenWindows::openNew(WindowKind kind) {
   return window;
 }
 
-TopLevelWindow* OpenWindows::openNew(WindowKind kind, const std::string& left, const std::string& right) {
+TopLevelWindow* OpenWindows::openNew(WindowKind kind, const GivenSide& left, const GivenSide& right) {
   TopLevelWindow* const window = make(kind);
   if (window == nullptr) return nullptr;
-  window->setName(0, left);
-  window->setName(1, right);
-  window->focusName(right.empty() ? 1 : 0);
+  window->setSides(left, right);
+  window->focusName(right.path.empty() ? 1 : 0);
   return window;
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "shell/commands.h"
+#include "shell/given_side.h"
 #include "shell/window_kind.h"
 #include "shell/window_list.h"
 
@@ -25,13 +26,13 @@ class OpenWindows {
   /// Compares two files or two folders in the window of that kind that the reuse rules choose, or in a new
   /// one; `target` is the window that was asked, if one was. Returns the window, null when none can be
   /// created or the one chosen is busy.
-  TopLevelWindow* compare(WindowKind kind, TopLevelWindow* target, const std::string& left,
-                          const std::string& right, bool force);
+  TopLevelWindow* compare(WindowKind kind, TopLevelWindow* target, const GivenSide& left,
+                          const GivenSide& right, bool force);
 
   /// Opens a window to name files or folders in: with those of the last comparison, or with these. The
   /// keyboard is in the box where a name is to come. Null when it cannot be created.
   TopLevelWindow* openNew(WindowKind kind);
-  TopLevelWindow* openNew(WindowKind kind, const std::string& left, const std::string& right);
+  TopLevelWindow* openNew(WindowKind kind, const GivenSide& left, const GivenSide& right);
 
   /// Takes a closed window off the list; the last one ends the program. The object goes with the next
   /// forgetClosed(), as one of its own handlers may have closed it.

@@ -172,9 +172,14 @@ void TopLevelWindow::applySettings() {
 
 // Names, focus and keys.
 
-void TopLevelWindow::compare(const std::string& left, const std::string& right) {
-  setName(0, left);
-  setName(1, right);
+void TopLevelWindow::setSides(const GivenSide& left, const GivenSide& right) {
+  describe(left, right);
+  setName(0, left.path);
+  setName(1, right.path);
+}
+
+void TopLevelWindow::compare(const GivenSide& left, const GivenSide& right) {
+  setSides(left, right);
   lastFocus_ = mainControl();
   SetForegroundWindow(handle());
   SetFocus(handle());

@@ -13,6 +13,7 @@
 
 #include "base/win/window.h"
 #include "shell/frame_layout.h"
+#include "shell/given_side.h"
 #include "shell/menu_state.h"
 #include "shell/session_host.h"
 #include "shell/win/control_look.h"
@@ -49,8 +50,9 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
   /// Waits for a comparison: only closing is possible meanwhile.
   bool isBusy() const { return waitDialog_.isBusy(); }
 
-  /// Puts two names into the boxes and compares.
-  void compare(const std::string& left, const std::string& right);
+  /// Puts two names into the boxes, with what is said of them; and compares.
+  void setSides(const GivenSide& left, const GivenSide& right);
+  void compare(const GivenSide& left, const GivenSide& right);
 
   void setName(int side, const std::string& name) override;
 
@@ -116,6 +118,9 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
 
   /// Adds what commands depend on to what is known of every window.
   virtual void addFacts(WindowFacts& facts) const = 0;
+
+  /// Takes what is said of files or folders to compare.
+  virtual void describe(const GivenSide& left, const GivenSide& right) = 0;
 
   /// Has the files or folders compared that the boxes name.
   virtual void startComparison() = 0;

@@ -42,15 +42,23 @@ TEST(CommandLine, WhatIsAskedForIsDoneOrSaid) {
       {{"a", "d"}, "A file cannot be compared with a folder:\na\nd\n\n" + help},
       {{"d", "e"}, "2: C:\\d, C:\\e in a folder window"},
       {{"d"}, "1: C:\\d in a folder window"},
+      {{"/title1", "/x", "a", "--ReadOnly2", "-title2", "", "b"}, "2: C:\\a as /x, C:\\b read-only"},
+      {{"d", "e", "-readonly1", "-title2", "a"}, "2: C:\\d read-only, C:\\e as a in a folder window"},
+      {{"a", "b", "/title2"}, "A name must come after this option:\n/title2\n\n" + help},
+      {{"a", "/title3", "b"}, "Unknown option:\n/title3\n\n" + help},
   };
   const StartAction mistyped = readArguments({"a", "missing"}, files);
   EXPECT_EQ(mistyped.kind, StartAction::Kind::notFound);
-  EXPECT_EQ(mistyped.paths[0] + ", " + mistyped.paths[1], "C:\\a, C:\\missing")
+  EXPECT_EQ(mistyped.sides[0].path + ", " + mistyped.sides[1].path, "C:\\a, C:\\missing")
       << "to be mended in the boxes";
   for (const auto& [arguments, answer] : cases) {
-    const auto [kind, window, paths, message] = readArguments(arguments, files);
-    std::string opens = std::to_string(static_cast<int>(kind)) + ": " + paths[0];
-    if (window == WindowKind::text || !paths[1].empty()) opens += ", " + paths[1];
+    const auto [kind, window, sides, message] = readArguments(arguments, files);
+    const auto shown = [](const GivenSide& side) {
+      return side.path + (side.title.empty() ? "" : " as " + side.title) +
+             (side.readOnly ? " read-only" : "");
+    };
+    std::string opens = std::to_string(static_cast<int>(kind)) + ": " + shown(sides[0]);
+    if (window == WindowKind::text || !sides[1].path.empty()) opens += ", " + shown(sides[1]);
     if (window == WindowKind::folder) opens += " in a folder window";
     EXPECT_EQ(message.empty() ? opens : message, answer);
   }

@@ -20,9 +20,9 @@ class FakeFolderWindow final : public FakeSessionHost, public FolderSessionHost 
   void onMarks(FolderCategory category) override {
     log += "marks " + std::to_string(static_cast<int>(category)) + "\n";
   }
-  void openComparison(const std::string (&paths)[2], bool folders, bool several) override {
-    log += "open " + paths[0] + " " + paths[1] + (folders ? " folders" : "") + (several ? " several" : "") +
-           "\n";
+  void openComparison(const GivenSide (&sides)[2], bool folders, bool several) override {
+    log += "open " + sides[0].path + (sides[0].readOnly ? " read-only " : " ") + sides[1].path +
+           (folders ? " folders" : "") + (several ? " several" : "") + "\n";
   }
 };
 
@@ -163,6 +163,25 @@ TEST_F(FolderSessionTest, TheMenuIsMadeOfWhatTheRowsAllow) {
   EXPECT_EQ(run(Command::deleteOld, onlyOld, {1}),
             "status: Something was done to this entry already. Undo it first.\n");
   EXPECT_EQ(run(Command::copyToOld, onlyOld, {0}), "status: This cannot be done with these entries.\n");
+}
+
+TEST_F(FolderSessionTest, AReadOnlyFolderIsNotChanged) {
+  GivenSide old("O");
+  old.title = "last week";
+  old.readOnly = true;
+  session_.describe(old, std::string("N"));
+  compare();
+  EXPECT_EQ(session_.title(), "Merivane - [last week, N]");
+  EXPECT_EQ(labels(onlyOld, {{0}, 0}), "C&opy to new, -, " + kShellItems);
+  EXPECT_EQ(labels(changed, {{0}, 0}),
+            "Co&mpare... (default), -, C&opy to new, -, D&elete new, -, " + kShellItems);
+  EXPECT_FALSE(session_.defaultCommand(onlyNew, {{0}, 0}));
+  for (const Command command : {Command::copyToOld, Command::deleteOld, Command::deleteBoth}) {
+    EXPECT_EQ(run(command, changed, {0}), "");
+  }
+  EXPECT_EQ(window_.status, "This cannot be done with these entries.");
+  EXPECT_EQ(run(Command::compareEntries, changed, {0}),
+            "marks 2\nopen " + joinPath("O", "a.txt") + " read-only " + joinPath("N", "a.txt") + "\n");
 }
 
 TEST_F(FolderSessionTest, OperationsAndUndoGoThroughTheRows) {

@@ -56,6 +56,29 @@ TEST(TextSession, ComparesTheNamedFilesAndSaysWhatItShows) {
   EXPECT_FALSE(next.session.isFresh());
 }
 
+TEST(TextSession, WhatIsSaidOfAFileGoesWithIt) {
+  SessionRun run;
+  GivenSide left("C:\\l.txt");
+  left.title = "notes (old)";
+  left.readOnly = true;
+  run.session.describe(left, std::string("C:\\r.txt"));
+  EXPECT_EQ(run.session.title(), "Merivane - [notes (old), r.txt]");
+  run.compare();
+  run.session.switchSides();
+  run.compare();
+  EXPECT_EQ(run.session.title(), "Merivane - [r.txt, notes (old)]");
+  run.type(1);
+  EXPECT_FALSE(run.isModified(1));
+  run.type(0);
+  EXPECT_EQ(run.session.title(), "Merivane - [r.txt*, notes (old)]");
+
+  run.window.answers = {no};
+  run.window.names[1] = "C:\\r.txt";
+  run.compare();
+  EXPECT_EQ(run.session.title(), "Merivane - [r.txt, r.txt]");
+  EXPECT_FALSE(run.side(1).readOnly);
+}
+
 using Spoil = void (*)(SessionRun& run);
 
 TEST(TextSession, RefusesNamesWithoutDroppingWhatItShows) {
