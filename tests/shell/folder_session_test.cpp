@@ -177,9 +177,8 @@ TEST_F(FolderSessionTest, AReadOnlyFolderIsNotChanged) {
             "Co&mpare... (default), -, C&opy to new, -, D&elete new, -, " + kShellItems);
   EXPECT_FALSE(session_.defaultCommand(onlyNew, {{0}, 0}));
   for (const Command command : {Command::copyToOld, Command::deleteOld, Command::deleteBoth}) {
-    EXPECT_EQ(run(command, changed, {0}), "");
+    EXPECT_EQ(run(command, changed, {0}), "status: This cannot be done with these entries.\n");
   }
-  EXPECT_EQ(window_.status, "This cannot be done with these entries.");
   EXPECT_EQ(run(Command::compareEntries, changed, {0}),
             "marks 2\nopen " + joinPath("O", "a.txt") + " read-only " + joinPath("N", "a.txt") + "\n");
 }
