@@ -18,7 +18,7 @@ std::vector<DiffArrow> diffArrows(const DiffModel& model, const RowColours& colo
   const auto visible = static_cast<uint32_t>((window.height + window.lineHeight - 1) / window.lineHeight);
   const uint32_t end = std::min(model.rowCount(), window.topRow + visible);
   const auto yOf = [&](uint32_t row) {
-    return static_cast<int32_t>((int64_t{row} - window.topRow) * window.lineHeight);
+    return static_cast<int32_t>(window.top + (int64_t{row} - window.topRow) * window.lineHeight);
   };
   const int32_t middle = (window.left + window.right) / 2;
 

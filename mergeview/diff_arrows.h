@@ -21,13 +21,15 @@ struct DiffArrow {
   Colour colour = 0;
 };
 
-/// What of the view the gap shows: pixels from `left` to `right`, rows from `topRow` down.
+/// What of the view the gap shows: pixels from `left` to `right`, rows from `topRow` down, which begins at
+/// `top`.
 struct GapWindow {
   int32_t left = 0;
   int32_t right = 0;
   int32_t height = 0;
   int32_t lineHeight = 1;
   uint32_t topRow = 0;
+  int32_t top = 0;
 };
 
 /// The arrows of the differences that are in view, from the top; none with arrows turned off.

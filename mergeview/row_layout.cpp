@@ -50,13 +50,14 @@ void layOutRow(const RowSource& source, uint32_t row, const RowWindow& window, R
   layout.background = rowColour(source.options.colours, status, source.side);
   layout.number = rowNumber(model, source.options.lineNumbers, source.side, row);
   const auto& contrast = source.options.highContrast;
-  layout.mark = contrast ? rowMark(status, source.side) : std::string();
+  layout.mark = source.options.rowMarks ? rowMark(status, source.side) : std::string();
   layout.foreground = source.readOnly ? source.options.readOnlyColour : source.options.textColour;
   const bool highlighted = contrast && layout.background == contrast->highlight;
   if (highlighted) layout.foreground = contrast->highlightText;
   layout.text.clear();
   layout.runs.clear();
   layout.textEnd = layout.selectionLeft = layout.selectionRight = 0;
+  layout.cut = false;
   if (fillerSide(status) == source.side) return;
 
   const uint32_t start = model.position(source.side, row);
@@ -101,6 +102,10 @@ void layOutRow(const RowSource& source, uint32_t row, const RowWindow& window, R
     layout.runs.back().right = static_cast<int32_t>(place.x - window.scrollX);
   }
   layout.textEnd = inWindow(place.x);
+  // A line's end that is out of view is no loss.
+  const uint32_t textEnd = end > start && source.text.charAt(end - 1) == '\n' ? end - 1 : end;
+  layout.cut = window.marksCut && (place.position < textEnd ||
+                                   (place.position == textEnd && place.x - window.scrollX > window.width));
   if (selectionBegin < selectionEnd) {
     layout.selectionLeft = selectionLeft;
     layout.selectionRight = selectionRight;

@@ -32,6 +32,7 @@ struct RowLayout {
   std::string text;       // what the runs show
   std::vector<TextRun> runs;
   int32_t textEnd = 0;
+  bool cut = false;           // to be told by a mark at the text area's right: more text lies beyond
   int32_t selectionLeft = 0;  // to be inverted, within the text area; empty when equal
   int32_t selectionRight = 0;
 };
@@ -47,12 +48,13 @@ struct RowSource {
 };
 
 /// The part of a row's text that is in view, in pixels, and the selected positions. An empty selection draws
-/// as none.
+/// as none. What cannot be scrolled into view, as on paper, needs a mark.
 struct RowWindow {
   int64_t scrollX = 0;
   int32_t width = 0;
   uint32_t selectionBegin = 0;
   uint32_t selectionEnd = 0;
+  bool marksCut = false;
 };
 
 /// Lays out what is in view of a row. Reuses the room that `layout` has; throws std::bad_alloc.

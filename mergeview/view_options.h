@@ -23,7 +23,8 @@ struct ViewOptions : RowLook {
   bool syncScroll = true;        // both panes scroll sideways together
   Colour textColour = 0x000000;
   Colour readOnlyColour = 0x606060;            // of the text of a side that may not be edited
-  std::optional<HighContrast> highContrast{};  // while it is on: marks tell the kinds of rows besides colours
+  bool rowMarks = false;                       // before the rows, to tell their kinds where colours do not
+  std::optional<HighContrast> highContrast{};  // while it is on
 
   bool operator==(const ViewOptions&) const = default;
 };

@@ -130,8 +130,7 @@ void ViewState::centreSplit() {
 
 /// Finds the panes' edges, and what is left to scroll to, after anything that they depend on has changed.
 void ViewState::layOut() {
-  const int32_t gutter =
-      gutterWidth(options_.lineNumbers, options_.highContrast.has_value(), rowCount(), font());
+  const int32_t gutter = gutterWidth(options_.lineNumbers, options_.rowMarks, rowCount(), font());
   for (const int side : {0, 1}) {
     const PaneEdges edges = paneEdges(side, splitX(), width_, gutter, font());
     changes_.edges |= edges != panes_[side];

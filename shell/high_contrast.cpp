@@ -16,6 +16,7 @@ void followHighContrast(const HighContrast& system, ViewOptions& options) {
     follow(options.colours.*differing, usual.colours.*differing, system.highlight);
   }
   options.highContrast = system;
+  options.rowMarks = true;
 }
 
 }  // namespace merivane

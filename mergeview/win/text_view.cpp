@@ -7,9 +7,8 @@
 
 #include "base/win/back_buffer.h"
 #include "base/win/messages.h"
-#include "mergeview/diff_arrows.h"
 #include "mergeview/win/clipboard.h"
-#include "mergeview/win/row_painter.h"
+#include "mergeview/win/pane_painter.h"
 
 namespace merivane {
 namespace {
@@ -21,11 +20,6 @@ POINT pointOf(LPARAM lParam) { return {pixelOf(LOWORD(lParam)), pixelOf(HIWORD(l
 constexpr UINT_PTR kMarksTimer = 2;
 constexpr UINT kMarksDelay = 200;  // milliseconds after the last key
 constexpr UINT kMarksFound = WM_APP;
-
-void fill(HDC dc, const RECT& area, Colour colour) {
-  SetBkColor(dc, colour);
-  ExtTextOutA(dc, 0, 0, ETO_OPAQUE, &area, "", 0, nullptr);
-}
 
 }  // namespace
 
@@ -105,44 +99,33 @@ LRESULT TextView::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void TextView::onPaint() {
   const BufferedPaint paint(handle());
-  paintRows(paint.dc(), paint.area());
-  paintGap(paint.dc(), paint.area());
+  PanePainter painter(paint.dc(), fonts_);
+  paintRows(painter, paint.area());
+  paintGap(painter, paint.area());
   if (caretBox_) paintCaretBox(paint.dc());
 }
 
-void TextView::paintRows(HDC dc, const RECT& area) {
+void TextView::paintRows(PanePainter& painter, const RECT& area) {
   const int height = state_.font().lineHeight;
   const auto first = state_.topRow() + static_cast<uint32_t>(area.top / height);
   const auto below = state_.topRow() + static_cast<uint32_t>((area.bottom + height - 1) / height);
   const uint32_t end = std::min(below, state_.rowCount());
-  RowPainter painter(dc, fonts_);
   for (const int side : {0, 1}) {
     const PaneEdges& pane = state_.pane(side);
     if (area.right <= pane.paneLeft || area.left >= pane.paneRight) continue;
-    const RowSource source = state_.source(side);
-    const RowWindow window = state_.window(side);
-    for (uint32_t row = first; row < end; ++row) {
-      painter.paint(source, row, window, pane, static_cast<int>(row - state_.topRow()) * height);
-    }
+    painter.paintRows(state_.source(side), {first, end}, state_.window(side), pane,
+                      static_cast<int>(first - state_.topRow()) * height);
     const auto rowsEnd = static_cast<LONG>(int64_t{end - std::min(end, state_.topRow())} * height);
-    fill(dc, {pane.paneLeft, rowsEnd, pane.paneRight, area.bottom}, state_.options().colours.same);
+    painter.fill({pane.paneLeft, rowsEnd, pane.paneRight, area.bottom}, state_.options().colours.same);
   }
 }
 
-void TextView::paintGap(HDC dc, const RECT& area) {
+void TextView::paintGap(PanePainter& painter, const RECT& area) {
   const GapWindow gap = {state_.pane(0).paneRight, state_.pane(1).paneLeft, state_.height(),
                          state_.font().lineHeight, state_.topRow()};
   if (area.right <= gap.left || area.left >= gap.right) return;
-  fill(dc, {gap.left, area.top, gap.right, area.bottom}, GetSysColor(COLOR_BTNFACE));
-  const SelectedObject pen(dc, GetStockObject(NULL_PEN));
-  for (const DiffArrow& arrow : diffArrows(state_.model(), state_.options().colours, gap)) {
-    const Brush brush(CreateSolidBrush(arrow.colour));
-    const SelectedObject selected(dc, brush.get());
-    std::vector<POINT> corners;
-    // Without a pen a polygon lacks its last column and line.
-    for (const GapPoint& corner : arrow.corners) corners.push_back({corner.x, corner.y});
-    Polygon(dc, corners.data(), static_cast<int>(corners.size()));
-  }
+  painter.fill({gap.left, area.top, gap.right, area.bottom}, GetSysColor(COLOR_BTNFACE));
+  painter.paintArrows(state_.model(), state_.options().colours, gap);
 }
 
 void TextView::paintCaretBox(HDC dc) {

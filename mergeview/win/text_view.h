@@ -13,6 +13,7 @@
 #include "mergeview/mouse_selection.h"
 #include "mergeview/view_host.h"
 #include "mergeview/view_state.h"
+#include "mergeview/win/pane_painter.h"
 #include "mergeview/win/view_fonts.h"
 
 namespace merivane {
@@ -93,8 +94,8 @@ class TextView final : public Window, private ViewHost {
   bool clipboardText(ByteArray& text) override;
   void reportOutOfMemory() override;
 
-  void paintRows(HDC dc, const RECT& area);
-  void paintGap(HDC dc, const RECT& area);
+  void paintRows(PanePainter& painter, const RECT& area);
+  void paintGap(PanePainter& painter, const RECT& area);
   void paintCaretBox(HDC dc);
   void makeCaret();
   void placeCaret();

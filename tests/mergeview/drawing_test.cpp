@@ -122,6 +122,16 @@ TEST(RowLayout, OnlyWhatIsInViewIsLaidOut) {
     EXPECT_EQ(std::pair(layout.selectionLeft, layout.selectionRight), std::pair(left, right))
         << begin << ' ' << scrollX;
   }
+  // What cannot be scrolled to is told, unless it is no more than the line's end.
+  for (const auto& [line, marked] : {std::pair("abcde", false),
+                                     {"abcde\n", false},
+                                     {"abcdef\n", true},
+                                     {"abcd\1", true},
+                                     {"abcd\t\n", true},
+                                     {"\n", false}}) {
+    EXPECT_EQ(layOut(line, {0, 40, 0, 0, true}).cut, marked) << line;
+  }
+  EXPECT_FALSE(layOut("abcdef", {0, 40}).cut);
 }
 
 TEST(LineRuler, PlacesAgreeWithStepsOneByOne) {
