@@ -1,0 +1,174 @@
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "printing/page_geometry.h"
+#include "printing/preview_view.h"
+#include "printing/printed_lines.h"
+#include "tests/support/row_pattern.h"
+
+namespace merivane {
+namespace {
+
+TEST(PageGeometry, FollowsTheDevice) {
+  struct Case {
+    const char* device;
+    int32_t width, height, dpiX, dpiY, lineHeight;
+    PageGeometry page;
+  };
+  const Case cases[] = {
+      {"A4, 96 dpi", 793, 1122, 96, 96, 14, {48, 48, 697, 14, 69, 16, 28, 1010, 1012, 0}},
+      {"A4, laser", 4760, 6814, 600, 600, 83, {300, 300, 4160, 83, 70, 96, 166, 6118, 6131, 6}},
+      {"A4, laser, on its side", 6814, 4760, 600, 600, 83, {300, 300, 6214, 83, 46, 96, 166, 4064, 4077, 6}},
+      {"letter, 300 dpi", 2400, 3150, 300, 300, 42, {150, 150, 2100, 42, 63, 48, 84, 2802, 2808, 3}},
+      {"letter on its side, 1200 dpi, 25 %",
+       12600,
+       9600,
+       1200,
+       1200,
+       42,
+       {600, 600, 11400, 42, 196, 67, 84, 8333, 8358, 12}},
+      {"letter, matrix", 2880, 1935, 360, 180, 26, {180, 90, 2520, 26, 63, 30, 52, 1725, 1729, 3}},
+      {"receipt", 384, 812, 203, 203, 28, {101, 101, 182, 28, 17, 32, 56, 578, 582, 2}},
+      {"label lower than its lines", 600, 400, 300, 300, 120, {150, 150, 300, 120, 1, 126, 240, -26, -20, 3}},
+      {"narrower than its margins", 150, 3000, 300, 300, 42, {150, 150, 1, 42, 60, 48, 84, 2652, 2658, 3}},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(pageGeometry({c.width, c.height, c.dpiX, c.dpiY}, c.lineHeight), c.page) << c.device;
+  }
+}
+
+TEST(PageGeometry, CountsPagesAndClipsRanges) {
+  PageGeometry page = {};
+  page.linesPerPage = 70;
+  for (const auto& [lines, pages] :
+       {std::pair(0u, 1u), {1, 1}, {70, 1}, {71, 2}, {1'400'000, 20'000}, {0xFFFFFFFF, 61'356'676}}) {
+    EXPECT_EQ(pageCount(lines, page), pages) << lines;
+  }
+  const std::pair<PageRange, PageRange> ranges[] = {{{1, 65535}, {1, 12}}, {{3, 5}, {3, 5}},
+                                                    {{5, 3}, {3, 5}},      {{12, 99}, {12, 12}},
+                                                    {{13, 99}, {12, 12}},  {{0, 0}, {1, 1}}};
+  for (const auto& [wanted, printed] : ranges) EXPECT_EQ(clippedRange(wanted, 12), printed) << wanted.first;
+}
+
+TEST(PageGeometry, ScalesWhatIsTyped) {
+  EXPECT_EQ(printedFontHeight(8, 600, 100), 67);
+  EXPECT_EQ(printedFontHeight(8, 600, 75), 50);  // 50.25, toward zero
+  EXPECT_EQ(printedFontHeight(10, 96, 25), 3);
+  for (const auto& [typed, scale] : {std::pair("80", 80),
+                                     {" 33 % ", 33},
+                                     {"24", 25},
+                                     {"0", 25},
+                                     {"-5", 25},
+                                     {"101", 100},
+                                     {"99999999999999999999", 100},
+                                     {"", 60},
+                                     {"wide", 60},
+                                     {"80x", 60}}) {
+    EXPECT_EQ(typedScale(typed, 60), scale) << typed;
+  }
+}
+
+TEST(PageGeometry, PanesStandAsOnTheScreen) {
+  FontMetrics font;
+  font.resolutionX = 600;
+  font.digitWidth = 40;
+  ViewOptions options;
+  const auto pane = [&](int side, int32_t width, float split) {
+    return printedPane(side, width, split, options, 1234, font);
+  };
+  EXPECT_EQ(pane(0, 4160, 0.25f), (PaneEdges{0, 0, 977}));  // the text at the very edge
+  EXPECT_EQ(pane(1, 4160, 0.25f), (PaneEdges{1103, 1103, 4160}));
+  EXPECT_EQ(pane(0, 4160, 0.01f).paneRight, 537);  // an inch is left to it
+  EXPECT_EQ(pane(1, 4160, 0.99f).paneLeft, 3623);
+  EXPECT_EQ(pane(0, 1000, 0.9f).paneRight, 437);
+  options.lineNumbers = LineNumbers::lines;
+  EXPECT_EQ(pane(0, 4160, 0.5f).textLeft, 4 * 40 + 2 * 38);
+  options = paperOptions(options, false);
+  EXPECT_EQ(pane(0, 4160, 0.5f).textLeft, 5 * 40 + 2 * 38);
+  options.lineNumbers = LineNumbers::none;
+  EXPECT_EQ(pane(0, 4160, 0.5f).textLeft, 40 + 50);
+}
+
+TEST(PrintedLines, HoldTheSectionsOfAnExport) {
+  using Stretches = std::vector<PrintedLines::Stretch>;
+  const DiffModel model = modelOf("========<<==!=======>>");
+  const PrintedLines all(model, ExportScope::everything);
+  EXPECT_EQ(all.count(), 22u);
+  EXPECT_EQ(all.stretches(20, 40), (Stretches{{20, false, {20, 22}}}));
+  const PrintedLines context(model, ExportScope::context);
+  EXPECT_EQ(context.count(), 1 + 11u + 1 + 5);
+  EXPECT_EQ(context.stretches(10, 14),
+            (Stretches{{10, false, {14, 16}}, {12, true, {17, 22}}, {13, false, {17, 18}}}));
+  const PrintedLines differences(model, ExportScope::differences);
+  EXPECT_EQ(differences.stretches(0, 3), (Stretches{{0, true, {8, 10}}, {1, false, {8, 10}}}));
+  EXPECT_EQ(differences.stretches(4, 6), (Stretches{{4, false, {12, 13}}, {5, true, {20, 22}}}));
+  EXPECT_EQ(PrintedLines(modelOf("===="), ExportScope::context).count(), 0u);
+
+  // However the lines are divided into pages, together the pages have every row that is printed once.
+  for (const PrintedLines* lines : {&all, &context, &differences}) {
+    for (uint32_t perPage = 1; perPage < 9; ++perPage) {
+      uint32_t next = 0;
+      for (uint32_t begin = 0; begin < lines->count(); begin += perPage) {
+        for (const auto& stretch : lines->stretches(begin, begin + perPage)) {
+          ASSERT_EQ(stretch.line, next);
+          next += stretch.title ? 1 : stretch.rows.size();
+        }
+        ASSERT_EQ(next, std::min(begin + perPage, lines->count()));
+      }
+    }
+  }
+}
+
+TEST(PreviewView, ShowsThePageInThePane) {
+  const PageDevice a4 = {4760, 6814, 600, 600, 4960, 7016, 100, 100};
+  PreviewView view;
+  view.setPages(a4, 20'000);
+  view.resize(616, 858, 96);  // a border of 8 around the sheet
+  EXPECT_EQ(view.percent(), 75);
+  EXPECT_EQ(view.vertical().max(), 0);
+  EXPECT_NEAR(view.sheetHeight(), 842, 1);
+  EXPECT_NEAR(view.sheetLeft(), (616 - 595) / 2, 1);
+  EXPECT_FALSE(view.canGoBack());
+  view.pageDown();
+  EXPECT_EQ(view.page(), 2u);
+  view.goTo(1'000'000);
+  EXPECT_EQ(view.page(), 20'000u);
+  EXPECT_FALSE(view.canGoOn());
+
+  view.setZoom({ZoomKind::width});
+  EXPECT_NEAR(view.sheetWidth(), 600, 1);
+  EXPECT_EQ(view.horizontal().max(), 0);
+  view.setZoom({ZoomKind::percent, 100});
+  EXPECT_NEAR(view.sheetWidth(), 793, 1);
+  EXPECT_NEAR(view.sheetHeight(), 1122, 1);
+  EXPECT_EQ(view.vertical().position, 0);
+  EXPECT_NEAR(view.horizontal().position, view.horizontal().max() / 2, 1);
+  view.pageUp();  // from its top to the page before, at its end
+  EXPECT_EQ(view.page(), 19'999u);
+  EXPECT_EQ(view.vertical().position, view.vertical().max());
+  view.wheel(-100);
+  EXPECT_EQ(view.vertical().position, view.vertical().max() - 100);
+  view.wheel(1000);
+  view.wheel(1000);
+  EXPECT_EQ(view.page(), 20'000u);
+  view.scrollTo(-5, 1'000'000);
+  EXPECT_EQ(view.horizontal().position, 0);
+  EXPECT_EQ(view.vertical().position, view.vertical().max());
+  view.zoomIn();
+  EXPECT_EQ(view.zoom(), (Zoom{ZoomKind::percent, 125}));
+  for (int i = 0; i < 20; ++i) view.zoomOut();
+  EXPECT_EQ(view.percent(), 10);
+  EXPECT_EQ(view.vertical().position, 0);
+
+  // Fewer pages, on their sides: the page is the nearest there is.
+  view.setZoom({});
+  view.setPages({6814, 4760, 600, 600, 7016, 4960, 100, 100}, 7);
+  EXPECT_EQ(view.page(), 7u);
+  EXPECT_NEAR(view.sheetWidth(), 600, 1);
+  view.resize(0, 0, 144);
+  EXPECT_EQ(view.percent(), 0);
+}
+
+}  // namespace
+}  // namespace merivane
