@@ -285,8 +285,8 @@ void ViewState::placeCaret(int side, const CaretPlace& place) {
   changes_.caret |= otherSide || before != CaretPlace{caret_.position, anchor_, caretRow_};
 }
 
-RowSource ViewState::source(int side) const {
-  return {model(), text(side), ruler_, options_, side, file(side).readOnly};
+RowSource ViewState::source(int side, const LineRuler& ruler, const ViewOptions& options) const {
+  return {model(), text(side), ruler, options, side, file(side).readOnly};
 }
 
 RowWindow ViewState::window(int side) const {

@@ -154,8 +154,9 @@ class ViewState {
   /// of these rows.
   void rowsChanged(RowRange rows);
 
-  /// A row of a side as it is to be drawn.
-  RowSource source(int side) const;
+  /// What a side's rows are drawn from: in the panes, or elsewhere by another ruler and with other options.
+  RowSource source(int side) const { return source(side, ruler_, options_); }
+  RowSource source(int side, const LineRuler& ruler, const ViewOptions& options) const;
   RowWindow window(int side) const;
 
  private:

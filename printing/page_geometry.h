@@ -48,6 +48,7 @@ int32_t printedFontHeight(int32_t points, int32_t dpi, int32_t scale);
 /// What a scale that the user typed stands for: a number of percent, with or without its sign, the nearest of
 /// 25 to 100; `before` for what is no number.
 int32_t typedScale(const char* text, int32_t before);
+constexpr int32_t kOfferedScales[] = {100, 90, 80, 75, 70, 60, 50, 40, 30, 25};
 constexpr int32_t kMinScale = 25;
 constexpr int32_t kMaxScale = 100;
 

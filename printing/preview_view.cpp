@@ -15,6 +15,8 @@ int32_t clampedTo(const PreviewSpan& span, int64_t position) {
 
 }  // namespace
 
+std::span<const int32_t> zoomPercentages() { return kPercentages; }
+
 void PreviewView::setPages(const PageDevice& device, uint32_t pages) {
   device_ = device;
   pages_ = pages;

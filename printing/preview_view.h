@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "printing/page_geometry.h"
 
@@ -14,6 +15,9 @@ struct Zoom {
   int32_t percent = 100;  // read only where it is the kind
   bool operator==(const Zoom&) const = default;
 };
+
+/// The percentages that zooming goes through, ascending.
+std::span<const int32_t> zoomPercentages();
 
 /// A length along one of the preview pane's edges.
 struct PreviewSpan {

@@ -19,7 +19,7 @@ CommandState commandState(Command id, const WindowFacts& window, const Settings&
   const CommandRow* row = findCommand(id);
   if (row == nullptr) return {false, false, false};
   CommandState state = row->state(window, settings);
-  if (window.comparing) state.enabled = id == Command::close || id == Command::exit;
+  if (window.busy) state.enabled = id == Command::close || id == Command::exit;
   return state;
 }
 

@@ -22,7 +22,7 @@ struct WindowFacts {
   bool canRedo = false;
   bool hasSelection = false;
   bool clipboardHasText = false;
-  bool comparing = false;        // the user waits for a comparison to end
+  bool busy = false;             // the user waits for a comparison, or what is printed, to end
   bool showsComparison = false;  // and not just what a failed one leaves
   bool hasDifferences = false;
   bool hasFile = false;      // the active side, or the selected entry, has a name that can be a file's
@@ -60,7 +60,7 @@ struct CommandState {
 };
 
 /// The state of a command as its row in resources/commands.inc says; disabled for a number that is no
-/// command. While a comparison is running only what closes the window or all of them is enabled. A window
+/// command. While the window is busy only what closes the window or all of them is enabled. A window
 /// disables besides what it does not do itself.
 CommandState commandState(Command id, const WindowFacts& window, const Settings& settings);
 

@@ -93,6 +93,7 @@ struct Settings {
   WindowPlacement previewWindow;
 
   int32_t printScale = 100;  // percent, 25 to 100
+  int32_t printHow = 0;      // an ExportScope
   bool printPortrait = true;
 
   HistoryList& fileHistory(int side) { return side == 0 ? leftFileHistory : rightFileHistory; }

@@ -69,6 +69,7 @@ const SettingsRow rows[] = {
     {"SessionWindow", PlacementSetting{&S::sessionWindow}},
     {"PreviewWindow", PlacementSetting{&S::previewWindow}},
     {"PrintScale", NumberSetting{&S::printScale, 25, 100}},
+    {"PrintHow", NumberSetting{&S::printHow, 0, 2}},
     {"PrintPortrait", BoolSetting{&S::printPortrait}},
 };
 

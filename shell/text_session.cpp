@@ -45,14 +45,19 @@ std::string TextSession::shownName(int side) const {
   return name.empty() ? text(TextId::noFile) : name;
 }
 
-std::string TextSession::title() const {
-  std::string names[2];
+std::array<std::string, 2> TextSession::shownNames() const {
+  std::array<std::string, 2> names;
   for (const int side : {0, 1}) {
     const std::string name = sideName(side);
     names[side] = IsValidFilePath(name) ? FileNamePart(name) : text(TextId::noFile);
     if (!given_[side].title.empty() && name == given_[side].path) names[side] = given_[side].title;
     if (history_.isModified(side)) names[side] += '*';
   }
+  return names;
+}
+
+std::string TextSession::title() const {
+  const auto names = shownNames();
   return formatMessage(TextId::windowTitle, {text(TextId::productName), names[0], names[1]});
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 
@@ -57,6 +58,9 @@ class TextSession {
   /// changes, "<no file>" for a name that is no path of a file. A file that was described has its title
   /// there.
   std::string title() const;
+
+  /// The names as the title has them.
+  std::array<std::string, 2> shownNames() const;
 
   /// The path that a side was loaded from or saved to, else the name in its box; may be empty.
   std::string sideName(int side) const;

@@ -13,7 +13,7 @@ MANUAL = os.path.join(ROOT, "docs", "manual")
 OPENED = {"index.html", "options.html", "folderoptions.html", "displayoptions.html", "miscoptions.html",
           "quicktour.html", "support.html", "license.html"}
 # Filters of the system's file dialogs, and what only puts other texts together.
-NOT_DESCRIBED = {"allFilesFilter", "htmlFilesFilter", "dateAndTime"}
+NOT_DESCRIBED = {"allFilesFilter", "htmlFilesFilter", "dateAndTime", "printHeader", "zoomPercent"}
 KEY_NAMES = {"VK_BACK": "Backspace", "VK_DELETE": "Del", "VK_INSERT": "Ins", "VK_OEM_4": "[", "VK_OEM_6": "]",
              "VK_LEFT": "Left", "VK_RIGHT": "Right", "VK_UP": "Up", "VK_DOWN": "Down", "VK_HOME": "Home",
              "VK_END": "End", "VK_PRIOR": "PgUp", "VK_NEXT": "PgDn"}

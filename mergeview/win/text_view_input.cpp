@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "base/win/gdi.h"
+#include "base/win/scrolling.h"
 #include "base/win/wide.h"
 #include "mergeview/navigation.h"
 #include "mergeview/win/text_view.h"
@@ -12,36 +13,6 @@ namespace {
 
 constexpr UINT_PTR dragTimer = 1;
 constexpr UINT dragMilliseconds = 50;
-
-/// Where a scroll bar is asked to go; `position` and `page` are its own, in its own unit.
-int64_t scrollTarget(HWND bar, int kind, int request, int64_t position, int64_t page, int64_t last) {
-  switch (request) {
-    case SB_LINEUP: return position - 1;
-    case SB_LINEDOWN: return position + 1;
-    case SB_PAGEUP: return position - page;
-    case SB_PAGEDOWN: return position + page;
-    case SB_TOP: return 0;
-    case SB_BOTTOM: return last;
-    case SB_THUMBTRACK:
-    case SB_THUMBPOSITION: {
-      // The message has only 16 bits of it.
-      SCROLLINFO info = {};
-      info.cbSize = sizeof info;
-      info.fMask = SIF_TRACKPOS;
-      return GetScrollInfo(bar, kind, &info) ? info.nTrackPos : position;
-    }
-    default: return position;
-  }
-}
-
-/// How far a turn of the wheel goes, in whole units; the rest is kept for the next one.
-int wheelSteps(int delta, int unitsANotch, int& rest) {
-  if (delta * rest < 0) rest = 0;  // turned back
-  rest += delta * unitsANotch;
-  const int steps = rest / WHEEL_DELTA;
-  rest -= steps * WHEEL_DELTA;
-  return steps;
-}
 
 /// Lines or characters a notch, asked each time as the user can change it at any time.
 UINT unitsANotch(UINT parameter, UINT fallback) {

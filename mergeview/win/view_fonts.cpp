@@ -34,6 +34,7 @@ ViewFonts makeViewFonts(HDC dc, SIZE resolution, const std::string& face, int he
     const SelectedObject selected(dc, fonts.text.get());
     TEXTMETRICW text = {};
     GetTextMetricsW(dc, &text);
+    fonts.characterHeight = std::max<int32_t>(text.tmHeight, 1);
     metrics.lineHeight = std::max<int32_t>(text.tmHeight + text.tmExternalLeading, 1);
     metrics.charWidth = std::max<int32_t>(text.tmAveCharWidth, 1);
     metrics.fixedPitch = (text.tmPitchAndFamily & TMPF_FIXED_PITCH) == 0;  // the flag means the opposite

@@ -14,6 +14,7 @@ struct ViewFonts {
   Font text;
   Font numbers;  // the same face, a tenth smaller
   FontMetrics metrics;
+  int32_t characterHeight = 0;  // without the space that the font wants between lines
 };
 
 /// `dc` is the device's, `resolution` how many pixels an inch has there. `height` is that of the characters

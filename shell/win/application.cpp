@@ -81,6 +81,15 @@ void Application::run() {
   }
 }
 
+/// Windows that are closed are still needed by whoever called this: they are forgotten by run().
+void Application::serveMessages() {
+  MSG message;
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    if (message.message == WM_QUIT) return PostQuitMessage(static_cast<int>(message.wParam));
+    route(message);
+  }
+}
+
 void Application::route(MSG& message) {
   for (const HWND dialog : {findDialog.handle(), optionsDialog.handle()}) {
     if (dialog != nullptr && IsDialogMessageW(dialog, &message)) return;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "printing/win/printer_setup.h"
 #include "shell/settings.h"
 #include "shell/text_session.h"
 #include "shell/win/file_icons.h"
@@ -13,7 +14,6 @@
 #include "shell/win/help.h"
 #include "shell/win/open_windows.h"
 #include "shell/win/options_dialog.h"
-#include "shell/win/printer_setup.h"
 #include "shell/win/registry_store.h"
 #include "shell/win/tip_dialog.h"
 
@@ -33,6 +33,9 @@ class Application {
 
   /// Shows the tip of the day, if it is wanted, and serves messages until WM_QUIT.
   void run();
+
+  /// Serves the messages that are waiting, in the middle of something long.
+  void serveMessages();
 
   /// The exit steps.
   void end();

@@ -12,7 +12,8 @@ CompareWindow::CompareWindow(Application& application)
     : TopLevelWindow(application, WindowKind::text),
       panes_(*this, history_),
       view_(panes_.view.state()),
-      session_(*this, application.sessionWorld(), view_, history_) {}
+      session_(*this, application.sessionWorld(), view_, history_),
+      printJob_([&application] { application.serveMessages(); }) {}
 
 CompareWindow::~CompareWindow() { destroy(); }
 
@@ -26,6 +27,7 @@ LRESULT CompareWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT CompareWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == findReplaceMessage) return onFind(*reinterpret_cast<FINDREPLACEW*>(lParam)), 0;
   switch (message) {
+    case WM_DESTROY: printJob_.abandon(); return TopLevelWindow::onMessage(message, wParam, lParam);
     case WM_HSCROLL: panes_.onHScroll(reinterpret_cast<HWND>(lParam), LOWORD(wParam)); return 0;
     case WM_MOUSEWHEEL:
     case WM_MOUSEHWHEEL: return SendMessageW(panes_.view.handle(), message, wParam, lParam);
@@ -45,6 +47,10 @@ void CompareWindow::layOutContents(const Area& area) {
 
 TopLevelWindow::NameSplit CompareWindow::nameSplit() const {
   return {view_.pane(0).paneRight, view_.pane(1).paneLeft};
+}
+
+const BusyBox* CompareWindow::busyBox() const {
+  return printJob_.isBusy() ? &printJob_ : TopLevelWindow::busyBox();
 }
 
 bool CompareWindow::applySettingsToContents() {

@@ -4,6 +4,7 @@
 
 #include <commdlg.h>
 
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -12,12 +13,14 @@
 #include "mergeview/undo_history.h"
 #include "shell/text_session.h"
 #include "shell/win/compare_panes.h"
+#include "shell/win/print_job.h"
 #include "shell/win/top_level_window.h"
 
 namespace merivane {
 
 /// A text window: two files and their comparison. What is decided about the files is the session's; the
-/// window only shows its questions and texts. compare_window_commands.cpp holds what its commands do.
+/// window only shows its questions and texts. compare_window_commands.cpp holds what its commands do,
+/// compare_window_printing.cpp those that print.
 class CompareWindow final : public TopLevelWindow, private TextViewOwner, private TextSessionHost {
  public:
   explicit CompareWindow(Application& application);
@@ -45,6 +48,7 @@ class CompareWindow final : public TopLevelWindow, private TextViewOwner, privat
   StatusTexts statusTexts() const override;
   bool optionsChanged() const override { return session_.optionsChanged(); }
   void addFacts(WindowFacts& facts) const override;
+  const BusyBox* busyBox() const override;
   std::function<void()> handlerOf(Command command) override;
   void describe(const GivenSide& left, const GivenSide& right) override { session_.describe(left, right); }
   void startComparison() override { session_.compare(); }
@@ -71,12 +75,18 @@ class CompareWindow final : public TopLevelWindow, private TextViewOwner, privat
   void compareParents();
   void compareNextFile(int direction);
   void search(bool forwards);
+  void print();
+  void preview();
+  void setUpPage();
+  std::unique_ptr<Printout> makePrintout(const PrinterDc& dc) const;
+  std::unique_ptr<Printout> makePrintout() const;
   void onFind(const FINDREPLACEW& request);
 
   UndoHistory history_;
   ComparePanes panes_;
   ViewState& view_;
   TextSession session_;
+  PrintJob printJob_;
   HWND fileList_ = nullptr;  // a folder window, which may have gone
 };
 

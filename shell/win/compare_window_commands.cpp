@@ -24,6 +24,9 @@ std::span<const CompareWindow::Handler> CompareWindow::handlers() {
   static constexpr Handler rows[] = {
       {Command::compareParents, [](W& w) { w.compareParents(); }},
       {Command::exportResults, [](W& w) { w.session_.exportResults(); }},
+      {Command::pageSetup, [](W& w) { w.setUpPage(); }},
+      {Command::printPreview, [](W& w) { w.preview(); }},
+      {Command::print, [](W& w) { w.print(); }},
 
       {Command::undo, [](W& w) { undo(w.view_, w.history_); }},
       {Command::redo, [](W& w) { redo(w.view_, w.history_); }},

@@ -99,7 +99,7 @@ WindowFacts TopLevelWindow::facts() const {
   WindowFacts facts;
   facts.textWindows = application_.windows.count(WindowKind::text);
   facts.folderWindows = application_.windows.count(WindowKind::folder);
-  facts.comparing = waitDialog_.isBusy();
+  facts.busy = busyBox() != nullptr;
   facts.clipboardHasText = IsClipboardFormatAvailable(CF_TEXT) != 0;
   if (const NameBox* const box = names_.focusedBox()) facts.nameBox = box->facts();
   addFacts(facts);

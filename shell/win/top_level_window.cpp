@@ -231,7 +231,7 @@ void TopLevelWindow::onActivate(bool active, bool minimized) {
 void TopLevelWindow::onSetFocus() { SetFocus(lastFocus_ != nullptr ? lastFocus_ : names_.box(0).handle()); }
 
 bool TopLevelWindow::PreTranslateMessage(const MSG& message) {
-  if (waitDialog_.isBusy()) return waitDialog_.takes(message);
+  if (const BusyBox* const box = busyBox()) return box->takes(message);
   toolTips_.relay(message);
   if (NameBox* const box = names_.focusedBox()) {
     changed();  // the selection in it, of which nothing is heard

@@ -47,8 +47,9 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
 
   bool PreTranslateMessage(const MSG& message) override;
 
-  /// Waits for a comparison: only closing is possible meanwhile.
-  bool isBusy() const { return waitDialog_.isBusy(); }
+  /// Something is under way, such as a comparison, or a dialog is open: it takes no other comparison
+  /// meanwhile.
+  bool isBusy() const { return busyBox() != nullptr || !IsWindowEnabled(handle()); }
 
   /// Puts two names into the boxes, with what is said of them; and compares.
   void setSides(const GivenSide& left, const GivenSide& right);
@@ -130,6 +131,9 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
 
   /// Asks whether to save it, as closing does, whatever the settings.
   virtual void offerToSave() = 0;
+
+  /// The box that takes the window's input while something is under way; null when nothing is.
+  virtual const BusyBox* busyBox() const { return waitDialog_.isBusy() ? &waitDialog_ : nullptr; }
 
   /// What runs a command; empty for one that the window does not have.
   virtual std::function<void()> handlerOf(Command command);

@@ -1,7 +1,5 @@
 #include "shell/win/wait_dialog.h"
 
-#include <shellapi.h>
-
 #include <sstream>
 #include <string>
 #include <utility>
@@ -33,7 +31,6 @@ void WaitDialog::start(HWND owner, Work work, WhenWorkEnds whenEnded, ProgressTe
   whenEnded_ = std::move(whenEnded);
   progress_ = std::move(progress);
   owner_ = owner;
-  focus_ = nullptr;
   open(progress_ ? dialogWithProgress : dialogNumber, owner);
 }
 
@@ -41,7 +38,7 @@ void WaitDialog::finish() {
   // The message may be of work that was given up before.
   const auto end = job_ != nullptr ? job_->end() : std::nullopt;
   if (!end) return;
-  close();
+  uncover();
   job_ = nullptr;
   progress_ = nullptr;
   std::exchange(whenEnded_, nullptr)(*end);
@@ -50,30 +47,10 @@ void WaitDialog::finish() {
 void WaitDialog::abandon() {
   if (job_ == nullptr) return;
   job_->cancel();
-  close();
+  uncover();
   job_ = nullptr;
   whenEnded_ = nullptr;
   progress_ = nullptr;
-}
-
-void WaitDialog::close() {
-  // Enabled before the dialog goes, or the system would activate another program's window.
-  if (std::exchange(disablesOwner_, false)) EnableWindow(owner_, TRUE);
-  destroy();
-  if (focus_ != nullptr && GetActiveWindow() == owner_) SetFocus(focus_);
-}
-
-bool WaitDialog::takes(const MSG& message) const {
-  if (IsDialogMessageW(handle(), const_cast<MSG*>(&message))) return true;
-  if (message.message == WM_DROPFILES) {
-    DragFinish(reinterpret_cast<HDROP>(message.wParam));
-    MessageBeep(MB_OK);
-    return true;
-  }
-  const auto within = [&](UINT first, UINT last) {
-    return message.message >= first && message.message <= last;
-  };
-  return within(WM_KEYFIRST, WM_KEYLAST) || within(WM_MOUSEFIRST, WM_MOUSELAST);
 }
 
 LRESULT WaitDialog::onMessage(UINT message, WPARAM wParam, LPARAM) {
@@ -96,13 +73,11 @@ BOOL WaitDialog::onInitDialog() {
 BOOL WaitDialog::onTimer(UINT_PTR timer) {
   if (timer == progressTimer) return showProgress(), TRUE;
   KillTimer(handle(), showTimer);
-  focus_ = GetFocus();
-  disablesOwner_ = EnableWindow(owner_, FALSE) == FALSE;  // or another dialog does already
   if (progress_) {
     showProgress();
     SetTimer(handle(), progressTimer, progressMilliseconds, nullptr);
   }
-  ShowWindow(handle(), SW_SHOW);
+  cover(owner_);
   return TRUE;
 }
 

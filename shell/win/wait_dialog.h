@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "base/win/background_job.h"
-#include "base/win/dialog.h"
 #include "base/work.h"
+#include "shell/win/busy_box.h"
 
 namespace merivane {
 
@@ -13,7 +13,7 @@ extern const UINT compareDoneMessage;
 
 /// "Please wait while comparing..." over a window that takes no input while work is done for it on another
 /// thread. The box shows itself only when the wait lasts long enough to be noticed.
-class WaitDialog final : public Dialog {
+class WaitDialog final : public BusyBox {
  public:
   WaitDialog() = default;
   ~WaitDialog() override;
@@ -24,8 +24,7 @@ class WaitDialog final : public Dialog {
   /// and nothing has flickered. Only while isBusy() is false.
   void start(HWND owner, Work work, WhenWorkEnds whenEnded, ProgressText progress);
 
-  /// Whether work is under way.
-  bool isBusy() const { return job_ != nullptr; }
+  bool isBusy() const override { return job_ != nullptr; }
 
   /// The owner received compareDoneMessage: when its work has ended the box closes and `whenEnded` is called.
   void finish();
@@ -33,23 +32,17 @@ class WaitDialog final : public Dialog {
   /// Cancels the work, if any is under way, and forgets it.
   void abandon();
 
-  /// While isBusy(): whether a message is the box's, or input that the owner must not get. A drop is refused.
-  bool takes(const MSG& message) const;
-
  private:
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   BOOL onInitDialog();
   BOOL onTimer(UINT_PTR timer);
   void showProgress();
   BOOL onCommand(int id);
-  void close();
 
   std::shared_ptr<BackgroundJob> job_;
   WhenWorkEnds whenEnded_;
   ProgressText progress_;
   HWND owner_ = nullptr;
-  bool disablesOwner_ = false;
-  HWND focus_ = nullptr;  // the owner's, to be given back; null until the box shows
 };
 
 }  // namespace merivane

@@ -141,7 +141,7 @@ TEST(MenuState, EachFactDecidesAboutItsOwnCommands) {
 
 TEST(MenuState, AWindowThatIsComparingCanOnlyBeClosed) {
   WindowFacts window;
-  window.comparing = window.showsComparison = window.hasFile = true;
+  window.busy = window.showsComparison = window.hasFile = true;
   EXPECT_EQ(enabled(window, {}), (Commands{Command::close, Command::exit}));
 }
 

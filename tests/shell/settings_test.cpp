@@ -118,7 +118,7 @@ TEST_F(SettingsTest, NumbersStayInTheirRanges) {
   const std::tuple<const char*, int32_t Settings::*, int32_t, int32_t> cases[] = {
       {"TabStop", &Settings::tabStop, 1, 16},         {"ShowLineNumbers", &Settings::showLineNumbers, 0, 2},
       {"FontSize", &Settings::fontSize, 1, 200},      {"ExportHow", &Settings::exportHow, 0, 2},
-      {"PrintScale", &Settings::printScale, 25, 100},
+      {"PrintScale", &Settings::printScale, 25, 100}, {"PrintHow", &Settings::printHow, 0, 2},
   };
   for (const auto& [key, member, lowest, highest] : cases) {
     for (const int32_t number : {lowest, highest, lowest - 1, highest + 1, INT32_MIN, INT32_MAX}) {
