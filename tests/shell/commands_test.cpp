@@ -100,7 +100,7 @@ TEST(MenuState, EachFactDecidesAboutItsOwnCommands) {
       {[](W& w, S&) { w.hasSelection = false; }, {cut, copy}},
       {[](W& w, S&) { w.clipboardHasText = false; }, {paste}},
       {[](W& w, S&) { w.hasDifferences = false; }, {prevDiff, nextDiff, prevMark, nextMark}},
-      {[](W& w, S&) { w.showsComparison = false; }, {exportResults}},
+      {[](W& w, S&) { w.showsComparison = false; }, {exportResults, printPreview, print}},
       {[](W& w, S&) { w.hasFile = false; }, {openInApp, exploreFolder, showProperties, copyPaths}},
       {[](W& w, S&) { w.hasFileList = false; }, {prevFile, nextFile}},
       {[](W& w, S&) { w.hasParents = false; }, {compareParents}},
