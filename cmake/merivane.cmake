@@ -24,6 +24,7 @@ if(WIN32)
   target_compile_definitions(merivane_flags INTERFACE
     UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601 _WIN32_IE=0x0600)
   target_link_options(merivane_flags INTERFACE -static -Wl,--nxcompat -Wl,--dynamicbase
+    -Wl,--no-insert-timestamp  # the same sources make the same bytes
     # Windows 7 and later: what it calls is there, and it shows and behaves as one of its own.
     -Wl,--major-os-version=6,--minor-os-version=1,--major-subsystem-version=6,--minor-subsystem-version=1)
   if(CMAKE_SIZEOF_VOID_P EQUAL 4)
