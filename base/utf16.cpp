@@ -31,6 +31,16 @@ constexpr size_t lengthFrom(uint8_t first) {
 
 constexpr bool isTail(char byte) { return (static_cast<uint8_t>(byte) & 0xC0) == 0x80; }
 
+template <typename Unit>
+void appendUnits(std::basic_string<Unit>& units, char32_t code) {
+  if (code < 0x10000) {
+    units += static_cast<Unit>(code);
+  } else {
+    units += static_cast<Unit>(0xD7C0 + (code >> 10));
+    units += static_cast<Unit>(0xDC00 + (code & 0x3FF));
+  }
+}
+
 constexpr char32_t kNone = 0xFFFFFFFF;
 
 /// Takes the next character off the front, or one byte that belongs to none and kNone.
@@ -78,15 +88,20 @@ std::basic_string<Unit> utf16FromUtf8(std::string_view bytes, const Unit* otherw
     const char32_t code = takeCharacter(bytes);
     if (code == kNone) {
       units += otherwise == nullptr ? static_cast<Unit>(0xFFFD) : otherwise[first];
-    } else if (code < 0x10000) {
-      units += static_cast<Unit>(code);
     } else {
-      units += static_cast<Unit>(0xD800 + ((code - 0x10000) >> 10));
-      units += static_cast<Unit>(0xDC00 + ((code - 0x10000) & 0x3FF));
+      appendUnits(units, code);
     }
   }
   return units;
 }
+
+std::string utf8OfCodePoint(char32_t codePoint) {
+  std::string bytes;
+  append(bytes, codePoint);
+  return bytes;
+}
+
+void appendUtf16(std::u16string& units, char32_t codePoint) { appendUnits(units, codePoint); }
 
 size_t unfinishedCharacter(std::string_view bytes) {
   for (size_t length = 1; length <= 3 && length <= bytes.size(); ++length) {

@@ -18,6 +18,10 @@ std::string utf8FromUtf16(std::basic_string_view<Unit> units);
 template <typename Unit>
 std::basic_string<Unit> utf16FromUtf8(std::string_view bytes, const Unit* otherwise = nullptr);
 
+/// One code point in either form.
+std::string utf8OfCodePoint(char32_t codePoint);
+void appendUtf16(std::u16string& units, char32_t codePoint);
+
 /// How many bytes at the end are the start of a character whose rest is still to come.
 size_t unfinishedCharacter(std::string_view bytes);
 

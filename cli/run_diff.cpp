@@ -48,7 +48,11 @@ class DiffRun {
     if (!outcome.succeeded()) return fail(outcomeMessage(outcome));
     const bool differ = comparison.model.differingRows() > 0;
     if (format.ofFileBytes) {
-      if (differOnlyInLineEnds(comparison, files.lineEnds())) reportLineEnds(comparison.documents);
+      reportDifferenceBesidesText(comparison, files.lineEnds());
+      const TextDocument(&documents)[2] = comparison.documents;
+      if (isUtf16(documents[0].encoding) || isUtf16(documents[1].encoding)) {
+        return differ ? fail("a patch cannot hold UTF-16" + formsOf(documents)) : kExitNoDifference;
+      }
       const Result result = compareFileBytes(files.lineEnds(), options_.compare, comparison);
       if (result != Result::success) return fail(outcomeMessage({result}));
     }
@@ -111,10 +115,17 @@ class DiffRun {
     return fail(formatMessage(TextId::couldNotExport, {systemErrorText(error)}));
   }
 
-  void reportLineEnds(const TextDocument (&documents)[2]) {
-    report(std::string("the files differ only in their line ends (") +
-           lineEndKindName(documents[0].lineEndKind) + ", " + lineEndKindName(documents[1].lineEndKind) +
-           ")");
+  void reportDifferenceBesidesText(const FileComparison& comparison, const LineEndRecord (&lineEnds)[2]) {
+    const std::string difference = differenceBesidesText(comparison, lineEnds);
+    if (difference.empty()) return;
+    report("the files differ only in their " + difference + formsOf(comparison.documents));
+  }
+
+  static std::string formsOf(const TextDocument (&documents)[2]) {
+    const auto form = [](const TextDocument& document) {
+      return withEncoding(lineEndKindName(document.lineEndKind), document.encoding);
+    };
+    return " (" + form(documents[0]) + ", " + form(documents[1]) + ")";
   }
 
   void report(std::string_view message) {

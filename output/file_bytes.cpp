@@ -1,6 +1,7 @@
 #include "output/file_bytes.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace merivane {
 
@@ -89,14 +90,31 @@ bool LineEndRecord::restoreCrLfs(ByteArray& text) const {
 
 namespace {
 
+bool restoreMark(TextEncoding encoding, ByteArray& text) {
+  const std::string_view mark = byteOrderMark(encoding);
+  const uint32_t size = text.size();
+  if (mark.empty()) return true;
+  if (!text.resize(uint64_t{size} + mark.size())) return false;
+  std::memmove(text.data() + mark.size(), text.data(), size);
+  std::ranges::copy(mark, text.data());
+  return true;
+}
+
 bool sameTexts(const FileComparison& comparison) {
   return comparison.documents[0].text.view() == comparison.documents[1].text.view();
 }
 
 }  // namespace
 
-bool differOnlyInLineEnds(const FileComparison& comparison, const LineEndRecord (&lineEnds)[2]) {
-  return lineEnds[0] != lineEnds[1] && sameTexts(comparison);
+std::string differenceBesidesText(const FileComparison& comparison, const LineEndRecord (&lineEnds)[2]) {
+  if (!sameTexts(comparison)) return {};
+  const TextDocument(&documents)[2] = comparison.documents;
+  // Of UTF-16 the bytes that were noted say nothing.
+  const bool noted = !isUtf16(documents[0].encoding) && !isUtf16(documents[1].encoding);
+  const bool inLineEnds =
+      noted ? lineEnds[0] != lineEnds[1] : documents[0].lineEndKind != documents[1].lineEndKind;
+  if (documents[0].encoding == documents[1].encoding) return inLineEnds ? "line ends" : "";
+  return inLineEnds ? "line ends and encoding" : "encoding";
 }
 
 Result compareFileBytes(const LineEndRecord (&lineEnds)[2], const CompareOptions& options,
@@ -107,13 +125,18 @@ Result compareFileBytes(const LineEndRecord (&lineEnds)[2], const CompareOptions
   if (!differ) return Result::success;
   bool textsAreBytes = true;
   for (const int side : {0, 1}) {
-    textsAreBytes = textsAreBytes && !lineEnds[side].isConverted(comparison.documents[side].lineEndKind);
+    const TextDocument& document = comparison.documents[side];
+    textsAreBytes = textsAreBytes && !lineEnds[side].isConverted(document.lineEndKind) &&
+                    byteOrderMark(document.encoding).empty();
   }
   if (textsAreBytes) return Result::success;
   comparison.model.clear();
   for (const int side : {0, 1}) {
     TextDocument& document = comparison.documents[side];
-    if (!lineEnds[side].restore(document.lineEndKind, document.text)) return Result::outOfMemory;
+    if (!lineEnds[side].restore(document.lineEndKind, document.text) ||
+        !restoreMark(document.encoding, document.text)) {
+      return Result::outOfMemory;
+    }
   }
   return compareTexts(comparison.documents[0].text.view(), comparison.documents[1].text.view(), options,
                       nullptr, comparison.model);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -42,12 +43,14 @@ class LineEndRecord {
   bool endsInCr_ = false;  // which an LF may still follow
 };
 
-/// Whether two files have the same text and yet not the same bytes.
-bool differOnlyInLineEnds(const FileComparison& comparison, const LineEndRecord (&lineEnds)[2]);
+/// What two files of the same text differ in: "line ends", "encoding" or "line ends and encoding"; empty if
+/// their texts differ, or nothing does.
+std::string differenceBesidesText(const FileComparison& comparison, const LineEndRecord (&lineEnds)[2]);
 
 /// Turns a comparison of two files' texts into one of their bytes, which a patch is made of: line ends other
-/// than LF are part of the lines there. A comparison without a difference is left as it is. Returns success,
-/// or outOfMemory, and then the comparison is of no use any more.
+/// than LF are part of the lines there, and a mark of the first one. A comparison without a difference is
+/// left as it is. No side is UTF-16. Returns success, or outOfMemory, and then the comparison is of no use
+/// any more.
 Result compareFileBytes(const LineEndRecord (&lineEnds)[2], const CompareOptions& options,
                         FileComparison& comparison);
 

@@ -1,4 +1,3 @@
-
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
@@ -18,17 +17,12 @@ std::string cellStart(Colour colour) {
   return html;
 }
 
-std::string htmlName(std::string_view name) {
-  std::string html;
-  appendHtmlName(html, name);
-  return html;
-}
-
 class PageWriter {
  public:
   PageWriter(const WrittenComparison& comparison, const WriterOptions& options, ByteSink& sink)
       : model_(comparison.model), sides_(comparison.sides), look_(options.look), sink_(sink) {
     for (const int side : {0, 1}) {
+      styles_[side] = {look_.tabStop, look_.showWhiteSpace, utf8_, isUnicode(sides_[side].encoding)};
       for (const auto status :
            {RowStatus::same, RowStatus::leftOnly, RowStatus::rightOnly, RowStatus::changed}) {
         cellStarts_[side][static_cast<int>(status)] = cellStart(rowColour(look_.colours, status, side));
@@ -38,17 +32,20 @@ class PageWriter {
 
   void writeHead(std::string_view time) {
     const std::string names[] = {htmlName(sides_[0].path), htmlName(sides_[1].path)};
-    append({"<HTML>\r\n<HEAD>\r\n<TITLE>", names[0], ", ", names[1],
+    const std::string_view encoding =
+        utf8_ ? "<META HTTP-EQUIV=\"Content-Type\" CONTENT=\"text/html; charset=utf-8\">\r\n" : "";
+    append({"<HTML>\r\n<HEAD>\r\n", encoding, "<TITLE>", names[0], ", ", names[1],
             "</TITLE>\r\n</HEAD>\r\n<BODY BGCOLOR=\"#FFFFFF\">\r\n"
             "<TABLE BORDER=\"0\" CELLSPACING=\"0\" CELLPADDING=\"0\">\r\n"
             "<TR><TD ALIGN=\"center\" COLSPAN=\"2\"><B>",
             summaryText(model_), "</B> (", htmlName(time), ")</TD></TR>\r\n\r\n<TR>"});
     for (const int side : {0, 1}) {
+      const std::string kind = withEncoding(lineEndKindName(sides_[side].lineEndKind), sides_[side].encoding);
       append(
           {"<TD WIDTH=\"50%\"><TABLE BORDER=\"1\" WIDTH=\"100%\"><TR><TD ALIGN=\"center\">"
            "<A HREF=\"file:///",
-           names[side], "\">", names[side], "</A> (", lineEndKindName(sides_[side].lineEndKind),
-           ")</TD></TR></TABLE></TD>", side == 0 ? "\r\n" : "</TR>\r\n\r\n"});
+           names[side], "\">", names[side], "</A> (", kind, ")</TD></TR></TABLE></TD>",
+           side == 0 ? "\r\n" : "</TR>\r\n\r\n"});
     }
     flush();
   }
@@ -78,6 +75,12 @@ class PageWriter {
   void writeFoot() { sink_.write("</TABLE>\r\n</BODY>\r\n</HTML>\r\n"); }
 
  private:
+  std::string htmlName(std::string_view name) const {
+    std::string html;
+    appendHtmlName(html, name, utf8_);
+    return html;
+  }
+
   void append(std::initializer_list<std::string_view> pieces) {
     for (const std::string_view piece : pieces) html_ += piece;
   }
@@ -109,7 +112,7 @@ class PageWriter {
     if (start == end) {
       html_ += kHtmlBlank;
     } else {
-      appendHtmlText(html_, text.substr(start, end - start), look_.tabStop, look_.showWhiteSpace);
+      appendHtmlText(html_, text.substr(start, end - start), styles_[side]);
     }
     html_ += "</CODE></TD>";
   }
@@ -118,6 +121,8 @@ class PageWriter {
   const WrittenSide (&sides_)[2];
   const RowLook& look_;
   ByteSink& sink_;
+  const bool utf8_ = isUnicode(sides_[0].encoding) || isUnicode(sides_[1].encoding);
+  HtmlStyle styles_[2];
   const size_t numberWidth_ = std::to_string(model_.rowCount()).size();
   std::string cellStarts_[2][4];  // by side and row status
   std::string html_;              // what the sink has not got yet; keeps its room from row to row

@@ -88,6 +88,8 @@ void writeJson(const WrittenComparison& comparison, const WriterOptions&, ByteSi
     appendJsonString(json, comparison.sides[side].path);
     json += ",\"lineEnd\":\"";
     json += lineEndKindName(comparison.sides[side].lineEndKind);
+    json += "\",\"encoding\":\"";
+    json += encodingName(comparison.sides[side].encoding);
     json += "\"},";
   }
   json += "\"diffs\":";

@@ -3,16 +3,17 @@
 #include <cstdint>
 
 #include "base/utf8.h"
-#include "output/text_cell.h"
 
 namespace merivane {
 namespace {
 
-/// Whether a byte or UTF-8 sequence of a name cannot stand there as it is.
+/// Whether a byte or UTF-8 sequence of a name cannot stand there as it is. What a byte from 0x80 to 0x9F is
+/// to a terminal is not known.
 bool isSpecial(std::string_view character) {
   const char c = character[0];
   return static_cast<uint8_t>(c) < 0x20 || c == 0x7F || c == '"' || c == '\\' ||
-         TerminalBytes().controlIn(character) != 0;
+         (character.size() == 1 && static_cast<uint8_t>(c) >= 0x80 && static_cast<uint8_t>(c) < 0xA0) ||
+         isUtf8Control(character);
 }
 
 void appendEscape(std::string& name, char c) {

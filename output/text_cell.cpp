@@ -1,8 +1,11 @@
 #include "output/text_cell.h"
 
+#include <algorithm>
 #include <string>
 
-#include "base/utf8.h"
+#include "base/code_page.h"
+#include "base/utf16.h"
+#include "display/characters.h"
 #include "display/row_look.h"
 
 namespace merivane {
@@ -16,31 +19,34 @@ constexpr char kUtf8Marks[] = {'\xC2', kSpaceMark, '\xC2', kTabMark, '\xC2', kLi
 constexpr Signs kUtf8Signs = {{kUtf8Marks, 2}, {kUtf8Marks + 2, 2}, {kUtf8Marks + 4, 2}, "\xE2\x80\xA6"};
 constexpr Signs kAsciiSigns = {".", ">", "$", "~"};
 
-bool isControl(char c) { return static_cast<uint8_t>(c) < 0x20 || c == 0x7F; }
+/// What a mark is written into that has nothing before it.
+constexpr std::string_view kDottedCircle = "\xE2\x97\x8C";
 
 /// Steps through a line character by character as it is shown.
 class Characters {
  public:
   Characters(std::string_view line, std::span<const uint8_t> marks, const CellStyle& style)
-      : line_(line), marks_(marks), style_(style), signs_(style.terminal.utf8 ? kUtf8Signs : kAsciiSigns) {}
+      : line_(line),
+        characters_(line, style.terminal.utf8 || style.utf8),
+        marks_(marks),
+        style_(style),
+        signs_(style.terminal.utf8 ? kUtf8Signs : kAsciiSigns) {}
 
   bool atEnd() const { return at_ == line_.size(); }
+  uint32_t at() const { return at_; }
   uint32_t column() const { return column_; }
 
   /// Measures the character at hand, which is not beyond the end.
   void measure() {
-    const char c = line_[at_];
-    length_ = style_.terminal.utf8 ? utf8Length(line_.substr(at_)) : 1;
-    columns_ = 1;
-    control_ = style_.terminal.controlIn(line_.substr(at_, length_));
-    if (control_ != 0) {
-      columns_ = 4;
-    } else if (c == '\t') {
+    character_ = characters_.at(at_);
+    shown_ = shownAs(character_);
+    columns_ = shown_ == kUnknown ? 1 : character_.columns;
+    if (shown_ == '\t') {
       columns_ = tabColumns(column_, style_.tabStop);
-    } else if (c == '\n') {
+    } else if (shown_ == '\n') {
       columns_ = style_.showWhiteSpace || isMarked() ? 1 : 0;
-    } else if (isControl(c)) {
-      columns_ = 2;
+    } else if (isControl(shown_)) {
+      columns_ = shown_ < 0x80 ? 2 : 4;
     }
   }
 
@@ -48,48 +54,88 @@ class Characters {
 
   bool isMarked() const {
     if (marks_.empty()) return false;
-    for (uint32_t i = 0; i < length_; ++i) {
-      if (marks_[at_ + i] & kDiffersMark) return true;
-    }
-    return false;
+    const auto marks = marks_.subspan(at_, character_.length);
+    return std::ranges::any_of(marks, [](uint8_t mark) { return (mark & kDiffersMark) != 0; });
   }
 
   void append(std::string& text) const {
-    const char c = line_[at_];
-    if (control_ != 0) {
-      constexpr char hex[] = "0123456789ABCDEF";
-      for (const char sign : {'<', hex[control_ >> 4], hex[control_ & 15], '>'}) text += sign;
-    } else if (c == '\t') {
+    if (shown_ == '\t') {
       const std::string_view sign = style_.showWhiteSpace ? signs_.tab : " ";
       text += sign;
       text.append(columns_ - 1, ' ');
-    } else if (c == '\n') {
+    } else if (shown_ == '\n') {
       if (columns_ > 0) text += signs_.lineEnd;
-    } else if (c == ' ' && style_.showWhiteSpace) {
-      text += signs_.space;
-    } else if (isControl(c)) {
+    } else if (shown_ < 0x80 && isControl(shown_)) {
       text += '^';
-      text += controlLetter(c);
+      text += controlLetter(static_cast<char>(shown_));
+    } else if (isControl(shown_)) {
+      constexpr char hex[] = "0123456789ABCDEF";
+      for (const char sign : {'<', hex[shown_ >> 4], hex[shown_ & 15], '>'}) text += sign;
     } else {
-      text += line_.substr(at_, length_);
+      appendPlain(text);
     }
   }
 
   void step() {
-    at_ += length_;
+    at_ += character_.length;
     column_ += columns_;
   }
 
  private:
+  static constexpr char32_t kUnknown = kNoCodePoint;
+
+  /// The byte that is no character of UTF-8 and starts the character at hand.
+  uint8_t byte() const { return static_cast<uint8_t>(line_[at_]); }
+  bool isByte(const Character& character) const {
+    return character.base == kNoCodePoint || (!style_.terminal.utf8 && !style_.utf8);
+  }
+
+  /// The code point that the terminal shows of a character, its first one; a control character where there is
+  /// no telling what a byte is to it, or kUnknown for a character that it has not.
+  char32_t shownAs(const Character& character) const {
+    if (byte() < 0x80) return byte();
+    if (style_.terminal.utf8) {
+      return character.base == kNoCodePoint ? systemCodePage()[byte()] : character.base;
+    }
+    const auto& page = style_.terminal.page;
+    if (isByte(character)) {
+      const char16_t known = page[byte() - 0x80u];
+      return known == 0 ? byte() : known;
+    }
+    if (isControl(character.base)) return character.base;
+    return std::ranges::find(page, character.base) == page.end() ? kUnknown : character.base;
+  }
+
+  void appendPlain(std::string& text) const {
+    const std::string_view bytes = line_.substr(at_, character_.length);
+    if (style_.showWhiteSpace && shown_ == ' ') {
+      text += signs_.space;
+      text += bytes.substr(1);
+    } else if (shown_ == kUnknown) {
+      text += '?';
+    } else if (style_.terminal.utf8 && character_.base == kNoCodePoint) {
+      text += utf8OfCodePoint(shown_);
+    } else if (style_.terminal.utf8) {
+      if (character_.baseless) text += kDottedCircle;
+      text += bytes;
+    } else if (byte() < 0x80 || isByte(character_)) {
+      text += line_[at_];
+    } else {
+      const auto& page = style_.terminal.page;
+      text += static_cast<char>(0x80 + (std::ranges::find(page, shown_) - page.begin()));
+    }
+  }
+
   std::string_view line_;
+  RowCharacters characters_;
   std::span<const uint8_t> marks_;
   const CellStyle& style_;
   const Signs& signs_;
-  size_t at_ = 0;
+  uint32_t at_ = 0;
   uint32_t column_ = 0;
-  uint32_t length_ = 0;
+  Character character_ = {};
+  char32_t shown_ = 0;
   uint32_t columns_ = 0;
-  uint8_t control_ = 0;  // the number of a control character from 0x80 on
 };
 
 bool fits(Characters characters, uint32_t width) {
@@ -101,13 +147,6 @@ bool fits(Characters characters, uint32_t width) {
 }
 
 }  // namespace
-
-uint8_t TerminalBytes::controlIn(std::string_view character) const {
-  const uint8_t last = static_cast<uint8_t>(character.back());
-  if (last < 0x80 || last >= 0xA0) return 0;
-  if (character.size() > 1) return isUtf8Control(character) ? last : 0;
-  return controls >> (last - 0x80) & 1 ? last : 0;
-}
 
 uint32_t appendCell(std::string& text, std::string_view line, std::span<const uint8_t> marks,
                     const CellStyle& style, uint32_t width) {
@@ -130,6 +169,25 @@ uint32_t appendCell(std::string& text, std::string_view line, std::span<const ui
   text.append(room - characters.column(), ' ');
   text += style.terminal.utf8 ? kUtf8Signs.cut : kAsciiSigns.cut;
   return width;
+}
+
+uint32_t columnsOf(std::string_view line, const CellStyle& style) {
+  Characters characters(line, {}, style);
+  while (!characters.atEnd()) {
+    characters.measure();
+    characters.step();
+  }
+  return characters.column();
+}
+
+std::string_view endOf(std::string_view line, const CellStyle& style, uint32_t width) {
+  const uint32_t all = columnsOf(line, style);
+  Characters characters(line, {}, style);
+  while (all - characters.column() > width) {
+    characters.measure();
+    characters.step();
+  }
+  return line.substr(characters.at());
 }
 
 }  // namespace merivane

@@ -27,11 +27,17 @@ class TextWriter {
   TextWriter(const WrittenComparison& comparison, const WriterOptions& options, ByteSink& sink)
       : model_(comparison.model), sides_(comparison.sides), options_(options), sink_(sink) {
     for (const int side : {0, 1}) {
-      styles_[side] = {options.look.tabStop, options.look.showWhiteSpace, options.terminal, {}, {}};
+      styles_[side] = {options.look.tabStop,
+                       options.look.showWhiteSpace,
+                       options.terminal,
+                       isUnicode(sides_[side].encoding),
+                       {},
+                       {}};
       if (!options.coloured) continue;
       styles_[side].markOn = kMarkColours[side];
       styles_[side].markOff = kColourOff;
     }
+    names_.terminal = options.terminal;
     // Row numbers are the same on both sides and are shown once.
     const uint32_t gutter = decimalDigits(model_.rowCount()) + 1;
     if (options.look.lineNumbers != LineNumbers::none) gutters_[0] = gutter;
@@ -52,15 +58,14 @@ class TextWriter {
   /// The path, without its beginning where it is too long, and the kind of line ends.
   std::string title(int side) const {
     constexpr std::string_view dots = "...";
-    std::string path(sides_[side].path);
-    const std::string kind = std::string(" (") + lineEndKindName(sides_[side].lineEndKind) + ")";
-    const size_t room = gutters_[side] + cellWidth_;
-    if (path.size() + kind.size() > room) {
-      size_t from = path.size() - std::min(path.size(), room - std::min(room, dots.size() + kind.size()));
-      while (from < path.size() && (path[from] & 0xC0) == 0x80) ++from;
-      path.replace(0, from, dots);
-    }
-    return path + kind;
+    const WrittenSide& written = sides_[side];
+    const std::string kind =
+        " (" + withEncoding(lineEndKindName(written.lineEndKind), written.encoding) + ")";
+    const auto room = static_cast<uint32_t>(gutters_[side] + cellWidth_);
+    if (columnsOf(written.path, names_) + kind.size() <= room) return std::string(written.path) + kind;
+    const auto besides = static_cast<uint32_t>(dots.size() + kind.size());
+    const std::string_view end = endOf(written.path, names_, room - std::min(room, besides));
+    return std::string(dots) + std::string(end) + kind;
   }
 
   void writeSectionHead(uint32_t row) {
@@ -77,15 +82,13 @@ class TextWriter {
 
   /// Writes a line of two texts over the columns, each from the left edge of its gutter.
   void writeHead(std::string_view left, std::string_view right) {
-    CellStyle style = styles_[0];
-    style.showWhiteSpace = false;
     row_.clear();
     if (options_.coloured) row_ += kHeadColour;
     const uint32_t width = gutters_[0] + cellWidth_;
-    const uint32_t used = appendCell(row_, left, {}, style, width);
+    const uint32_t used = appendCell(row_, left, {}, names_, width);
     if (!right.empty()) {
       row_.append(width - used + kMiddle, ' ');
-      appendCell(row_, right, {}, style, gutters_[1] + cellWidth_);
+      appendCell(row_, right, {}, names_, gutters_[1] + cellWidth_);
     }
     if (options_.coloured) row_ += kColourOff;
     row_ += '\n';
@@ -152,6 +155,7 @@ class TextWriter {
   const WriterOptions& options_;
   ByteSink& sink_;
   CellStyle styles_[2];
+  CellStyle names_;
   uint32_t gutters_[2] = {0, 0};
   uint32_t cellWidth_ = 0;
   std::string row_;

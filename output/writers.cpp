@@ -29,7 +29,7 @@ WrittenComparison writtenComparison(const FileComparison& comparison, const std:
   WrittenComparison written = {comparison.model, {}, compare};
   for (const int side : {0, 1}) {
     const TextDocument& document = comparison.documents[side];
-    written.sides[side] = {paths[side], document.text.view(), document.lineEndKind};
+    written.sides[side] = {paths[side], document.text.view(), document.lineEndKind, document.encoding};
   }
   return written;
 }

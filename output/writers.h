@@ -21,6 +21,7 @@ struct WrittenSide {
   std::string_view path;
   std::string_view text;  // the model's positions are in it
   LineEndKind lineEndKind = LineEndKind::crLf;
+  TextEncoding encoding = TextEncoding::ascii;
 };
 
 /// A comparison of two files as a writer gets it. It owns nothing: what it refers to outlives the writing.
@@ -49,7 +50,7 @@ struct WriterOptions {
 /// Writes a comparison. Holds no more than a row of it in memory. Throws nothing but std::bad_alloc.
 using Writer = void(const WrittenComparison& comparison, const WriterOptions& options, ByteSink& sink);
 
-/// Aligned rows in two columns for a terminal with characters of one width: a heading with the paths, the
+/// Aligned rows in two columns for a terminal: a heading with the paths, the
 /// rows of the scope with a mark between their sides ("<" left only, ">" right only, "|" changed), and the
 /// summary.
 Writer writeText;
@@ -60,7 +61,8 @@ Writer writeSummary;
 /// One JSON object, with a line for every row.
 Writer writeJson;
 
-/// One page of two columns, in Windows-1252 bytes with CR LF line ends; paths are written as they are.
+/// One page of two columns with CR LF line ends. With a side in UTF-8 it is UTF-8 and says so, the other
+/// side's single bytes being characters of the system's code page; else it is those bytes.
 Writer writeHtml;
 
 /// The patch that makes the left file the right one, or nothing when no row differs. Hunks are merged as

@@ -165,7 +165,12 @@ void TextSession::onCompared(const Outcome& outcome, Comparison& comparison) {
   if (!outcome.succeeded()) {
     host_.report(outcomeMessage(outcome), ReportKind::error);
   } else if (world_.settings.identicalMessage && view_.model().differingRows() == 0) {
-    host_.report(text(TextId::filesIdentical), ReportKind::information);
+    const TextEncoding encodings[] = {view_.file(0).encoding, view_.file(1).encoding};
+    host_.report(encodings[0] == encodings[1]
+                     ? text(TextId::filesIdentical)
+                     : formatMessage(TextId::filesDifferInEncoding,
+                                     {encodingName(encodings[0]), encodingName(encodings[1])}),
+                 ReportKind::information);
   }
 }
 
@@ -314,7 +319,8 @@ void TextSession::exportResults() {
   WrittenComparison comparison = {view_.model(), {}, settings.compareOptions()};
   for (const int side : {0, 1}) {
     EditedFile& file = view_.file(side);
-    comparison.sides[side] = {names[side], file.text.view(0, file.text.size()), file.lineEndKind};
+    comparison.sides[side] = {names[side], file.text.view(0, file.text.size()), file.lineEndKind,
+                              file.encoding};
   }
   WriterOptions options = settings.writerOptions();
   options.time = world_.dateAndTime();

@@ -11,6 +11,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cwchar>
 #include <string_view>
 
 namespace merivane {
@@ -54,6 +55,30 @@ class StandardOutput final : public OutputFile {
   SystemError commit() override { return ::close(STDOUT_FILENO) == 0 ? 0 : lastError(); }
 };
 
+/// What the locale says of bytes.
+struct LocaleBytes {
+  bool unknown = false;  // the C locale: nothing is said of those beyond ASCII
+  TerminalBytes bytes;
+};
+
+LocaleBytes localeBytes() {
+  LocaleBytes locale;
+  // This is only to learn the encoding: nothing that the program writes depends on the locale.
+  std::setlocale(LC_CTYPE, "");
+  const std::string_view name = ::nl_langinfo(CODESET);
+  locale.bytes.utf8 = name == "UTF-8";
+  locale.unknown = name == "ANSI_X3.4-1968" || name == "US-ASCII";
+  for (size_t i = 0; !locale.bytes.utf8 && !locale.unknown && i < locale.bytes.page.size(); ++i) {
+    const char byte = static_cast<char>(0x80 + i);
+    wchar_t character = 0;
+    std::mbstate_t state = {};
+    if (std::mbrtowc(&character, &byte, 1, &state) != 1) continue;
+    if (character >= 0x80 && character < 0xFFFF) locale.bytes.page[i] = static_cast<char16_t>(character);
+  }
+  std::setlocale(LC_CTYPE, "C");
+  return locale;
+}
+
 bool terminalShowsColours() {
   const char* const terminal = std::getenv("TERM");
   return terminal != nullptr && std::string_view(terminal) != "dumb";
@@ -76,12 +101,12 @@ StandardStreams::StandardStreams()
 
 TerminalFacts StandardStreams::terminal() {
   TerminalFacts terminal;
-  // This is only to learn the encoding: nothing that the program writes depends on the locale.
-  std::setlocale(LC_CTYPE, "");
-  terminal.bytes.utf8 = std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
-  std::setlocale(LC_CTYPE, "C");
   terminal.isTerminal = ::isatty(STDOUT_FILENO) != 0;
   terminal.errorsToo = ::isatty(STDERR_FILENO) != 0;
+  const LocaleBytes locale = localeBytes();
+  terminal.bytes = locale.bytes;
+  // What no terminal gets is UTF-8 where no other encoding is asked for.
+  if (locale.unknown && !terminal.isTerminal && !terminal.errorsToo) terminal.bytes.utf8 = true;
   if (!terminal.isTerminal) return terminal;
   terminal.showsColours = terminalShowsColours();
   winsize size = {};

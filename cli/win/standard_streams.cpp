@@ -15,18 +15,6 @@
 namespace merivane {
 namespace {
 
-/// The bytes from 0x80 to 0x9F that a code page takes for control characters, a bit each.
-uint32_t controlBytes(UINT codePage) {
-  uint32_t controls = 0;
-  for (uint32_t i = 0; i < 32; ++i) {
-    const char byte = static_cast<char>(0x80 + i);
-    wchar_t character = 0;
-    const int got = MultiByteToWideChar(codePage, 0, &byte, 1, &character, 1);
-    if (got == 1 && character >= 0x80 && character < 0xA0) controls |= 1u << i;
-  }
-  return controls;
-}
-
 /// The handle of a standard stream. A closed one's may later be that of a file, so this is asked before any
 /// file is opened.
 HANDLE standardHandle(DWORD stream) {
@@ -119,10 +107,7 @@ TerminalFacts StandardStreams::terminal() {
   DWORD errorMode = 0;
   terminal.errorsToo = GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &errorMode) != 0;
   terminal.isTerminal = GetConsoleMode(outputHandle(), &mode) != 0;
-  const UINT codePage = terminal.isTerminal ? GetConsoleOutputCP() : GetACP();
-  // Whatever its code page, a console is written characters.
-  terminal.bytes.utf8 = terminal.isTerminal || codePage == CP_UTF8;
-  if (codePage != CP_UTF8) terminal.bytes.controls = controlBytes(codePage);
+  terminal.bytes.utf8 = true;  // whatever its code page, a console is written characters
   if (!terminal.isTerminal) return terminal;
   terminal.showsColours = (mode & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
   if (!terminal.showsColours && SetConsoleMode(outputHandle(), mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING)) {

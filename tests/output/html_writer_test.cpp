@@ -120,12 +120,50 @@ TEST(HtmlText, EveryKindOfCharacter) {
   };
   for (const auto& c : cases) {
     std::string plain = "\t", marked = "\t";  // what is there already has no say either
-    appendHtmlText(plain, c.line, c.tabStop, false);
-    appendHtmlText(marked, c.line, c.tabStop, true);
+    appendHtmlText(plain, c.line, {c.tabStop, false});
+    appendHtmlText(marked, c.line, {c.tabStop, true});
     for (char& sign : marked)
       sign = sign == '\xB7' ? '.' : sign == '\xBB' ? '>' : sign == '\xB6' ? '$' : sign;
     EXPECT_EQ(plain, std::string("\t") + c.plain);
     EXPECT_EQ(marked, "\t" + c.marked);
+  }
+}
+
+TEST(HtmlText, InAPageOfUtf8) {
+  const struct {
+    std::string line;
+    bool utf8Text;
+    std::string plain;
+  } cases[] = {
+      {"\xC3\xA9\xC3<\t", true, "\xC3\xA9\xC3\x83&lt;&nbsp;"},
+      {"\xC3\xA9\x80\t", false, "\xC3\x83\xC2\xA9\xE2\x82\xAC&nbsp;"},
+      {"\xE4\xB8\xAD\xC3\x83\t", true, "\xE4\xB8\xAD\xC3\x83&nbsp;"},
+      {"<\xCC\x81\xCC\x81g \xCC\x81\t", true, "&lt;\xCC\x81\xCC\x81g \xCC\x81&nbsp;"},
+      {"\xCC\x81\tx", true, "\xCC\x81&nbsp; &nbsp;x"},
+  };
+  for (const auto& c : cases) {
+    std::string html;
+    appendHtmlText(html, c.line, {4, false, true, c.utf8Text});
+    EXPECT_EQ(html, c.plain) << c.line;
+  }
+  std::string html;
+  appendHtmlText(html, " \t\n", {4, true, true, true});
+  EXPECT_EQ(html, "\xC2\xB7\xC2\xBB&nbsp; \xC2\xB6");
+
+  // One side in UTF-8 is enough, and only then the page says so.
+  const DiffModel model = modelOf("=");
+  using enum TextEncoding;
+  for (const auto encoding : {ascii, singleByte, utf8, utf8Marked, utf16Be}) {
+    MemoryFiles files;
+    const WrittenComparison comparison = {
+        model,
+        {{"\xE9\xC3\xA9", "\xE9\n", LineEndKind::lf, singleByte}, {"r", "", LineEndKind::lf, encoding}},
+        {}};
+    EXPECT_EQ(exportComparison(files, "page", writeHtml, comparison, {}), 0u);
+    const std::string& page = files.files["page"].contents;
+    EXPECT_EQ(page.find("charset=utf-8") != page.npos, isUnicode(encoding));
+    EXPECT_EQ(page.find("<TITLE>\xC3\xA9&#233;") != page.npos, isUnicode(encoding));
+    EXPECT_EQ(cells(page).front(), isUnicode(encoding) ? "\xC3\xA9&nbsp;" : "\xE9&nbsp;");
   }
 }
 

@@ -21,25 +21,28 @@ TEST(JsonFormat, HasALineForEveryRowWithLinesPositionsAndMarks) {
   program.files.files = {{"l\"\\\x01\xE9", {"only\ns\nt\nthe cat sat down\nx\n"}},
                          {"r", {"s\r\nnew\r\nt\r\nThe cat sits down\r\nx"}}};
   EXPECT_EQ(program.run({"--format=json", "l\"\\\x01\xE9", "r"}), 1);
-  EXPECT_EQ(program.output(), R"({"left":{"path":"l\"\\\u0001\u00e9","lineEnd":"UNIX"},)"
-                              R"("right":{"path":"r","lineEnd":"DOS"},"diffs":3,"lines":4,"rows":[
+  EXPECT_EQ(program.output(),
+            R"({"left":{"path":"l\"\\\u0001\u00e9","lineEnd":"UNIX","encoding":"ASCII"},)"
+            R"("right":{"path":"r","lineEnd":"DOS","encoding":"ASCII"},"diffs":3,"lines":4,"rows":[
 {"status":"left","left":{"line":1,"position":0},"right":{"line":null,"position":0}},
 {"status":"same","left":{"line":2,"position":5},"right":{"line":1,"position":0}},
 {"status":"right","left":{"line":null,"position":7},"right":{"line":2,"position":2}},
 {"status":"same","left":{"line":3,"position":7},"right":{"line":3,"position":6}},
 {"status":"changed","left":{"line":4,"position":9},"right":{"line":4,"position":8},)"
-                              R"("leftMarks":[[0,1],[9,10]],"rightMarks":[[0,1],[9,10],[11,12]]},
+            R"("leftMarks":[[0,1],[9,10]],"rightMarks":[[0,1],[9,10],[11,12]]},
 {"status":"changed","left":{"line":5,"position":26},"right":{"line":5,"position":26},)"
-                              R"("leftMarks":[[1,2]],"rightMarks":[]}
+            R"("leftMarks":[[1,2]],"rightMarks":[]}
 ]}
 )");
   // UTF-8 is written as it is, but for what a terminal would obey.
-  program.files.files = {{"\xC3\xA9\xC2\x9B\x7F\xF0\x9F\x98\x80", {"x\n"}}, {"\xC2\xC2\x9B", {"x\n"}}};
+  program.files.files = {{"\xC3\xA9\xC2\x9B\x7F\xF0\x9F\x98\x80", {"\xEF\xBB\xBFx\n"}},
+                         {"\xC2\xC2\x9B", {"x\n"}}};
   EXPECT_EQ(program.run({"--format=json", "\xC3\xA9\xC2\x9B\x7F\xF0\x9F\x98\x80", "\xC2\xC2\x9B"}), 0);
   const std::string head = program.output().substr(0, program.output().find(",\"diffs"));
   EXPECT_EQ(head,
-            "{\"left\":{\"path\":\"\xC3\xA9\\u009b\\u007f\xF0\x9F\x98\x80\",\"lineEnd\":\"UNIX\"},"
-            "\"right\":{\"path\":\"\\u00c2\\u00c2\\u009b\",\"lineEnd\":\"UNIX\"}");
+            "{\"left\":{\"path\":\"\xC3\xA9\\u009b\\u007f\xF0\x9F\x98\x80\",\"lineEnd\":\"UNIX\","
+            "\"encoding\":\"UTF-8 BOM\"},"
+            "\"right\":{\"path\":\"\\u00c2\\u00c2\\u009b\",\"lineEnd\":\"UNIX\",\"encoding\":\"ASCII\"}");
 }
 
 /// Two texts and some options, separated by blanks, in; the lines between heading and summary out.
@@ -107,36 +110,36 @@ TEST(TextFormat, ShowsWholeCharactersAsTheyAreAndNoControlOfATerminal) {
   };
   std::string letters;
   for (int i = 0; i < 11; ++i) letters += "\xC3\xA4";
-  const TerminalBytes utf8 = {.utf8 = true}, bytes = {.utf8 = false},
-                      letterPage = {.utf8 = false, .controls = 1u << 0x1D};
-  // Twelve letters of two bytes fit. Half a letter, a surrogate and a longer form than need be are bytes.
-  const std::tuple<TerminalBytes, std::string, std::string> cells[] = {
-      {utf8, letters + "\xC3\xA4", letters + "\xC3\xA4"},
-      {utf8, letters + "\xC3", letters + "\xC3"},
-      {utf8, letters + "xx", letters + "\xE2\x80\xA6"},
-      {utf8, "1234567890\xED\xA0\x80", "1234567890\xED\xE2\x80\xA6"},
-      {utf8, "1234567890\xE0\x9F\xBF", "1234567890\xE0\xE2\x80\xA6"},
-      {utf8, "1234567890\xF0\x8F\xBF\xBF", "1234567890\xF0\xE2\x80\xA6"},
-      {utf8, "1234567890\xF4\x90\x80\x80", "1234567890\xF4\xE2\x80\xA6"},
-  };
-  for (const auto& [terminal, line, cell] : cells) {
-    program.terminal.bytes = terminal;
-    const std::string row = rowOf(line, "27");
-    EXPECT_EQ(row.substr(row.rfind(' ') + 1), cell + '\n') << line;
-  }
+  const TerminalBytes utf8 = {.utf8 = true}, bytes;
+  TerminalBytes page;
+  page.page[0x1B] = 0x203A;
+  page.page[0x69] = 0xE9;
   // U+009B begins a command as ESC and "[" do: as a character of UTF-8, and as a byte elsewhere.
-  const std::tuple<TerminalBytes, const char*, const char*> rows[] = {
-      {utf8, "so many \x9B", "so many <9B>     so many <9B>\n"},
-      {bytes, "so many \x9B", "so many <9B>     so many <9B>\n"},
-      {bytes, "more than \x9Bx", "more than    ~   more than    ~\n"},
-      {utf8, "so many \xC2\x9B", "so many <9B>     so many <9B>\n"},
-      {utf8, "so many \xC2\xA0", "so many \xC2\xA0        so many \xC2\xA0\n"},
-      {letterPage, "so many \x9B", "so many \x9B        so many \x9B\n"},
-      {letterPage, "so many \x9D", "so many <9D>     so many <9D>\n"},
+  const std::tuple<TerminalBytes, std::string, std::string> rows[] = {
+      {utf8, letters + "xyz", letters + "xyz"},
+      {utf8, letters + "wxyz", letters + "wx\xE2\x80\xA6"},
+      {utf8, "e\xCC\x81 \xE4\xB8\xAD\xE6\x96\x87", "e\xCC\x81 \xE4\xB8\xAD\xE6\x96\x87        "},
+      {utf8, "\xCC\x81-12345678 \xE4\xB8\xADxy", "\xE2\x97\x8C\xCC\x81-12345678 \xE4\xB8\xAD\xE2\x80\xA6"},
+      {utf8, "123456789 abc\xE4\xB8\xAD", "123456789 abc\xE2\x80\xA6"},
+      {utf8, "123456789 ab\xE4\xB8\xADx", "123456789 ab \xE2\x80\xA6"},
+      // Half a letter and a surrogate are bytes, those of the system's code page.
+      {utf8, "so many \xC3", "so many \xC3\x83     "},
+      {utf8, "so many \xED\xA0\x80", "so many \xC3\xAD\xC2\xA0\xE2\x82\xAC   "},
+      {utf8, "so many \x9B", "so many \xE2\x80\xBA     "},
+      {utf8, "so many \xC2\x9B", "so many <9B>  "},
+      {utf8, "so many \xC2\xA0", "so many \xC2\xA0     "},
+      {bytes, "so many \x9B", "so many <9B>  "},
+      {bytes, "more than \x9Bx", "more than    ~"},
+      {bytes, "so many \xE9", "so many \xE9     "},
+      {bytes, "so many \xC3\xA9", "so many ?     "},
+      {page, "so many \x9B\xE9\xC3", "so many \x9B\xE9\xC3   "},
+      {page, "so many \x9D", "so many <9D>  "},
+      {page, "many \xE2\x80\xBA e\xCC\x81\xC3\xA9\xE4\xB8\xAD", "many \x9B e\xE9?    "},
   };
-  for (const auto& [terminal, line, row] : rows) {
+  for (const auto& [terminal, line, cell] : rows) {
     program.terminal.bytes = terminal;
-    EXPECT_EQ(rowOf(line, "31"), row);
+    const std::string shown = cell.substr(0, cell.find_last_not_of(' ') + 1);
+    EXPECT_EQ(rowOf(line, "31"), cell + "   " + shown + "\n");
   }
   // Names come from anywhere.
   program.files.files = {{"a\xC2\x9B", {"x\n"}}, {"b\x9B\x1b", {"y\n"}}};
@@ -205,6 +208,13 @@ TEST(UnifiedFormat, MergesHunksCountsLinesAndKeepsTheFilesOwnBytes) {
   for (const auto& c : cases) EXPECT_EQ(patchOf(c.left, c.right, c.options), kHead + c.hunks);
   EXPECT_EQ(patchOf("x\r\n", "x\n"), "merivane-diff: the files differ only in their line ends (DOS, UNIX)\n");
   EXPECT_EQ(patchOf("x\r\n", "X\n", {"--ignore-case"}), "");
+  const std::string mark = "\xEF\xBB\xBF", utf16("\xFE\xFF\0x\0\n", 6);
+  EXPECT_EQ(patchOf(mark + "x\n\ny\n", "x\n\nz\n", {"-U0"}),
+            kHead + "@@ -1 +1 @@\n-" + mark + "x\n+x\n@@ -3 +3 @@\n-y\n+z\n");
+  const std::string only = "merivane-diff: the files differ only in their ";
+  EXPECT_EQ(patchOf(mark + "x\n", "x\n"), only + "encoding (UNIX UTF-8 BOM, UNIX)\n");
+  EXPECT_EQ(patchOf("x\r\n", utf16), only + "line ends and encoding (DOS, UNIX UTF-16 BE)\n");
+  EXPECT_EQ(patchOf("y\n", utf16), "merivane-diff: a patch cannot hold UTF-16 (UNIX, UNIX UTF-16 BE)\n");
 
   // Names that would not read back, or that a terminal would obey, are quoted.
   DiffProgram program;

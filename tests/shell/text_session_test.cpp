@@ -138,6 +138,12 @@ TEST(TextSession, AComparisonThatFailsSaysWhyAndShowsNothing) {
   EXPECT_EQ(run.compare(), "");
   run.settings.identicalMessage = true;
   EXPECT_EQ(run.compare(), "tell: The files are identical.\n");
+  run.files.files["C:\\l.txt"].contents = "\xEF\xBB\xBF" + run.right();
+  EXPECT_EQ(run.compare(),
+            "tell: The texts of the files are identical. Their encodings differ: UTF-8 BOM, ASCII.\n");
+  EXPECT_EQ(run.session.lineEndText(), "UNIX UTF-8 BOM, UNIX");
+  run.take("switch");
+  EXPECT_EQ(run.session.lineEndText(), "UNIX, UNIX UTF-8 BOM");
 }
 
 TEST(TextSession, FilesThatAreComparedAgainKeepTheirPlace) {
