@@ -96,6 +96,10 @@ void ContentsComparison::compareTexts(const std::string (&paths)[2], const Compa
     const std::string_view sample = sides_[side].view();
     if (isBinary(sample)) binary = side;
     kinds_[side] = detectLineEndKind(sample);
+    // The mark of UTF-8 is no part of the text.
+    if (encodingByMark(sample) == TextEncoding::utf8Marked) {
+      sides_[side].drop(byteOrderMark(TextEncoding::utf8Marked).size());
+    }
   }
   // As long as both are alike they have one kind of line ends, and one key of the line that has only begun.
   LineKeys line(options);

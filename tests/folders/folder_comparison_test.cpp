@@ -140,11 +140,13 @@ TEST_F(FolderComparisonTest, TellsWhatItCouldNotCompareAndWhy) {
   folder("O/sub"), folder("N/sub");
   file("O/bin", std::string("\0\1", 2)), file("N/bin", std::string("\0\2", 2));
   file("O/bin2", std::string("\0\1", 2)), file("N/bin2", std::string("\0\1", 2));
+  const std::string lines = std::string(200000, 'x') + "\n\xC3\xA9\n";
+  file("O/marked", "\xEF\xBB\xBF" + lines), file("N/marked", lines);
   file("O/pipe").kind = file("N/pipe").kind = FileKind::other;
   folder("O/dir").error = MemoryFiles::denied;
   folder("N/dir"), folder("O/dir2").error = folder("N/dir2").error = MemoryFiles::denied;
   EXPECT_THAT(compare(), ElementsAre("S dir/ unreadable", "S dir2/ unreadable", "S sub/ below",
-                                     "S bin binary", "S bin2", "S pipe special"));
+                                     "S bin binary", "S bin2", "S marked", "S pipe special"));
   EXPECT_FALSE(found_.differs() || found_.isIdentical());
   std::vector<std::string> troubles;
   for (const FolderTrouble& trouble : found_.notCompared) {
