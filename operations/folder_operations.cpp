@@ -4,44 +4,11 @@
 #include <utility>
 
 #include "base/message_format.h"
-#include "base/names.h"
 #include "base/paths.h"
 #include "base/temp_files.h"
 
 namespace merivane {
 namespace {
-
-/// "cmp-", five digits, ".tmp".
-constexpr size_t kTemporaryName = 13;
-
-int targetOf(EntryOperation operation) { return operation == EntryOperation::copyToOld ? 0 : 1; }
-
-std::string folded(std::string path) {
-  for (char& c : path) c = lowerCase(c);
-  return path;
-}
-
-/// Whether a path is another one or lies below it.
-bool isWithin(const std::string& path, const std::string& other) {
-  const std::string inner = folded(path), outer = folded(other);
-  return inner == outer || (inner.starts_with(outer) && inner[outer.size()] == kPathSeparator);
-}
-
-/// Whether all names of a path are taken literally.
-bool isLiteralPath(std::string_view path) {
-  for (;;) {
-    const size_t end = path.find(kPathSeparator);
-    if (!isTakenLiterally(path.substr(0, end))) return false;
-    if (end == std::string_view::npos) return true;
-    path.remove_prefix(end + 1);
-  }
-}
-
-bool isSame(const FoundEntry& a, const FoundEntry& b) {
-  if (a.kind != b.kind || a.isLink != b.isLink) return false;
-  // A folder's own time changes with what is done below it.
-  return a.kind != FileKind::file || (a.size == b.size && a.modified == b.modified);
-}
 
 FoundEntry foundWhenCompared(const FolderEntry& entry, int side) {
   FoundEntry found;
@@ -117,147 +84,59 @@ OperationEnd notTakenBack(const Journal* journal) {
                                           : formatMessage(TextId::notTakenBackYet, {journal->folder()})};
 }
 
-std::optional<Refusal> refuseLength(const std::string& folder, size_t aside, const TreeSize& size) {
-  if (pathLength(folder) + 1 + aside + size.longest <= kMaxShellPath) return std::nullopt;
-  return Refusal{TextId::refusedTooLong, folder};
-}
-
 }  // namespace
 
-std::string operationName(EntryOperation operation) {
-  switch (operation) {
-    case EntryOperation::none:
-      break;
-    case EntryOperation::compared:
-      return text(TextId::operationCompared);
-    case EntryOperation::copyToOld:
-      return text(TextId::operationCopyToOld);
-    case EntryOperation::copyToNew:
-      return text(TextId::operationCopyToNew);
-    case EntryOperation::deleteOld:
-      return text(TextId::operationDeleteOld);
-    case EntryOperation::deleteNew:
-      return text(TextId::operationDeleteNew);
-    case EntryOperation::deleteBoth:
-      return text(TextId::operationDeleteBoth);
-  }
-  return {};
-}
+// Planning.
 
-// Looking.
-
-Examination FolderOperations::examine(const std::string (&tops)[2], const FolderEntry& entry,
-                                      EntryOperation operation, bool keepsUndo) {
-  Examination examination;
-  examination.operation = operation;
-  examination.keepsUndo = keepsUndo;
+Examination FolderOperations::plan(const std::string (&tops)[2], const FolderEntry& entry,
+                                   EntryOperation operation, bool keepsUndo) const {
+  Examination planned;
+  planned.operation = operation;
+  planned.keepsUndo = keepsUndo;
   for (const int side : {0, 1}) {
-    Examination::Side& at = examination.sides[side];
+    Examination::Side& at = planned.sides[side];
+    at.top = tops[side];
     at.name = entry.names[entry.names[side].empty() ? 1 - side : side];
     at.path = joinPath(tops[side], at.name);
-    at.found = trees_.find(at.path);
-    if (at.found.exists()) at.path = joinPath(folderOf(at.path), at.found.name);
-    at.lost = at.found.exists() && changes(operation, side);
-    if (!isSame(at.found, foundWhenCompared(entry, side))) examination.changedSince = true;
-    if (at.lost && !trees_.hasRecycleBin(at.path)) examination.recyclable = false;
+    at.expected = foundWhenCompared(entry, side);
   }
-  if (isCopy(operation)) {
-    const int target = targetOf(operation);
-    const FoundEntry& from = examination.sides[1 - target].found;
-    const FoundEntry& to = examination.sides[target].found;
-    examination.olderOverNewer = to.kind == FileKind::file && from.modified < to.modified;
-  }
-  examination.refusal = refuse(examination, tops);
-  return examination;
+  return planned;
 }
 
-std::optional<Refusal> FolderOperations::refuse(Examination& examination, const std::string (&tops)[2]) {
-  if (examination.keepsUndo && trees_.temporaryFolder().empty()) {
-    return Refusal{TextId::refusedNoTemporaryFolder, {}};
-  }
-  // Before anything else, as it may have been something of another name that was found.
-  for (const Examination::Side& side : examination.sides) {
-    if (!isLiteralPath(side.name)) return Refusal{TextId::refusedName, side.path};
-  }
-  if (auto refusal = measureLost(examination)) return refusal;
-  const auto& sides = examination.sides;
+Examination FolderOperations::planUndo(const DoneOperation& done) const {
+  Examination planned;
+  planned.operation = done.operation;
+  planned.keepsUndo = done.journal != nullptr;
+  planned.undoes = true;
   for (const int side : {0, 1}) {
-    if (sides[side].lost && isWithin(tops[1 - side], sides[side].path)) {
-      return Refusal{TextId::refusedSameEntry, sides[side].path};
-    }
+    const DoneOperation::Side& was = done.sides[side];
+    if (!changes(done.operation, side)) continue;
+    Examination::Side& at = planned.sides[side];
+    at.path = was.made.empty() ? was.path : was.made;
+    at.name = nameOf(at.path);
+    at.expected = was.left;
+    at.saved = was.saved;
+    at.restored = was.path;
   }
-  if (isCopy(examination.operation)) {
-    const int target = targetOf(examination.operation);
-    const Examination::Side& to = sides[target];
-    Examination::Side& from = examination.sides[1 - target];
-    if (!trees_.find(tops[target]).exists()) return Refusal{TextId::refusedMissing, tops[target]};
-    if (auto refusal = measureTree(files_, trees_, from.path, from.size)) return refusal;
-    if (trees_.find(folderThatIs(to.path)).kind != FileKind::folder) {
-      return Refusal{TextId::refusedOtherKind, folderThatIs(to.path)};
-    }
-    if (isWithin(to.path, from.path)) return Refusal{TextId::refusedSameEntry, from.path};
-    if (to.lost) {
-      if (to.found.kind != from.found.kind) return Refusal{TextId::refusedOtherKind, to.path};
-      if (sameFile(files_, from.path, to.path)) return Refusal{TextId::refusedSameEntry, from.path};
-    }
-    for (const std::string& folder : {folderOf(from.path), folderOf(to.path)}) {
-      if (auto refusal = refuseLength(folder, 0, from.size)) return refusal;
-    }
-  }
-  return refuseForRoom(examination);
+  planned.refusal = refuseForLater(done);
+  return planned;
 }
 
-/// Measures what is deleted or replaced, and whether it can be kept and brought back.
-std::optional<Refusal> FolderOperations::measureLost(Examination& examination) {
-  // Where it is kept, in the longest case.
-  const size_t journal = pathLength(trees_.temporaryFolder()) + 1 + kTemporaryName + 1 + kTemporaryName + 1;
-  for (Examination::Side& side : examination.sides) {
-    if (!side.lost) continue;
-    if (auto refusal = measureTree(files_, trees_, side.path, side.size)) return refusal;
-    if (auto refusal = refuseLength(folderOf(side.path), kTemporaryName + 1, side.size)) return refusal;
-    const size_t above = pathLength(side.name) - pathLength(nameOf(side.path));
-    if (examination.keepsUndo && journal + above + side.size.longest > kMaxShellPath) {
-      return Refusal{TextId::refusedTooLong, side.path};
+/// What a later operation did above or below must be undone before.
+std::optional<Refusal> FolderOperations::refuseForLater(const DoneOperation& done) const {
+  for (const int side : {0, 1}) {
+    if (!changes(done.operation, side)) continue;
+    const std::string& path = done.sides[side].path;
+    const std::string name = folded(path);
+    const auto isLater = [&](const auto& changed) { return changed.second > done.number; };
+    for (std::string above = name; !above.empty(); above = folderOf(above)) {
+      const auto [first, last] = changed_.equal_range(above);
+      if (std::any_of(first, last, isLater)) return Refusal{TextId::refusedLaterOperation, path};
     }
-  }
-  return std::nullopt;
-}
-
-/// The nearest folder above a path that is there.
-std::string FolderOperations::folderThatIs(const std::string& path) const {
-  std::string folder = folderOf(path);
-  while (!folder.empty() && !trees_.find(folder).exists()) folder = folderOf(folder);
-  return folder;
-}
-
-/// A disk that becomes full is to fail before anything was moved.
-std::optional<Refusal> FolderOperations::refuseForRoom(const Examination& examination) const {
-  struct Need {
-    std::string folder;
-    uint64_t bytes;
-  };
-  std::vector<Need> needs;
-  if (examination.keepsUndo) {
-    needs.push_back(
-        {trees_.temporaryFolder(), examination.sides[0].lost * examination.sides[0].size.bytes +
-                                       examination.sides[1].lost * examination.sides[1].size.bytes});
-  }
-  if (isCopy(examination.operation) &&
-      examination.sides[1 - targetOf(examination.operation)].found.exists()) {
-    const int target = targetOf(examination.operation);
-    const std::string folder = folderThatIs(examination.sides[target].path);
-    uint64_t bytes = examination.sides[1 - target].size.bytes;
-    // Without undo the old contents give way to the new ones.
-    if (!examination.keepsUndo) bytes -= std::min(bytes, examination.sides[target].size.bytes);
-    needs.push_back({folder, bytes});
-  }
-  uint64_t sum = 0;
-  for (size_t i = 0; i < needs.size(); ++i) {
-    const bool sameDrive =
-        i > 0 && files_.identity(needs[0].folder).volume == files_.identity(needs[i].folder).volume;
-    sum = needs[i].bytes + (sameDrive ? sum : 0);
-    const auto room = trees_.freeSpace(needs[i].folder);
-    if (room && *room < sum) return Refusal{TextId::refusedNoRoom, needs[i].folder};
+    const std::string start = name + kPathSeparator;
+    for (auto at = changed_.lower_bound(start); at != changed_.end() && at->first.starts_with(start); ++at) {
+      if (isLater(*at)) return Refusal{TextId::refusedLaterOperation, path};
+    }
   }
   return std::nullopt;
 }
@@ -376,58 +255,6 @@ void FolderOperations::discard(DoneOperation& done) {
 }
 
 // Undoing.
-
-Examination FolderOperations::examineUndo(const DoneOperation& done) {
-  Examination examination;
-  examination.operation = done.operation;
-  examination.keepsUndo = done.journal != nullptr;
-  for (const int side : {0, 1}) {
-    const DoneOperation::Side& was = done.sides[side];
-    Examination::Side& at = examination.sides[side];
-    if (!changes(done.operation, side)) continue;
-    at.path = was.made.empty() ? was.path : was.made;
-    at.name = nameOf(at.path);
-    at.found = trees_.find(at.path);
-    at.lost = at.found.exists();
-    if (!isSame(at.found, was.left)) examination.changedSince = true;
-    if (at.lost && !trees_.hasRecycleBin(at.path)) examination.recyclable = false;
-  }
-  examination.refusal = refuseUndo(examination, done);
-  return examination;
-}
-
-std::optional<Refusal> FolderOperations::refuseUndo(Examination& examination, const DoneOperation& done) {
-  if (auto refusal = refuseForLater(done)) return refusal;
-  if (auto refusal = measureLost(examination)) return refusal;
-  for (const DoneOperation::Side& side : done.sides) {
-    if (side.saved.empty()) continue;
-    TreeSize size;
-    if (auto refusal = measureTree(files_, trees_, side.saved, size)) return refusal;
-    if (auto refusal = refuseLength(folderOf(side.path), 0, size)) return refusal;
-    const auto room = trees_.freeSpace(folderThatIs(side.path));
-    if (room && *room < size.bytes) return Refusal{TextId::refusedNoRoom, side.path};
-  }
-  return refuseForRoom(examination);
-}
-
-/// What a later operation did above or below must be undone before.
-std::optional<Refusal> FolderOperations::refuseForLater(const DoneOperation& done) const {
-  for (const int side : {0, 1}) {
-    if (!changes(done.operation, side)) continue;
-    const std::string& path = done.sides[side].path;
-    const std::string name = folded(path);
-    const auto isLater = [&](const auto& changed) { return changed.second > done.number; };
-    for (std::string above = name; !above.empty(); above = folderOf(above)) {
-      const auto [first, last] = changed_.equal_range(above);
-      if (std::any_of(first, last, isLater)) return Refusal{TextId::refusedLaterOperation, path};
-    }
-    const std::string start = name + kPathSeparator;
-    for (auto at = changed_.lower_bound(start); at != changed_.end() && at->first.starts_with(start); ++at) {
-      if (isLater(*at)) return Refusal{TextId::refusedLaterOperation, path};
-    }
-  }
-  return std::nullopt;
-}
 
 OperationEnd FolderOperations::undo(const Examination& examination, DoneOperation& done) {
   StepList list(files_, trees_);

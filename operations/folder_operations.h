@@ -9,56 +9,11 @@
 #include <vector>
 
 #include "folders/folder_comparison.h"
+#include "operations/examination.h"
 #include "operations/journal.h"
 #include "operations/tree_operations.h"
-#include "operations/tree_size.h"
 
 namespace merivane {
-
-/// What was done last to an entry of a folder comparison.
-enum class EntryOperation : uint8_t {
-  none = 0,
-  compared = 1,
-  copyToOld = 2,
-  copyToNew = 3,
-  deleteOld = 4,
-  deleteNew = 5,
-  deleteBoth = 6,
-};
-
-/// "copy to old"; empty for none.
-std::string operationName(EntryOperation operation);
-
-constexpr bool isCopy(EntryOperation operation) {
-  return operation == EntryOperation::copyToOld || operation == EntryOperation::copyToNew;
-}
-/// Whether an operation changes a side.
-constexpr bool changes(EntryOperation operation, int side) {
-  return operation == EntryOperation::deleteBoth ||
-         operation == (side == 0 ? EntryOperation::copyToOld : EntryOperation::copyToNew) ||
-         operation == (side == 0 ? EntryOperation::deleteOld : EntryOperation::deleteNew);
-}
-
-/// What there is to know of an operation, or of its undoing, before it touches anything.
-struct Examination {
-  EntryOperation operation = EntryOperation::none;
-  bool keepsUndo = false;
-
-  struct Side {
-    std::string name;   // from the compared folder on
-    std::string path;   // of the entry; where it is not there, where it would be
-    FoundEntry found;   // what is there
-    TreeSize size;      // how much that is
-    bool lost = false;  // it will be deleted or replaced
-    bool recyclable = true;
-  };
-  Side sides[2];
-
-  std::optional<Refusal> refusal;  // it cannot be done
-  bool recyclable = true;          // what is deleted goes into the recycle bin
-  bool changedSince = false;       // a side is no longer what it was when it was compared or operated on
-  bool olderOverNewer = false;     // a file is replaced by an older one
-};
 
 /// An operation that was done, with all that undoing it takes. Destroyed without being undone or discarded it
 /// leaves its journal on the disk, for the next start to find.
@@ -99,27 +54,23 @@ class FolderOperations {
  public:
   FolderOperations(FileSystem& files, TreeOperations& trees) : files_(files), trees_(trees) {}
 
-  /// Looks at both sides again, and measures what an operation is about.
-  Examination examine(const std::string (&tops)[2], const FolderEntry& entry, EntryOperation operation,
-                      bool keepsUndo);
+  /// What an operation on an entry is about, for examine() to look at. Touches nothing.
+  Examination plan(const std::string (&tops)[2], const FolderEntry& entry, EntryOperation operation,
+                   bool keepsUndo) const;
 
   /// Does what was examined. Only a failure leaves `done` as it was.
   OperationEnd perform(const Examination& examination, DoneOperation& done);
 
-  /// The same for undoing. `done` is gone when it succeeds, and stays as it was when it fails.
-  Examination examineUndo(const DoneOperation& done);
+  /// The same for undoing; refused already where a later operation has to be undone before. `done` is gone
+  /// when it succeeds, and stays as it was when it fails.
+  Examination planUndo(const DoneOperation& done) const;
   OperationEnd undo(const Examination& examination, DoneOperation& done);
 
   /// Gives up undoing an operation, and removes its journal.
   void discard(DoneOperation& done);
 
  private:
-  std::optional<Refusal> refuse(Examination& examination, const std::string (&tops)[2]);
-  std::optional<Refusal> refuseUndo(Examination& examination, const DoneOperation& done);
-  std::optional<Refusal> refuseForRoom(const Examination& examination) const;
   std::optional<Refusal> refuseForLater(const DoneOperation& done) const;
-  std::optional<Refusal> measureLost(Examination& examination);
-  std::string folderThatIs(const std::string& path) const;
   void record(DoneOperation&& made, DoneOperation& done);
   void forget(DoneOperation& done);
 

@@ -30,8 +30,8 @@ class JournalFile {
   virtual SystemError append(std::string_view text) = 0;
 };
 
-/// What operations on files and folders need of the system besides FileSystem. All paths are absolute. Of the
-/// thread that made it.
+/// What operations on files and folders need of the system besides FileSystem. All paths are absolute. What
+/// changes something is for the thread that made it, what only looks for any.
 class TreeOperations {
  public:
   virtual ~TreeOperations() = default;

@@ -13,7 +13,8 @@ namespace {
 
 class Measuring {
  public:
-  Measuring(FileSystem& files, TreeSize& size) : files_(files), size_(size) {}
+  Measuring(FileSystem& files, TreeSize& size, const AbortFlag* abort, FolderProgress* progress)
+      : files_(files), size_(size), abort_(abort), progress_(progress) {}
 
   std::optional<Refusal> entry(const std::string& path, std::string_view name, FileKind kind, bool isLink,
                                uint64_t bytes, size_t above) {
@@ -25,6 +26,7 @@ class Measuring {
       case FileKind::file:
         ++size_.files;
         size_.bytes += bytes;
+        if (progress_ != nullptr) progress_->addBytes(bytes);
         return std::nullopt;
       case FileKind::folder:
         ++size_.folders;
@@ -39,8 +41,10 @@ class Measuring {
  private:
   std::optional<Refusal> below(const std::string& folder, size_t above) {
     FolderListing listing;
-    if (files_.list(folder, nullptr, listing) != 0) return Refusal{TextId::refusedUnreadable, folder};
-    for (uint32_t i = 0; i < listing.size(); ++i) {
+    if (progress_ != nullptr) progress_->enter(folder);
+    if (files_.list(folder, abort_, listing) != 0) return Refusal{TextId::refusedUnreadable, folder};
+    if (progress_ != nullptr) progress_->addEntries(listing.size());
+    for (uint32_t i = 0; i < listing.size() && !isRaised(abort_); ++i) {
       const ListedEntry& found = listing.entry(i);
       const std::string path = joinPath(folder, listing.name(i));
       if (found.error != 0 && !found.isLink) return Refusal{TextId::refusedUnreadable, path};
@@ -52,6 +56,8 @@ class Measuring {
 
   FileSystem& files_;
   TreeSize& size_;
+  const AbortFlag* const abort_;
+  FolderProgress* const progress_;
 };
 
 bool isSameFile(const ListedEntry& a, const ListedEntry& b) {
@@ -124,16 +130,22 @@ std::string folderOf(const std::string& path) {
 
 std::string nameOf(const std::string& path) { return path.substr(path.rfind(kPathSeparator) + 1); }
 
+std::string folded(std::string path) {
+  for (char& c : path) c = lowerCase(c);
+  return path;
+}
+
 size_t pathLength(std::string_view path) {
   // What is no character is a unit of its own.
   return utf16FromUtf8<char16_t>(path).size();
 }
 
 std::optional<Refusal> measureTree(FileSystem& files, TreeOperations& trees, const std::string& path,
-                                   TreeSize& size) {
+                                   TreeSize& size, const AbortFlag* abort, FolderProgress* progress) {
   const FoundEntry found = trees.find(path);
   if (!found.exists()) return Refusal{TextId::refusedMissing, path};
-  return Measuring(files, size).entry(path, found.name, found.kind, found.isLink, found.size, 0);
+  return Measuring(files, size, abort, progress)
+      .entry(path, found.name, found.kind, found.isLink, found.size, 0);
 }
 
 bool isCopied(FileSystem& files, TreeOperations& trees, const std::string& original,

@@ -4,7 +4,9 @@
 #include <optional>
 #include <string>
 
+#include "base/abort_flag.h"
 #include "base/texts.h"
+#include "folders/folder_progress.h"
 #include "operations/tree_operations.h"
 
 namespace merivane {
@@ -30,8 +32,9 @@ struct TreeSize {
 /// Measures what is at `path`, which is there. Returns why it is nothing for the shell, if it is so:
 /// something in it cannot be read, is a link, which an operation would follow, or neither file nor folder, or
 /// has a name that the shell does not take literally.
+/// Where the flag is raised meanwhile the size means nothing; neither it nor the progress need be given.
 std::optional<Refusal> measureTree(FileSystem& files, TreeOperations& trees, const std::string& path,
-                                   TreeSize& size);
+                                   TreeSize& size, const AbortFlag* abort, FolderProgress* progress);
 
 /// Whether the system takes a name as it is: not for a pattern, a device, or without the dots at its end.
 bool isTakenLiterally(std::string_view name);
@@ -39,6 +42,9 @@ bool isTakenLiterally(std::string_view name);
 /// The folder that a path lies in, empty for none, and the name there. A drive's keeps its separator.
 std::string folderOf(const std::string& path);
 std::string nameOf(const std::string& path);
+
+/// A path in lower case, which is the same for all spellings of one path.
+std::string folded(std::string path);
 
 /// How long a path is for the system, in UTF-16 units.
 size_t pathLength(std::string_view path);

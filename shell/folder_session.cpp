@@ -16,28 +16,12 @@ namespace {
 
 int shownSide(FolderCategory category) { return category == FolderCategory::onlyOld ? 0 : 1; }
 
-bool isOpen(EntryOperation operation) {
-  return operation == EntryOperation::none || operation == EntryOperation::compared;
-}
-
 /// Of a folder's path, however it ends; a drive's whole path.
 std::string shownFolderName(std::string path) {
   while (path.size() > 1 && (path.back() == kPathSeparator || path.back() == '/')) path.pop_back();
   const std::string name = path.substr(path.find_last_of("\\/") + 1);
   return name.empty() || name.back() == ':' ? path + (path.ends_with(':') ? "\\" : "") : name;
 }
-
-/// Is so while it lives.
-class While {
- public:
-  explicit While(bool& is) : is_(is) { is_ = true; }
-  ~While() { is_ = false; }
-  While(const While&) = delete;
-  While& operator=(const While&) = delete;
-
- private:
-  bool& is_;
-};
 
 bool beginsWith(std::string_view name, std::string_view typed) {
   return name.size() >= typed.size() && equalNames(name.substr(0, typed.size()), typed, false);
@@ -65,8 +49,9 @@ bool RowSelection::isMultiple() const {
   return selected.size() > 1 || (selected.size() == 1 && caret != selected[0]);
 }
 
-FolderSession::FolderSession(FolderSessionHost& host, const SessionWorld& world, TreeOperations& trees)
-    : host_(host), world_(world), trees_(trees), operations_(world.files, trees) {}
+FolderSession::FolderSession(FolderSessionHost& host, const SessionWorld& world,
+                             std::shared_ptr<TreeOperations> trees)
+    : host_(host), world_(world), trees_(std::move(trees)), operations_(world.files, *trees_) {}
 
 FolderSession::~FolderSession() { discardOperations(); }
 
@@ -115,10 +100,9 @@ std::string FolderSession::troubleText() const {
 }
 
 std::string FolderSession::progressText() const {
-  if (comparison_ == nullptr) return {};
-  const FolderProgress& progress = comparison_->progress;
-  return formatMessage(TextId::comparingProgress, {std::to_string(progress.entries()),
-                                                   std::to_string(progress.bytes()), progress.folder()});
+  if (job_ == nullptr) return {};
+  return formatMessage(TextId::comparingProgress,
+                       {std::to_string(job_->entries()), std::to_string(job_->bytes()), job_->folder()});
 }
 
 // The rows.
@@ -283,12 +267,12 @@ void FolderSession::compare() {
         return onCompared(Result::outOfMemory, *comparison);
     }
   };
-  host_.startJob(work, whenEnded, [this] { return progressText(); });
-  comparison_ = comparison;
+  host_.startJob(TextId::pleaseWaitComparing, work, whenEnded, [this] { return progressText(); });
+  job_ = {comparison, &comparison->progress};
 }
 
 void FolderSession::onCompared(Result result, Comparison& comparison) {
-  const auto ended = std::exchange(comparison_, nullptr);
+  job_.reset();
   const bool succeeded = result == Result::success;
   bool again = succeeded;
   discardOperations();
@@ -414,167 +398,7 @@ std::vector<RowMenuItem> FolderSession::deleteMenu(FolderCategory category,
   return deletions;
 }
 
-void FolderSession::run(Command command, FolderCategory category, const RowSelection& selection) {
-  if (isBusy()) return;
-  const RowFacts rows = facts(category, selection);
-  if (rows.rows.empty()) return host_.showStatus(text(TextId::nothingSelected));
-  if (command == Command::undo) {
-    if (!rows.canUndo) return host_.showStatus(text(TextId::cannotUndo));
-    return undoRows(category, rows);
-  }
-  if (!mayDo(category, command)) return host_.showStatus(text(TextId::notForThese));
-  if (!rows.canAct) return host_.showStatus(text(TextId::alreadyDone));
-  if (command == Command::compareEntries) return compareRows(category, rows);
-  operate(operationOf(command), category, rows);
-}
-
-void FolderSession::markCompared(FolderCategory category, uint32_t row) {
-  if (mark(category, row) != EntryOperation::none) return;
-  marks(category)[row].operation = EntryOperation::compared;
-  for (bool& modified : modified_) modified = true;
-  host_.onMarks(category);
-}
-
-void FolderSession::compareRows(FolderCategory category, const RowFacts& facts) {
-  for (const uint32_t row : facts.rows) {
-    if (!isOpen(mark(category, row))) continue;
-    markCompared(category, row);
-    GivenSide both[2];
-    sides(category, row, both);
-    host_.openComparison(both, entry(category, row).isFolder, !facts.isSingle);
-  }
-}
-
-void FolderSession::operate(EntryOperation operation, FolderCategory category, const RowFacts& facts) {
-  const While operating(operating_);
-  std::vector<uint32_t> rows;
-  std::vector<Examination> examinations;
-  std::vector<std::string> changed;
-  std::optional<Refusal> refusal;
-  for (const uint32_t row : facts.rows) {
-    if (!isOpen(mark(category, row))) continue;
-    Examination examination =
-        operations_.examine(paths_, entry(category, row), operation, world_.settings.folderUndo);
-    refusal = examination.refusal;
-    if (refusal) break;  // it ends what comes before, too
-    if (examination.changedSince) changed.push_back(path(category, row));
-    rows.push_back(row);
-    examinations.push_back(std::move(examination));
-  }
-  if (!rows.empty() && (!mayChange(changed) || !mayLose(examinations))) return;
-  int64_t count = 0;
-  std::optional<std::string> failure;
-  for (size_t i = 0; i < rows.size() && !failure; ++i) {
-    DoneOperation done;
-    OperationEnd end = operations_.perform(examinations[i], done);
-    if (end.kind != OperationEnd::Kind::done) failure = std::move(end.message);
-    if (end.kind == OperationEnd::Kind::failed) break;
-    for (const int side : {0, 1}) modified_[side] = modified_[side] || changes(done.operation, side);
-    marks(category)[rows[i]] = std::move(done);
-    ++count;
-  }
-  if (count > 0) host_.onMarks(category);
-  if (failure) return reportFailure(*failure);
-  if (refusal) return host_.report(refusal->message(), ReportKind::error);
-  host_.showStatus(formatMessage(TextId::entriesDone, {count}));
-}
-
-/// In the order of the rows; where one is about what lies in the folder of another, the later done first.
-void FolderSession::undoRows(FolderCategory category, const RowFacts& facts) {
-  const While operating(operating_);
-  std::vector<uint32_t> left;
-  std::vector<std::string> changed;
-  for (const uint32_t row : facts.rows) {
-    const auto found = marks(category).find(row);
-    if (found == marks(category).end() || isOpen(found->second.operation) || !found->second.undoable)
-      continue;
-    left.push_back(row);
-    if (operations_.examineUndo(found->second).changedSince) changed.push_back(path(category, row));
-  }
-  if (!mayChange(changed)) return;
-  int64_t count = 0;
-  std::optional<std::string> failure;
-  std::optional<Refusal> refusal;
-  for (bool undone = true; undone && !failure && !refusal;) {
-    undone = false;
-    std::optional<Refusal> waits;
-    std::vector<uint32_t> waiting;
-    for (const uint32_t row : left) {
-      DoneOperation& done = marks(category).at(row);
-      const Examination examination = operations_.examineUndo(done);
-      if (examination.refusal && examination.refusal->reason == TextId::refusedLaterOperation) {
-        waiting.push_back(row);
-        if (!waits) waits = examination.refusal;
-        continue;
-      }
-      refusal = examination.refusal;
-      if (refusal) break;
-      OperationEnd end = operations_.undo(examination, done);
-      if (end.kind != OperationEnd::Kind::done || !end.message.empty()) failure = std::move(end.message);
-      if (end.kind == OperationEnd::Kind::done) {
-        marks(category).erase(row);
-        undone = true;
-        ++count;
-      }
-      if (failure) break;
-    }
-    left = std::move(waiting);
-    if (!undone && !refusal) refusal = waits;
-    if (left.empty()) break;
-  }
-  if (count > 0) host_.onMarks(category);
-  if (failure) return reportFailure(*failure);
-  if (refusal) return host_.report(refusal->message(), ReportKind::error);
-  host_.showStatus(formatMessage(TextId::entriesDone, {count}));
-}
-
-void FolderSession::reportFailure(const std::string& message) {
-  host_.report(message.empty() ? text(TextId::operationAborted) : message, ReportKind::error);
-}
-
-// Questions.
-
-bool FolderSession::mayChange(const std::vector<std::string>& changed) {
-  if (changed.empty()) return true;
-  const auto count = static_cast<int64_t>(changed.size());
-  const std::string question = count == 1
-                                   ? formatMessage(TextId::changedSinceCompared, {changed[0]})
-                                   : formatMessage(TextId::manyChangedSinceCompared, {count, changed[0]});
-  return host_.ask({question, false, true, true}) == Answer::yes;
-}
-
-/// Asks about what could not be brought back: once for all rows, with all that lies in folders.
-bool FolderSession::mayLose(const std::vector<Examination>& examinations) {
-  const bool replaces = isCopy(examinations[0].operation);
-  const bool keepsUndo = examinations[0].keepsUndo;
-  TreeSize lost;
-  std::string path;
-  int64_t newer = 0;
-  bool recyclable = true, any = false;
-  for (const Examination& examination : examinations) {
-    for (const Examination::Side& side : examination.sides) {
-      if (!side.lost) continue;
-      any = true;
-      lost += side.size;
-      path = side.path;
-    }
-    newer += examination.olderOverNewer;
-    recyclable = recyclable && examination.recyclable;
-  }
-  if (!any || (keepsUndo && recyclable)) return true;
-  const std::string amount =
-      formatMessage(TextId::filesAndFolders,
-                    {std::to_string(lost.files), std::to_string(lost.folders), std::to_string(lost.bytes)});
-  std::string facts = examinations.size() == 1 ? path + "\n\n" : std::string();
-  facts += formatMessage(replaces ? TextId::toBeReplaced : TextId::toBeDeleted, {amount});
-  if (newer > 0) facts += "\n" + formatMessage(TextId::newerThanReplacement, {std::to_string(newer)});
-  if (!recyclable) facts += "\n" + std::string(text(TextId::noRecycleBin));
-  const bool oneFile = lost.files == 1 && lost.folders == 0;
-  const std::string question = keepsUndo             ? facts + "\n\n" + text(TextId::reallyGoOn)
-                               : replaces && oneFile ? formatMessage(TextId::reallyReplace, {facts})
-                                                     : facts + "\n\n" + text(TextId::reallyGoOnForGood);
-  return host_.ask({question, false, true, true}) == Answer::yes;
-}
+// Closing.
 
 size_t FolderSession::undoableOperations() const {
   size_t count = 0;

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -58,13 +60,15 @@ inline constexpr FolderCategory kFolderTabs[] = {FolderCategory::changed, Folder
 
 /// The comparison of two folders: it compares, has the result as four lists of rows, copies and deletes
 /// entries and takes that back, and decides what is asked before something would be lost. Rows are numbered
-/// from 0 in each category. For an operation all rows are looked at first and all is asked at once.
+/// from 0 in each category. For an operation all rows are looked at first, as a job, and all is asked at
+/// once.
 ///
 /// What fails is reported to the user and leaves everything as it was, unless it says otherwise. Where memory
 /// runs out that is either reported or thrown as std::bad_alloc. Destroying the session removes its journals.
+/// folder_session_commands.cpp holds what its commands do.
 class FolderSession {
  public:
-  FolderSession(FolderSessionHost& host, const SessionWorld& world, TreeOperations& trees);
+  FolderSession(FolderSessionHost& host, const SessionWorld& world, std::shared_ptr<TreeOperations> trees);
   ~FolderSession();
   FolderSession(const FolderSession&) = delete;
   FolderSession& operator=(const FolderSession&) = delete;
@@ -83,7 +87,7 @@ class FolderSession {
 
   /// A comparison or a command is under way. Until it has ended nothing else is begun, and the window stays:
   /// the shell takes messages while it copies and deletes.
-  bool isBusy() const { return comparison_ != nullptr || operating_; }
+  bool isBusy() const { return job_ != nullptr || operating_; }
 
   /// The options are no longer those that the shown comparison was made under.
   bool optionsChanged() const { return shown_ && world_.settings.folderOptions() != madeUnder_; }
@@ -101,7 +105,8 @@ class FolderSession {
   /// "2 could not be compared"; empty when all were.
   std::string troubleText() const;
 
-  /// How far the comparison under way is: entries, bytes, folder. For the window's own thread, at any time.
+  /// How far the comparison or the look under way is: entries, bytes, folder. For the window's own thread, at
+  /// any time.
   std::string progressText() const;
 
   // The rows.
@@ -187,6 +192,7 @@ class FolderSession {
 
  private:
   struct Comparison;
+  struct Look;
   using Marks = std::map<uint32_t, DoneOperation>;
 
   /// What decides about the commands for some rows.
@@ -210,15 +216,19 @@ class FolderSession {
   size_t undoableOperations() const;
   bool mayLoseOperations();
   void compareRows(FolderCategory category, const RowFacts& facts);
-  void operate(EntryOperation operation, FolderCategory category, const RowFacts& facts);
-  void undoRows(FolderCategory category, const RowFacts& facts);
-  bool mayChange(const std::vector<std::string>& changed);
-  bool mayLose(const std::vector<Examination>& examinations);
+  void lookAt(std::vector<uint32_t> rows, std::vector<Examination> plans,
+              std::function<void(const Look& look)> then);
+  void examine(EntryOperation operation, FolderCategory category, const RowFacts& facts);
+  void operate(FolderCategory category, const Look& look);
+  void examineUndo(FolderCategory category, std::vector<uint32_t> rows, int64_t undone);
+  void undo(FolderCategory category, const Look& look, int64_t undone);
+  bool mayChange(FolderCategory category, const Look& look, std::span<const Examination> examinations);
+  bool mayLose(std::span<const Examination> examinations);
   void reportFailure(const std::string& message);
 
   FolderSessionHost& host_;
   const SessionWorld world_;
-  TreeOperations& trees_;
+  const std::shared_ptr<TreeOperations> trees_;  // also of a look that is still under way when this is gone
   FolderOperations operations_;
   bool fresh_ = true;
   bool shown_ = false;
@@ -231,7 +241,7 @@ class FolderSession {
   FolderComparison result_;
   std::string filterText_;
   Marks marks_[kFolderCategories];
-  std::shared_ptr<Comparison> comparison_;  // under way
+  std::shared_ptr<const FolderProgress> job_;  // of the comparison or the look under way
 };
 
 }  // namespace merivane

@@ -30,4 +30,9 @@ bool offers(FolderCategory category, Command command);
 /// What a command does to an entry; none for all others.
 EntryOperation operationOf(Command command);
 
+/// Whether something can still be done to a row to which this was done last.
+constexpr bool isOpen(EntryOperation last) {
+  return last == EntryOperation::none || last == EntryOperation::compared;
+}
+
 }  // namespace merivane

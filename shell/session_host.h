@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/texts.h"
 #include "base/work.h"
 
 namespace merivane {
@@ -40,9 +41,11 @@ class SessionHost : public UserBoxes {
   /// Says in the status bar what was done.
   virtual void showStatus(const std::string& text) = 0;
 
-  /// Has work done on a thread of its own while the user waits and may cancel, and sees how far it is if
-  /// `progress` tells. `whenEnded` is called after this call has returned, unless the window closes before.
-  virtual void startJob(Work work, WhenWorkEnds whenEnded, ProgressText progress = nullptr) = 0;
+  /// Has work done on a thread of its own while the user waits, told for what, and may cancel, and sees how
+  /// far it is if `progress` tells. `whenEnded` is called after this call has returned, unless the window
+  /// closes before; it may start another job.
+  virtual void startJob(TextId waiting, Work work, WhenWorkEnds whenEnded,
+                        ProgressText progress = nullptr) = 0;
 };
 
 }  // namespace merivane

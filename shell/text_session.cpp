@@ -118,7 +118,7 @@ void TextSession::compare() {
     comparison->paths = {paths[0], paths[1]};
     comparison->outcome = compareFiles(files, paths, comparison->options, &abort, comparison->result);
   };
-  host_.startJob(work, [this, comparison](WorkEnd end) {
+  host_.startJob(TextId::pleaseWaitComparing, work, [this, comparison](WorkEnd end) {
     switch (end) {
       case WorkEnd::done:
         return onCompared(comparison->outcome, *comparison);

@@ -91,9 +91,8 @@ void Application::serveMessages() {
 }
 
 void Application::route(MSG& message) {
-  for (const HWND dialog : {findDialog.handle(), optionsDialog.handle()}) {
-    if (dialog != nullptr && IsDialogMessageW(dialog, &message)) return;
-  }
+  if (findDialog.handle() != nullptr && IsDialogMessageW(findDialog.handle(), &message)) return;
+  if (optionsDialog.takes(message)) return;
   if (message.hwnd != nullptr) {
     HWND top = message.hwnd;
     while (const HWND parent = GetParent(top)) top = parent;

@@ -1,8 +1,10 @@
 #include "shell/win/folder_window.h"
 
 #include "operations/win/shell_trees.h"
+#include "shell/high_contrast.h"
 #include "shell/win/application.h"
 #include "shell/win/compare_window.h"
+#include "shell/win/system_facts.h"
 
 namespace merivane {
 
@@ -27,9 +29,9 @@ bool FolderWindow::PreTranslateMessage(const MSG& message) {
 }
 
 bool FolderWindow::createContents() {
-  trees_ = makeShellTrees(handle());
+  std::shared_ptr<TreeOperations> trees = makeShellTrees(handle());
   FolderSessionHost& host = *this;
-  session_ = std::make_unique<FolderSession>(host, application().sessionWorld(), *trees_);
+  session_ = std::make_unique<FolderSession>(host, application().sessionWorld(), std::move(trees));
   if (!lists_.create(handle())) return false;
   session_->restoreNames();
   return true;
@@ -75,8 +77,9 @@ std::optional<uint32_t> FolderWindow::rowThatBegins(int tab, std::string_view wi
 FileIcons& FolderWindow::rowIcons() const { return application().icons(dpi()); }
 
 MarkColours FolderWindow::markColours(uint8_t mark) const {
-  const Settings& settings = application().settings;
-  return merivane::markColours(settings.look().colours, settings.textColor, mark);
+  ViewOptions options = application().settings.viewOptions();
+  if (const auto contrast = highContrast()) followHighContrast(*contrast, options);
+  return merivane::markColours(options.colours, options.textColour, mark);
 }
 
 void FolderWindow::onSelection() {

@@ -96,8 +96,7 @@ class FolderWindow final : public TopLevelWindow, private ResultListsOwner, priv
   void goBackTo(const Place& place);
 
   ResultLists lists_;
-  std::unique_ptr<TreeOperations> trees_;  // both from the window's creation on
-  std::unique_ptr<FolderSession> session_;
+  std::unique_ptr<FolderSession> session_;  // from the window's creation on
   Place place_;
   mutable std::optional<RowSelection> selection_;        // as long as it is the lists'
   mutable std::optional<std::vector<Command>> offered_;  // for it

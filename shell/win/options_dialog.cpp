@@ -6,6 +6,7 @@
 #include "base/win/dpi.h"
 #include "base/win/messages.h"
 #include "base/win/wide.h"
+#include "shell/commands.h"
 #include "shell/win/system_facts.h"
 
 namespace merivane {
@@ -39,6 +40,15 @@ void OptionsDialog::open(HWND owner) {
 
 void OptionsDialog::close() {
   if (handle() != nullptr) DestroyWindow(handle());
+}
+
+bool OptionsDialog::takes(MSG& message) {
+  if (handle() == nullptr) return false;
+  const bool isKey = message.message == WM_KEYDOWN && IsChild(handle(), message.hwnd);
+  if (!isKey || message.wParam != VK_F5) return IsDialogMessageW(handle(), &message) != FALSE;
+  if (page_ != nullptr) page_->takeTyped();
+  PostMessageW(GetWindow(handle(), GW_OWNER), WM_COMMAND, static_cast<WPARAM>(Command::refresh), 0);
+  return true;
 }
 
 LRESULT OptionsDialog::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {

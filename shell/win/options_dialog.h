@@ -25,6 +25,9 @@ class OptionsDialog final : public Dialog {
 
   void close();
 
+  /// Whether a message is the dialog's. F5 there does what the status bar of the window below promises.
+  bool takes(MSG& message);
+
  private:
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void onDestroyed() override { page_.reset(); }

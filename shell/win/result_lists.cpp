@@ -350,7 +350,7 @@ void ResultLists::onDraw(int tab, const DRAWITEMSTRUCT& item) const {
   const RECT line = {area.left, area.bottom - 1, area.right, area.bottom};
   FillRect(dc, &line, GetSysColorBrush(COLOR_BTNFACE));
   --area.bottom;
-  drawMark(dc, area, look.dpi, row.mark, owner_.markColours(row.mark));
+  drawMark(dc, area, look.dpi, row.mark, markColours_[row.mark]);
 
   const int left = static_cast<int>(area.left) + pixels(iconLeft);
   int icon = row.isFolder ? icons.StockIcon(FileIcons::kClosedFolder) : icons.IconForFile(row.path);

@@ -325,8 +325,8 @@ void TopLevelWindow::reportOutOfMemory() { merivane::reportOutOfMemory(); }
 
 void TopLevelWindow::showStatus(const std::string& text) { statusBar_.announce(text); }
 
-void TopLevelWindow::startJob(Work work, WhenWorkEnds whenEnded, ProgressText progress) {
-  waitDialog_.start(handle(), std::move(work), std::move(whenEnded), std::move(progress));
+void TopLevelWindow::startJob(TextId waiting, Work work, WhenWorkEnds whenEnded, ProgressText progress) {
+  waitDialog_.start(handle(), waiting, std::move(work), std::move(whenEnded), std::move(progress));
 }
 
 void TopLevelWindow::onClose() {

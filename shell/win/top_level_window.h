@@ -167,7 +167,7 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
   void report(const std::string& message, ReportKind kind) override;
   void reportOutOfMemory() override;
   void showStatus(const std::string& text) override;
-  void startJob(Work work, WhenWorkEnds whenEnded, ProgressText progress) override;
+  void startJob(TextId waiting, Work work, WhenWorkEnds whenEnded, ProgressText progress) override;
 
  private:
   struct ShownBars {

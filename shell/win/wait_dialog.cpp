@@ -26,10 +26,11 @@ constexpr UINT unnoticedMilliseconds = 150;
 
 WaitDialog::~WaitDialog() { abandon(); }
 
-void WaitDialog::start(HWND owner, Work work, WhenWorkEnds whenEnded, ProgressText progress) {
+void WaitDialog::start(HWND owner, TextId waiting, Work work, WhenWorkEnds whenEnded, ProgressText progress) {
   job_ = BackgroundJob::start(owner, compareDoneMessage, std::move(work));
   whenEnded_ = std::move(whenEnded);
   progress_ = std::move(progress);
+  waiting_ = waiting;
   owner_ = owner;
   open(progress_ ? dialogWithProgress : dialogNumber, owner);
 }
@@ -64,7 +65,7 @@ LRESULT WaitDialog::onMessage(UINT message, WPARAM wParam, LPARAM) {
 
 BOOL WaitDialog::onInitDialog() {
   setWindowText(handle(), loadText(TextId::pleaseWait));
-  setWindowText(GetDlgItem(handle(), textControl), loadText(TextId::pleaseWaitComparing));
+  setWindowText(GetDlgItem(handle(), textControl), loadText(waiting_));
   centre();
   SetTimer(handle(), showTimer, unnoticedMilliseconds, nullptr);
   return TRUE;

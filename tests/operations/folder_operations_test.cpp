@@ -39,7 +39,11 @@ class World {
     ASSERT_EQ(compareFolders(files, kTops, options, nullptr, result), Result::success);
   }
   Examination examine(const std::string& name, EntryOperation operation, bool keepsUndo = true) {
-    return operations.examine(kTops, entryNamed(result, inFolder(name)), operation, keepsUndo);
+    return merivane::examine(
+        files, disk, operations.plan(kTops, entryNamed(result, inFolder(name)), operation, keepsUndo));
+  }
+  Examination examineUndo(const DoneOperation& undone) {
+    return merivane::examine(files, disk, operations.planUndo(undone));
   }
   End perform(const Examination& examination) {
     EXPECT_FALSE(examination.refusal) << examination.refusal->message();
@@ -48,7 +52,7 @@ class World {
     return end.kind;
   }
   End undo() {
-    const Examination examination = operations.examineUndo(done);
+    const Examination examination = examineUndo(done);
     EXPECT_FALSE(examination.refusal) << examination.refusal->message();
     return operations.undo(examination, done).kind;
   }
@@ -142,7 +146,7 @@ struct Attempt {
     examination = world.examine(c.name, c.operation, keepsUndo);
     if (!undoing) return;
     EXPECT_EQ(world.perform(examination), End::done);
-    examination = world.operations.examineUndo(world.done);
+    examination = world.examineUndo(world.done);
     before = world.trees();
   }
   End run() {
@@ -345,7 +349,7 @@ TEST(FolderOperations, ThousandsOfOperationsUndoneGiveTheFirstTreesBack) {
     }
     if (rows.empty()) continue;
     const auto undo = [&](DoneOperation& done) {
-      const Examination examination = world.operations.examineUndo(done);
+      const Examination examination = world.examineUndo(done);
       if (!examination.refusal) {
         EXPECT_EQ(world.operations.undo(examination, done).kind, End::done);
       }
@@ -358,7 +362,8 @@ TEST(FolderOperations, ThousandsOfOperationsUndoneGiveTheFirstTreesBack) {
         continue;
       }
       const auto operation = static_cast<EntryOperation>(2 + random.below(5));
-      const Examination examination = world.operations.examine(kTops, *entry, operation, true);
+      const Examination examination =
+          examine(world.files, world.disk, world.operations.plan(kTops, *entry, operation, true));
       if (examination.refusal) continue;
       const Files before = world.trees();
       const auto end = world.operations.perform(examination, done).kind;
@@ -375,7 +380,7 @@ TEST(FolderOperations, ThousandsOfOperationsUndoneGiveTheFirstTreesBack) {
       }
     }
     for (auto& [entry, done] : rows) {
-      ASSERT_EQ(done.operation, none) << world.operations.examineUndo(done).refusal->message();
+      ASSERT_EQ(done.operation, none) << world.examineUndo(done).refusal->message();
     }
     ASSERT_EQ(world.trees(), first) << "after " << count;
     ASSERT_EQ(world.journals(), 0u);

@@ -110,13 +110,15 @@ TEST_F(ShellTreesTest, WhatIsDoneToRealFoldersIsUndone) {
   const auto first = trees();
   for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.name) + " " + std::to_string(static_cast<int>(c.operation)));
-    const Examination examination = operations_.examine(tops_, entry(c.name), c.operation, true);
+    const Examination examination =
+        examine(files_, *shell_, operations_.plan(tops_, entry(c.name), c.operation, true));
     ASSERT_FALSE(examination.refusal) << examination.refusal->message();
     EXPECT_FALSE(examination.changedSince);
     DoneOperation done;
     ASSERT_EQ(operations_.perform(examination, done).kind, OperationEnd::Kind::done);
     EXPECT_NE(trees(), first);
-    ASSERT_EQ(operations_.undo(operations_.examineUndo(done), done).kind, OperationEnd::Kind::done);
+    ASSERT_EQ(operations_.undo(examine(files_, *shell_, operations_.planUndo(done)), done).kind,
+              OperationEnd::Kind::done);
     EXPECT_EQ(trees(), first);
   }
 }
@@ -127,7 +129,8 @@ TEST_F(ShellTreesTest, AWholeFolderIsReplacedAndAFileInUseStopsThat) {
   folder.isFolder = true;
   const auto first = trees();
   for (const auto operation : {EntryOperation::copyToOld, EntryOperation::deleteBoth}) {
-    const Examination examination = operations_.examine(tops_, folder, operation, true);
+    const Examination examination =
+        examine(files_, *shell_, operations_.plan(tops_, folder, operation, true));
     ASSERT_FALSE(examination.refusal) << examination.refusal->message();
     EXPECT_EQ(examination.sides[0].size.files, 2u);
     DoneOperation done;
@@ -147,7 +150,8 @@ TEST_F(ShellTreesTest, AWholeFolderIsReplacedAndAFileInUseStopsThat) {
       EXPECT_EQ(shell_->find(joinPath(tops_[0], "tree\\deep")).modified,
                 shell_->find(joinPath(tops_[1], "tree\\deep")).modified);
     }
-    ASSERT_EQ(operations_.undo(operations_.examineUndo(done), done).kind, OperationEnd::Kind::done);
+    ASSERT_EQ(operations_.undo(examine(files_, *shell_, operations_.planUndo(done)), done).kind,
+              OperationEnd::Kind::done);
     EXPECT_EQ(trees(), first);
   }
 }
@@ -164,7 +168,8 @@ TEST_F(ShellTreesTest, WhatTheShellWouldMisreadIsRefused) {
   folder.isFolder = true;
   for (const auto operation :
        {EntryOperation::copyToNew, EntryOperation::deleteOld, EntryOperation::deleteBoth}) {
-    const Examination examination = operations_.examine(tops_, folder, operation, true);
+    const Examination examination =
+        examine(files_, *shell_, operations_.plan(tops_, folder, operation, true));
     ASSERT_TRUE(examination.refusal);
     EXPECT_EQ(examination.refusal->reason, TextId::refusedTooLong);
   }

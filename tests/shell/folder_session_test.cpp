@@ -56,9 +56,10 @@ class FolderSessionTest : public testing::Test {
     return window_.said();
   }
   std::string run(Command command, FolderCategory category, std::vector<uint32_t> rows,
-                  std::deque<Answer> answers = {}) {
+                  std::deque<Answer> answers = {}, WorkEnd end = WorkEnd::done) {
     window_.answers = std::move(answers);
     session_.run(command, category, {rows, rows.empty() ? std::optional<uint32_t>() : rows[0]});
+    while (window_.job) window_.finish(end);
     return window_.said();
   }
   std::string labels(FolderCategory category, const RowSelection& selection) {
@@ -84,7 +85,8 @@ class FolderSessionTest : public testing::Test {
   MemoryValues values_;
   SettingsStore store_{values_};
   FakeFolderWindow window_;
-  FolderSession session_{window_, {files_, settings_, store_, target, time}, disk_};
+  FolderSession session_{
+      window_, {files_, settings_, store_, target, time}, {std::shared_ptr<void>(), &disk_}};
 };
 
 const std::string kShellItems = "&Open in app, E&xplore folder, &Properties, ";
@@ -195,6 +197,13 @@ TEST_F(FolderSessionTest, OperationsAndUndoGoThroughTheRows) {
   EXPECT_EQ(files_.files, first);
   EXPECT_EQ(tabs(), "Changed (2) Old (2) New (1) Same (1) ");
 
+  // A look that is given up changes nothing.
+  EXPECT_EQ(run(Command::deleteOld, onlyOld, {0, 1}, {}, WorkEnd::cancelled), "status: Operation aborted.\n");
+  EXPECT_EQ(run(Command::copyToNew, onlyOld, {0, 1}, {}, WorkEnd::outOfMemory), "");
+  EXPECT_EQ(window_.outOfMemory, 1);
+  EXPECT_FALSE(session_.isBusy());
+  EXPECT_EQ(files_.files, first);
+
   // The first failure stops it.
   fileOf("O/old 2.txt").link = true;
   EXPECT_EQ(run(Command::copyToNew, onlyOld, {0, 1}),
@@ -267,7 +276,7 @@ TEST_F(FolderSessionTest, UndoOfNestedEntriesGoesFromTheLaterToTheEarlier) {
   EXPECT_EQ(run(Command::deleteOld, changed, {1}), "marks 2\nstatus: Entries done: 1\n");
   EXPECT_EQ(run(Command::deleteBoth, changed, {0}), "marks 2\nstatus: Entries done: 1\n");
   EXPECT_THAT(run(Command::undo, changed, {1}), testing::HasSubstr("Undo that one first."));
-  EXPECT_EQ(run(Command::undo, changed, {0, 1}), "marks 2\nstatus: Entries done: 2\n");
+  EXPECT_EQ(run(Command::undo, changed, {0, 1}), "marks 2\nmarks 2\nstatus: Entries done: 2\n");
   EXPECT_EQ(files_.files, first);
 }
 

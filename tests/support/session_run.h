@@ -33,7 +33,7 @@ class FakeSessionHost : public virtual SessionHost {
   }
   void reportOutOfMemory() override { ++outOfMemory; }
   void showStatus(const std::string& text) override { log += "status: " + text + "\n"; }
-  void startJob(Work work, WhenWorkEnds whenEnded, ProgressText) override {
+  void startJob(TextId, Work work, WhenWorkEnds whenEnded, ProgressText) override {
     job = std::move(work);
     whenJobEnds = std::move(whenEnded);
   }
