@@ -43,7 +43,6 @@ TEST_F(CompareTest, NamesInTheBoxes) {
     return program_->answerMessage();
   };
   EXPECT_THAT(saidOf(two_, binary), testing::StartsWith("The right file is a binary data file."));
-  EXPECT_THAT(saidOf("d:\\missing.txt", two_), testing::StartsWith("Cannot load left file.\n\nReason: "));
   EXPECT_EQ(saidOf(two_, two_), "The files are identical.");
   // Nothing of it keeps the window from going on; what has changed on the disk comes with F5.
   window.setNames(one_, two_);

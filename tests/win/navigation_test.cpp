@@ -45,6 +45,10 @@ TEST_F(NavigationTest, Keys) {
   EXPECT_TRUE(waitUntil([&] { return window.row() > 10; }));
   press(VK_PRIOR);
   EXPECT_SOON(window.row(), 1);
+  const HWND bar = childOf(window.handle(), "ScrollBar");
+  EXPECT_FALSE(IsWindowEnabled(bar)) << "there is nothing to scroll to sideways";
+  type(std::string(200, 'x'));
+  EXPECT_SOON(IsWindowEnabled(bar), TRUE);
   quit(window);
 
   save("ScrollToFirst", "true");
@@ -107,16 +111,6 @@ TEST_F(NavigationTest, Mouse) {
   for (int i = 0; i < 2; ++i) click(window.view(), {gap + 100, 90});
   EXPECT_EQ(areaOf(window.nameBox(1)).left, middle);
   EXPECT_EQ(window.caret(), caret);
-}
-
-TEST_F(NavigationTest, SidewaysThereIsSomethingToScrollOrNot) {
-  const TextWindow window = startWithDifferences();
-  const HWND bar = childOf(window.handle(), "ScrollBar");
-  EXPECT_FALSE(IsWindowEnabled(bar)) << "from the start";
-  type(std::string(200, 'x'));
-  EXPECT_SOON(IsWindowEnabled(bar), TRUE);
-  press('Z', {VK_CONTROL});
-  quit(window);
 }
 
 TEST_F(NavigationTest, SelectionGoesToTheClipboard) {

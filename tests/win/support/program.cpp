@@ -154,12 +154,15 @@ Hook::~Hook() {
 
 std::string TextWindow::menu(int place) const {
   const Hook hook(window_);
-  return ask(window_, RegisterWindowMessageA(kReadMenu), static_cast<WPARAM>(place), 0x4000).c_str();
+  return ask(window_, RegisterWindowMessageA(kReadMenu), static_cast<WPARAM>(place),
+             std::string(0x4000, '\0'))
+      .c_str();
 }
 
 ShownAnew TextWindow::shownAnew() const {
   ShownAnew shown;
-  const std::string bytes = ask(window_, RegisterWindowMessageA(kReadCounts), 0, sizeof shown);
+  const std::string bytes =
+      ask(window_, RegisterWindowMessageA(kReadCounts), 0, std::string(sizeof shown, '\0'));
   std::memcpy(&shown, bytes.data(), sizeof shown);
   return shown;
 }
@@ -178,11 +181,7 @@ void TextWindow::drop(HWND window, POINT at, const std::vector<std::string>& pat
 }
 
 void TextWindow::changeDpi(int dpi, const RECT& place) const {
-  const HANDLE process = program_->process();
-  void* const block = VirtualAllocEx(process, nullptr, sizeof place, MEM_COMMIT, PAGE_READWRITE);
-  WriteProcessMemory(process, block, &place, sizeof place, nullptr);
-  SendMessageA(window_, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(block));
-  VirtualFreeEx(process, block, 0, MEM_RELEASE);
+  ask(window_, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), {reinterpret_cast<const char*>(&place), sizeof place});
 }
 
 bool TextWindow::activate() const {
@@ -199,20 +198,20 @@ std::string TextWindow::compared() const {
 }
 
 std::string TextWindow::statusText(int part) const {
-  const std::string bytes =
-      ask(childOf(window_, STATUSCLASSNAMEA), SB_GETTEXTW, static_cast<WPARAM>(part), 0x1000);
+  const std::string bytes = ask(childOf(window_, STATUSCLASSNAMEA), SB_GETTEXTW, static_cast<WPARAM>(part),
+                                std::string(0x1000, '\0'));
   return utf8(reinterpret_cast<const wchar_t*>(bytes.data()));
 }
 
-/// Sends a message that takes the address of room for a text, which has to be the program's own memory.
-std::string TextWindow::ask(HWND window, UINT message, WPARAM wParam, size_t room) const {
+/// Sends a message with the address of a copy in the program's own memory, and returns what that becomes.
+std::string TextWindow::ask(HWND window, UINT message, WPARAM wParam, std::string block) const {
   const HANDLE process = program_->process();
-  void* const block = VirtualAllocEx(process, nullptr, room, MEM_COMMIT, PAGE_READWRITE);
-  SendMessageA(window, message, wParam, reinterpret_cast<LPARAM>(block));
-  std::string text(room, '\0');
-  ReadProcessMemory(process, block, text.data(), room, nullptr);
-  VirtualFreeEx(process, block, 0, MEM_RELEASE);
-  return text;
+  void* const there = VirtualAllocEx(process, nullptr, block.size(), MEM_COMMIT, PAGE_READWRITE);
+  WriteProcessMemory(process, there, block.data(), block.size(), nullptr);
+  SendMessageA(window, message, wParam, reinterpret_cast<LPARAM>(there));
+  ReadProcessMemory(process, there, block.data(), block.size(), nullptr);
+  VirtualFreeEx(process, there, 0, MEM_RELEASE);
+  return block;
 }
 
 Picture::Picture(const RECT& screenArea) {

@@ -174,7 +174,7 @@ class TextWindow {
 
  protected:
   std::string statusText(int part) const;
-  std::string ask(HWND window, UINT message, WPARAM wParam, size_t room) const;
+  std::string ask(HWND window, UINT message, WPARAM wParam, std::string block) const;
 
   const Program* program_;
   HWND window_;
