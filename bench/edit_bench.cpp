@@ -21,6 +21,8 @@ namespace {
 class NoWindow final : public ViewHost {
  public:
   void beep() override {}
+  void refuse(const std::string&) override {}
+  bool confirm(const std::string&) override { return true; }
   bool setClipboardText(std::string_view) override { return true; }
   bool clipboardText(ByteArray&) override { return false; }
   void reportOutOfMemory() override { std::abort(); }

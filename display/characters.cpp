@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/code_page.h"
 #include "base/utf8.h"
 #include "display/code_points.h"
 
@@ -56,7 +57,7 @@ uint32_t RowCharacters::end(uint32_t at) const {
 }
 
 Character RowCharacters::at(uint32_t boundary) const {
-  if (!utf8_) return {static_cast<uint8_t>(row_[boundary]), 1, 1, false};
+  if (!utf8_) return {systemCodePage()[static_cast<uint8_t>(row_[boundary])], 1, 1, false};
   const CodePoint first = codePointAt(row_, boundary);
   Character character = {first.value, first.length, 1, false};
   if (!merivane::takesMarks(first.value)) return character;

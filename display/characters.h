@@ -16,6 +16,14 @@ struct SplitText {
 
   constexpr uint32_t size() const { return static_cast<uint32_t>(head.size() + tail.size()); }
   constexpr char operator[](uint32_t i) const { return i < head.size() ? head[i] : tail[i - head.size()]; }
+
+  /// The bytes of [a, b).
+  constexpr SplitText slice(uint32_t a, uint32_t b) const {
+    const auto cut = static_cast<uint32_t>(head.size());
+    if (b <= cut) return {head.substr(a, b - a)};
+    if (a >= cut) return {tail.substr(a - cut, b - a)};
+    return {head.substr(a), tail.substr(0, b - cut)};
+  }
 };
 
 /// What a byte stands for that is part of no well-formed sequence.
@@ -43,7 +51,7 @@ struct Character {
 
 /// The characters of a row. In UTF-8 every ill-formed byte is a character of its own, so that nothing is lost
 /// whatever the bytes are; nothing is written into it or into a control character. Otherwise each byte is a
-/// character.
+/// character of the system's code page, and takes one column.
 ///
 /// Positions are indexes of bytes from the row's start; a boundary is one where a caret may stand. Whether a
 /// position is one depends on no more than the code points next to it. The row's bytes have to stay where
@@ -53,6 +61,8 @@ class RowCharacters {
   RowCharacters(const SplitText& row, bool utf8) : row_(row), utf8_(utf8) {}
 
   uint32_t size() const { return row_.size(); }
+  const SplitText& bytes() const { return row_; }
+  bool isUtf8() const { return utf8_; }
 
   /// Whether a character starts or ends at a position up to size().
   bool isBoundary(uint32_t at) const;

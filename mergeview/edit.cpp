@@ -69,7 +69,6 @@ bool travel(ViewState& view, UndoHistory& history, UndoRecord& record, const Byt
 }  // namespace
 
 bool performEdit(ViewState& view, UndoHistory& history, Edit&& edit) {
-  const bool beyondAscii = !isAscii(edit.inserted.view());
   UndoRecord record;
   record.activeSide = view.activeSide();
   record.side = edit.side;
@@ -77,12 +76,17 @@ bool performEdit(ViewState& view, UndoHistory& history, Edit&& edit) {
   record.inserted = std::move(edit.inserted);
   record.before = {view.caretPos(record.activeSide), view.anchor(), view.caretRow()};
   record.after = {edit.caretAfter, edit.side == record.activeSide ? edit.caretAfter : view.anchor()};
+  // Known before the caret is placed between the text's characters.
+  TextEncoding& encoding = view.file(edit.side).encoding;
+  const TextEncoding before = encoding;
+  if (!isAscii(record.inserted.view())) {
+    encoding = encodingBeyondAscii(before, view.file(1 - edit.side).encoding);
+  }
   if (!view.text(edit.side).extract(edit.start, edit.start + edit.removed, record.removed) ||
       !replace(view, record, record.removed, record.inserted, edit.from, record.after)) {
+    encoding = before;
     return reportFailure(view);
   }
-  TextEncoding& encoding = view.file(edit.side).encoding;
-  if (beyondAscii) encoding = encodingBeyondAscii(encoding, view.file(1 - edit.side).encoding);
   step(view, history, edit.side, [&] { history.push(std::move(record)); });
   return true;
 }

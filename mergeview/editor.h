@@ -17,9 +17,10 @@ class Editor {
 
   /// A character from the keyboard, `count` times over: what it stands for is typed, starts a line or
   /// deletes. Nothing with Ctrl held; line feed and escape only beep.
-  void characterInput(char c, int count, bool ctrl);
+  void characterInput(char32_t c, int count, bool ctrl);
 
-  void typeChar(char c);
+  /// A character that the text's encoding cannot hold is refused: nothing else takes its place.
+  void typeChar(char32_t c);
   void newLine() { insertText("\n"); }
 
   /// Puts bytes, with "\n" as line ends, in the place of the selection.
@@ -35,12 +36,16 @@ class Editor {
 
   void cut();
   void copy();
+
+  /// The user is asked once when there are characters that the text cannot hold.
   void paste();
 
  private:
   int side() const { return view_.activeSide(); }
   bool isReadOnly() const { return view_.file(side()).readOnly; }
   uint32_t caret() const { return view_.caretPos(side()); }
+  uint32_t nextCharacter() const;
+  uint32_t previousCharacter() const;
   RowRange rowsFrom(uint32_t position) const;
   void erase(uint32_t begin, uint32_t end);
   void eraseNotSelection(uint32_t begin, uint32_t end);
@@ -49,8 +54,12 @@ class Editor {
   UndoHistory& history_;
 };
 
-/// Puts the text of [begin, end) on the clipboard, with CR LF line ends. False when that failed, of which the
-/// user has been told.
+/// Turns UTF-8 into single bytes of the code page. Where it has not all characters, the user is asked whether
+/// they may become "?"; returns the answer.
+bool confirmedCodePage(ViewState& view, ByteArray& text);
+
+/// Puts the text of [begin, end) on the clipboard, in UTF-8 with CR LF line ends. False when that failed, of
+/// which the user has been told.
 bool copyToClipboard(ViewState& view, int side, uint32_t begin, uint32_t end);
 
 }  // namespace merivane

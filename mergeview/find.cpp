@@ -1,41 +1,11 @@
 #include "mergeview/find.h"
 
-#include <algorithm>
-#include <utility>
-
-#include "engine/compare_options.h"
-#include "mergeview/words.h"
+#include "base/single_bytes.h"
+#include "base/utf16.h"
+#include "display/code_points.h"
 
 namespace merivane {
 namespace {
-
-/// Tests the places of one stretch for a match.
-class Matcher {
- public:
-  Matcher(std::string_view stretch, const FindQuery& query) : stretch_(stretch), query_(query) {}
-
-  bool canMatch() const { return !query_.findText.empty() && query_.findText.size() <= stretch_.size(); }
-  uint32_t lastIndex() const { return static_cast<uint32_t>(stretch_.size() - query_.findText.size()); }
-
-  bool matchesAt(uint32_t index) const {
-    const std::string_view found = stretch_.substr(index, query_.findText.size());
-    const auto same = [this](char a, char b) {
-      return a == b || (!query_.matchCase && foldCase(a) == foldCase(b));
-    };
-    if (!same(found.front(), query_.findText.front())) return false;
-    return std::equal(found.begin(), found.end(), query_.findText.begin(), same) &&
-           (!query_.wholeWord || standsAlone(index));
-  }
-
- private:
-  bool standsAlone(uint32_t index) const {
-    if (index > 0 && isWordCharacter(stretch_[index - 1])) return false;
-    return index == lastIndex() || !isWordCharacter(stretch_[index + query_.findText.size()]);
-  }
-
-  const std::string_view stretch_;
-  const FindQuery& query_;
-};
 
 enum class Direction { next, previous };
 
@@ -43,27 +13,30 @@ enum class Direction { next, previous };
 class Search {
  public:
   Search(ViewState& view, const FindQuery& query, Direction direction)
-      : view_(view), query_(query), side_(view.activeSide()), direction_(direction) {}
+      : view_(view),
+        side_(view.activeSide()),
+        direction_(direction),
+        finder_(query, isUnicode(view.file(side_).encoding)) {}
 
   bool inRow(uint32_t row) { return inStretch(row, view_.rowStart(side_, row), view_.rowEnd(side_, row)); }
 
   bool inStretch(uint32_t row, uint32_t a, uint32_t b) {
     if (a >= b) return false;
-    const std::string_view stretch = view_.file(side_).text.view(a, b);
-    const auto found = direction_ == Direction::next ? findFirst(stretch, query_) : findLast(stretch, query_);
+    const RowCharacters stretch = view_.characters(side_, a, b);
+    const auto found = direction_ == Direction::next ? finder_.first(stretch) : finder_.last(stretch);
     if (!found) return false;
     view_.showRows({row, row + 1});
-    view_.moveCaret(row, a + *found, false);
-    view_.moveCaret(row, a + *found + static_cast<uint32_t>(query_.findText.size()), true);
+    view_.moveCaret(row, a + found->begin, false);
+    view_.moveCaret(row, a + found->end, true);
     view_.showCaret();
     return true;
   }
 
  private:
   ViewState& view_;
-  const FindQuery& query_;
   const int side_;
   const Direction direction_;
+  const Finder finder_;
 };
 
 /// The row of an edge of the selection; the caret's own where it stands there.
@@ -74,31 +47,67 @@ uint32_t rowOfEdge(const ViewState& view, uint32_t edge) {
 
 }  // namespace
 
-std::optional<uint32_t> findFirst(std::string_view stretch, const FindQuery& query) {
-  const Matcher matcher(stretch, query);
-  if (!matcher.canMatch()) return std::nullopt;
-  for (uint32_t index = 0; index <= matcher.lastIndex(); ++index) {
-    if (matcher.matchesAt(index)) return index;
+Finder::Finder(const FindQuery& query, bool utf8)
+    : utf8_(utf8), matchCase_(query.matchCase), wholeWord_(query.wholeWord) {
+  const std::string_view text = query.findText;
+  for (uint32_t at = 0; at < text.size();) {
+    const CodePoint code = codePointAt(text, at);
+    at += code.length;
+    if (utf8) {
+      sought_ += folded(code.value);
+    } else if (const auto byte = codePageByte(code.value)) {
+      sought_ += folded(static_cast<uint8_t>(*byte));
+    } else {
+      sought_.clear();
+      return;
+    }
+  }
+}
+
+std::optional<CharacterRun> Finder::first(const RowCharacters& stretch) const {
+  for (uint32_t index = 0; index < stretch.size(); ++index) {
+    if (const auto match = matchAt(stretch, index)) return match;
   }
   return std::nullopt;
 }
 
-std::optional<uint32_t> findLast(std::string_view stretch, const FindQuery& query) {
-  const Matcher matcher(stretch, query);
-  if (!matcher.canMatch()) return std::nullopt;
-  for (uint32_t index = matcher.lastIndex() + 1; index-- > 0;) {
-    if (matcher.matchesAt(index)) return index;
+std::optional<CharacterRun> Finder::last(const RowCharacters& stretch) const {
+  for (uint32_t index = stretch.size(); index-- > 0;) {
+    if (const auto match = matchAt(stretch, index)) return match;
   }
   return std::nullopt;
+}
+
+std::optional<CharacterRun> Finder::matchAt(const RowCharacters& stretch, uint32_t index) const {
+  uint32_t end = index;
+  for (const char32_t sought : sought_) {
+    if (end == stretch.size()) return std::nullopt;
+    const CodePoint found =
+        utf8_ ? codePointAt(stretch.bytes(), end) : CodePoint{static_cast<uint8_t>(stretch.bytes()[end]), 1};
+    if (folded(found.value) != sought) return std::nullopt;
+    end += found.length;
+  }
+  const CharacterRun match = {index, end};
+  if (index == end || !stretch.isBoundary(index) || !stretch.isBoundary(end)) return std::nullopt;
+  return wholeWord_ && !standsAlone(stretch, match) ? std::nullopt : std::optional(match);
+}
+
+char32_t Finder::folded(char32_t codePoint) const {
+  if (matchCase_ || (!utf8_ && codePoint >= 0x80)) return codePoint;
+  return foldedCase(codePoint);
 }
 
 std::optional<std::string> selectionToFind(const ViewState& view) {
-  const uint32_t size = view.selectionEnd() - view.selectionBegin();
-  if (size == 0 || size > kMaxFindText) return std::nullopt;
-  const auto [head, tail] = view.text(view.activeSide()).stretch(view.selectionBegin(), view.selectionEnd());
-  std::string selected(head);
-  selected += tail;
-  return selected.find('\n') == std::string::npos ? std::optional(std::move(selected)) : std::nullopt;
+  const int side = view.activeSide();
+  ByteArray selected;
+  if (!view.hasSelection() || view.selectionEnd() - view.selectionBegin() > 3 * kMaxFindText ||
+      !view.text(side).extract(view.selectionBegin(), view.selectionEnd(), selected) ||
+      !(isUnicode(view.file(side).encoding) || fromCodePage(selected)) ||
+      selected.view().find('\n') != std::string::npos) {
+    return std::nullopt;
+  }
+  if (utf16FromUtf8<char16_t>(selected.view()).size() > kMaxFindText) return std::nullopt;
+  return std::string(selected.view());
 }
 
 bool findNext(ViewState& view, const FindQuery& query) {

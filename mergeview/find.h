@@ -3,16 +3,17 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "mergeview/view_state.h"
+#include "mergeview/words.h"
 
 namespace merivane {
 
-/// What is searched for: a literal text within one row. An empty text is never found.
+/// What is searched for: a literal text within one row, of whole characters. An empty text is never found,
+/// nor one that a text of single bytes cannot hold in such a text.
 struct FindQuery {
-  std::string findText;
-  bool matchCase = false;  // off, A-Z and a-z are the same
+  std::string findText;    // in UTF-8
+  bool matchCase = false;  // off, what differs in case alone is the same; of single bytes A-Z and a-z
   bool wholeWord = false;
 };
 
@@ -22,13 +23,28 @@ struct FindQuery {
 bool findNext(ViewState& view, const FindQuery& query);
 bool findPrevious(ViewState& view, const FindQuery& query);
 
-/// What a search starts with: the selected text where it lies in one line and is no longer than can be
-/// searched for; else none.
-constexpr uint32_t kMaxFindText = 255;
+/// What a search starts with: the selected text in UTF-8 where it lies in one line and is no longer than can
+/// be searched for; else none.
+constexpr uint32_t kMaxFindText = 255;  // units of UTF-16
 std::optional<std::string> selectionToFind(const ViewState& view);
 
-/// The first, or last, match in a stretch of text, as an index.
-std::optional<uint32_t> findFirst(std::string_view stretch, const FindQuery& query);
-std::optional<uint32_t> findLast(std::string_view stretch, const FindQuery& query);
+/// Searches stretches of one text for a query.
+class Finder {
+ public:
+  Finder(const FindQuery& query, bool utf8);
+
+  /// The first, or last, match in a stretch.
+  std::optional<CharacterRun> first(const RowCharacters& stretch) const;
+  std::optional<CharacterRun> last(const RowCharacters& stretch) const;
+
+ private:
+  std::optional<CharacterRun> matchAt(const RowCharacters& stretch, uint32_t index) const;
+  char32_t folded(char32_t codePoint) const;
+
+  std::u32string sought_;  // folded; of single bytes the bytes
+  bool utf8_;
+  bool matchCase_;
+  bool wholeWord_;
+};
 
 }  // namespace merivane

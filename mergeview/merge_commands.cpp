@@ -4,6 +4,7 @@
 #include <cstring>
 #include <utility>
 
+#include "base/single_bytes.h"
 #include "mergeview/edit.h"
 #include "mergeview/editor.h"
 
@@ -39,7 +40,15 @@ void copyBlock(ViewState& view, UndoHistory& history, BlockKind kind, int to) {
   const int from = 1 - to;
   TextBuffer& source = view.file(from).text;
   const TextBuffer& target = view.text(to);
-  const std::string_view copied = source.view(block.start[from], block.end[from]);
+  std::string_view copied = source.view(block.start[from], block.end[from]);
+  ByteArray converted;
+  if (!isAscii(copied) && isUnicode(view.file(from).encoding) != view.holdsUtf8(to)) {
+    if (!converted.assign(copied) || (view.holdsUtf8(to) && !fromCodePage(converted))) {
+      return view.host().reportOutOfMemory();
+    }
+    if (!view.holdsUtf8(to) && !confirmedCodePage(view, converted)) return;
+    copied = converted.view();
+  }
 
   // Where a last line has no line end, it gets one as soon as it is not the last any more.
   const uint32_t start = block.start[to];
@@ -57,8 +66,11 @@ void copyBlock(ViewState& view, UndoHistory& history, BlockKind kind, int to) {
   if (trailing) bytes[copied.size()] = '\n';
 
   const int active = view.activeSide();
-  edit.caretAfter =
-      active == to ? start + leading + caretInCopy(view, block, from, to) : view.caretPos(active);
+  edit.caretAfter = view.caretPos(active);
+  if (active == to) {
+    const uint32_t inCopy = leading + caretInCopy(view, block, from, to);
+    edit.caretAfter = start + std::min(inCopy, edit.inserted.size());
+  }
   if (performEdit(view, history, std::move(edit))) view.changes().everything = true;
 }
 

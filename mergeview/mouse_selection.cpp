@@ -28,16 +28,16 @@ RowPoint rowPoint(const ViewState& view, int side, int32_t x, int32_t y) {
 
 TextPlace placeAt(const ViewState& view, int side, int32_t x, int32_t y) {
   const auto [row, textX] = rowPoint(view, side, x, y);
-  return {row, view.ruler()
-                   .placeNearestX(view.text(side), view.rowStart(side, row), view.lineEnd(side, row), textX)
-                   .position};
+  const uint32_t start = view.rowStart(side, row);
+  const RowCharacters line = view.characters(side, start, view.lineEnd(side, row));
+  return {row, start + view.ruler().placeNearestX(line, textX).position};
 }
 
 TextPlace characterAt(const ViewState& view, int side, int32_t x, int32_t y) {
   const auto [row, textX] = rowPoint(view, side, x, y);
-  return {row, view.ruler()
-                   .placeBeforeX(view.text(side), view.rowStart(side, row), view.lineEnd(side, row), textX)
-                   .position};
+  const uint32_t start = view.rowStart(side, row);
+  const RowCharacters line = view.characters(side, start, view.lineEnd(side, row));
+  return {row, start + view.ruler().placeBeforeX(line, textX).position};
 }
 
 void MouseSelection::press(int32_t x, int32_t y, int clicks, bool shift) {
@@ -58,7 +58,7 @@ MouseSelection::Unit MouseSelection::unitAt(int32_t x, int32_t y) const {
   const TextPlace place = clicks_ == 1 ? placeAt(view_, side, x, y) : characterAt(view_, side, x, y);
   const uint32_t start = view_.rowStart(side, place.row);
   if (clicks_ == 2) {
-    const std::string_view line = view_.file(side).text.view(start, view_.lineEnd(side, place.row));
+    const RowCharacters line = view_.characters(side, start, view_.lineEnd(side, place.row));
     const CharacterRun word = wordAround(line, place.position - start);
     return {{place.row, start + word.begin}, {place.row, start + word.end}};
   }

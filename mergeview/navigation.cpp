@@ -16,12 +16,6 @@ uint32_t rowBy(const ViewState& view, int64_t distance) {
   return row < 0 ? 0 : row > lastRow(view) ? lastRow(view) : static_cast<uint32_t>(row);
 }
 
-/// The active side's text in the caret's row, without its line end.
-std::string_view caretLine(ViewState& view) {
-  const int side = view.activeSide();
-  return view.file(side).text.view(view.rowStart(side, view.caretRow()), view.lineEnd(side, view.caretRow()));
-}
-
 void moveLeft(ViewState& view, bool word, bool extend) {
   const int side = view.activeSide();
   const uint32_t row = view.caretRow();
@@ -29,7 +23,8 @@ void moveLeft(ViewState& view, bool word, bool extend) {
   const uint32_t at = view.caretPos(side) - start;
   if (at > 0) {
     const bool inLine = at <= view.lineEnd(side, row) - start;
-    view.moveCaret(row, start + (word && inLine ? previousWordStart(caretLine(view), at) : at - 1), extend);
+    const RowCharacters line = view.characters(side, start, view.rowEnd(side, row));
+    view.moveCaret(row, start + (word && inLine ? previousWordStart(line, at) : line.previous(at)), extend);
   } else if (row > 0) {
     view.moveCaret(row - 1, view.lineEnd(side, row - 1), extend);
   } else {
@@ -43,8 +38,9 @@ void moveRight(ViewState& view, bool word, bool extend) {
   const uint32_t start = view.rowStart(side, row);
   const uint32_t position = view.caretPos(side);
   if (position < view.lineEnd(side, row)) {
-    view.moveCaret(row, word ? start + nextWordStart(caretLine(view), position - start) : position + 1,
-                   extend);
+    const uint32_t at = position - start;
+    const RowCharacters line = view.characters(side, start, view.lineEnd(side, row));
+    view.moveCaret(row, start + (word ? nextWordStart(line, at) : line.next(at)), extend);
   } else if (row < lastRow(view)) {
     view.moveCaret(row + 1, view.rowStart(side, row + 1), extend);
   } else {

@@ -54,7 +54,7 @@ void layOutRow(const RowSource& source, uint32_t row, const RowWindow& window, R
   layout.foreground = source.readOnly ? source.options.readOnlyColour : source.options.textColour;
   const bool highlighted = contrast && layout.background == contrast->highlight;
   if (highlighted) layout.foreground = contrast->highlightText;
-  layout.text.clear();
+  layout.glyphs.clear();
   layout.runs.clear();
   layout.textEnd = layout.selectionLeft = layout.selectionRight = 0;
   layout.cut = false;
@@ -71,39 +71,42 @@ void layOutRow(const RowSource& source, uint32_t row, const RowWindow& window, R
   std::span<const uint8_t> marks;
   if (source.options.highlightChanges && status == RowStatus::changed)
     marks = model.marks(row).side(source.side);
-  const auto isMarked = [&](uint32_t position) {
-    return position - start < marks.size() && (marks[position - start] & kDiffersMark) != 0;
+  const auto isMarked = [&](uint32_t at, uint32_t length) {
+    const auto of = marks.subspan(std::min<size_t>(at, marks.size()));
+    const auto differs = [](uint8_t mark) { return (mark & kDiffersMark) != 0; };
+    return std::ranges::any_of(of.first(std::min<size_t>(length, of.size())), differs);
   };
   const auto inWindow = [&](int64_t x) {
     return static_cast<int32_t>(std::clamp<int64_t>(x - window.scrollX, 0, window.width));
   };
-  const uint32_t selectionBegin = std::clamp(window.selectionBegin, start, end);
-  const uint32_t selectionEnd = std::clamp(window.selectionEnd, start, end);
+  const uint32_t selectionBegin = std::clamp(window.selectionBegin, start, end) - start;
+  const uint32_t selectionEnd = std::clamp(window.selectionEnd, start, end) - start;
 
-  LinePlace place = source.ruler.placeBeforeX(source.text, start, end, window.scrollX);
+  const RowCharacters line(source.text.stretch(start, end), source.utf8);
+  LinePlace place = source.ruler.placeBeforeX(line, window.scrollX);
   int32_t selectionLeft = 0, selectionRight = 0;
   bool wasMarked = false;
   while (true) {
     if (place.position <= selectionBegin) selectionLeft = inWindow(place.x);
     if (place.position <= selectionEnd) selectionRight = inWindow(place.x);
-    if (place.position == end || place.x - window.scrollX >= window.width) break;
-    const char c = source.text.charAt(place.position);
-    const bool marked = isMarked(place.position);
+    if (place.position == line.size() || place.x - window.scrollX >= window.width) break;
+    const Character character = line.at(place.position);
+    const bool marked = isMarked(place.position, character.length);
     if (layout.runs.empty() || marked != wasMarked) {
-      const auto at = static_cast<uint32_t>(layout.text.size());
+      const auto at = static_cast<uint32_t>(layout.glyphs.units.size());
       const auto left = static_cast<int32_t>(place.x - window.scrollX);
       layout.runs.push_back({at, at, left, left, marked ? markedForeground : layout.foreground,
                              marked ? markedBackground : layout.background});
       wasMarked = marked;
     }
-    source.ruler.appendGlyphs(layout.text, c, place.column);
-    source.ruler.step(place, c);
-    layout.runs.back().end = static_cast<uint32_t>(layout.text.size());
+    source.ruler.appendGlyphs(layout.glyphs, line, place, character);
+    source.ruler.step(place, character);
+    layout.runs.back().end = static_cast<uint32_t>(layout.glyphs.units.size());
     layout.runs.back().right = static_cast<int32_t>(place.x - window.scrollX);
   }
   layout.textEnd = inWindow(place.x);
   // A line's end that is out of view is no loss.
-  const uint32_t textEnd = end > start && source.text.charAt(end - 1) == '\n' ? end - 1 : end;
+  const uint32_t textEnd = (end > start && source.text.charAt(end - 1) == '\n' ? end - 1 : end) - start;
   layout.cut = window.marksCut && (place.position < textEnd ||
                                    (place.position == textEnd && place.x - window.scrollX > window.width));
   if (selectionBegin < selectionEnd) {

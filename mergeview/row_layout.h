@@ -11,9 +11,9 @@
 
 namespace merivane {
 
-/// Characters of a row drawn in the same colours: opaque, each as wide as the ruler's font says.
+/// Characters of a row drawn in the same colours: opaque, each as wide as its advance says.
 struct TextRun {
-  uint32_t begin;  // in RowLayout::text
+  uint32_t begin;  // in RowLayout::glyphs
   uint32_t end;
   int32_t left;  // pixels from the left of the text area; may begin left and end right of it
   int32_t right;
@@ -29,7 +29,7 @@ struct RowLayout {
   Colour foreground = 0;  // of the gutter, and of the characters that do not differ
   std::string mark;       // at the gutter's left; empty for none
   std::string number;     // in the gutter, right-aligned; empty for none
-  std::string text;       // what the runs show
+  Glyphs glyphs;          // what the runs show
   std::vector<TextRun> runs;
   int32_t textEnd = 0;
   bool cut = false;           // to be told by a mark at the text area's right: more text lies beyond
@@ -45,6 +45,7 @@ struct RowSource {
   const ViewOptions& options;
   int side;
   bool readOnly;
+  bool utf8;  // what the text's bytes are
 };
 
 /// The part of a row's text that is in view, in pixels, and the selected positions. An empty selection draws

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/message_format.h"
+#include "base/utf16.h"
 
 namespace merivane {
 namespace {
@@ -16,8 +17,26 @@ uint32_t pageBefore(uint32_t at, uint32_t page) {
   return begin - std::min(begin, page);
 }
 
-/// Nothing but what readers speak one for one, and no line end.
-char spoken(char c) { return static_cast<uint8_t>(c) < 32 && c != '\t' ? '^' : c; }
+/// The code point at a position of a line as it is spoken: nothing but what readers speak one for one, and no
+/// line end.
+CodePoint spokenAt(const RowCharacters& line, uint32_t at) {
+  CodePoint code = line.isUtf8() ? codePointAt(line.bytes(), at) : CodePoint{line.at(at).base, 1};
+  if (code.value < 32 && code.value != '\t') code.value = '^';
+  if (code.value == kNoCodePoint) code.value = 0xFFFD;
+  return code;
+}
+
+/// The units of the bytes [at, end) of a line.
+uint32_t unitsOf(const RowCharacters& line, uint32_t at, uint32_t end) {
+  if (!line.isUtf8()) return end - at;
+  uint32_t units = 0;
+  for (; at < end; ++units) {
+    const CodePoint code = codePointAt(line.bytes(), at);
+    if (code.length == 4) ++units;
+    at += code.length;
+  }
+  return units;
+}
 
 }  // namespace
 
@@ -35,41 +54,50 @@ SpokenText::SpokenText(const ViewState& view)
 SpokenText::Line SpokenText::lineOf(uint32_t row, uint32_t offset) const {
   const uint32_t start = view_.rowStart(side_, row);
   if (view_.isFiller(side_, row)) {
-    const std::string_view text = merivane::text(TextId::noLineHere);
-    return {offset, static_cast<uint32_t>(text.size()), start, true};
+    const auto size = static_cast<uint32_t>(std::string_view(merivane::text(TextId::noLineHere)).size());
+    return {offset, size, start, 0, true};
   }
-  const uint32_t size = view_.lineEnd(side_, row) - start;
-  const uint32_t at = row == view_.caretRow() ? std::min(view_.caretPos(side_) - start, size) : 0;
-  const uint32_t before = pageBefore(at, kPageLength);
-  return {offset, std::min(size - before, 3 * kPageLength), start + before, false};
+  const uint32_t end = view_.lineEnd(side_, row);
+  const RowCharacters whole = view_.characters(side_, start, end);
+  const uint32_t at = row == view_.caretRow() ? std::min(view_.caretPos(side_) - start, whole.size()) : 0;
+  const uint32_t begin = whole.begin(pageBefore(at, kPageLength));
+  const uint32_t bytes = whole.end(begin + std::min(whole.size() - begin, 3 * kPageLength)) - begin;
+  Line line = {offset, bytes, start + begin, bytes, false};
+  line.length = unitsOf(characters(line), 0, bytes);
+  return line;
 }
 
-std::string SpokenText::text() const {
-  std::string all;
+RowCharacters SpokenText::characters(const Line& line) const {
+  return view_.characters(side_, line.position, line.position + line.bytes);
+}
+
+std::u16string SpokenText::text() const {
+  std::u16string all;
   all.reserve(size());
   for (const Line& line : lines_) {
-    if (line.offset > 0) all += "\r\n";
+    if (line.offset > 0) all += u"\r\n";
     append(all, line);
   }
   return all;
 }
 
-std::string SpokenText::lineText(uint32_t line) const {
-  std::string text;
+std::u16string SpokenText::lineText(uint32_t line) const {
+  std::u16string text;
   append(text, lines_[line]);
   return text;
 }
 
-void SpokenText::append(std::string& to, const Line& line) const {
+void SpokenText::append(std::u16string& to, const Line& line) const {
   if (line.filler) {
-    to += merivane::text(TextId::noLineHere);
+    to += utf16FromUtf8<char16_t>(merivane::text(TextId::noLineHere));
     return;
   }
-  const auto [head, tail] = view_.text(side_).stretch(line.position, line.position + line.length);
-  const size_t begin = to.size();
-  to.append(head).append(tail);
-  std::transform(to.begin() + static_cast<std::ptrdiff_t>(begin), to.end(),
-                 to.begin() + static_cast<std::ptrdiff_t>(begin), spoken);
+  const RowCharacters bytes = characters(line);
+  for (uint32_t at = 0; at < line.bytes;) {
+    const CodePoint code = spokenAt(bytes, at);
+    appendUtf16(to, code.value);
+    at += code.length;
+  }
 }
 
 uint32_t SpokenText::lineAt(uint32_t offset) const {
@@ -83,14 +111,23 @@ uint32_t SpokenText::offsetOf(const TextPlace& place) const {
   if (place.row - firstRow_ >= lineCount()) return size();
   const Line& line = lines_[place.row - firstRow_];
   if (line.filler || place.position < line.position) return line.offset;
-  return line.offset + std::min(place.position - line.position, line.length);
+  return line.offset + unitsOf(characters(line), 0, std::min(place.position - line.position, line.bytes));
 }
 
 TextPlace SpokenText::placeOf(uint32_t offset) const {
   const uint32_t index = lineAt(offset);
   const Line& line = lines_[index];
-  const uint32_t within = line.filler ? 0 : std::min(offset - line.offset, line.length);
-  return {firstRow_ + index, line.position + within};
+  if (line.filler) return {firstRow_ + index, line.position};
+  const RowCharacters bytes = characters(line);
+  uint32_t at = 0;
+  for (uint32_t left = std::min(offset - line.offset, line.length); at < line.bytes;) {
+    const uint32_t next = bytes.next(at);
+    const uint32_t units = unitsOf(bytes, at, next);
+    if (units > left) break;
+    left -= units;
+    at = next;
+  }
+  return {firstRow_ + index, line.position + at};
 }
 
 ViewPoint SpokenText::pointOf(uint32_t offset) const {
@@ -98,8 +135,7 @@ ViewPoint SpokenText::pointOf(uint32_t offset) const {
   const auto pixels = [](int64_t at) { return static_cast<int32_t>(std::clamp(at, -limit, limit)); };
   const TextPlace place = placeOf(offset);
   const FontMetrics& font = view_.font();
-  const int64_t x =
-      view_.ruler().placeAtPosition(view_.text(side_), view_.rowStart(side_, place.row), place.position).x;
+  const int64_t x = view_.placeAt(side_, place.row, place.position).x;
   return {pixels(view_.pane(side_).textLeft + x - int64_t{view_.hScroll(side_)} * font.charWidth),
           pixels((int64_t{place.row} - view_.topRow()) * font.lineHeight)};
 }

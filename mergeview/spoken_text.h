@@ -20,16 +20,17 @@ struct ViewPoint {
 /// fetch the whole text for each step, it is no more than some hundred rows, and of a very long line no more
 /// than a piece, the caret's within it.
 ///
-/// Lines and offsets are zero-based; between two lines stands CR LF. They hold until the view changes, and
-/// stay the same while the caret moves within a page of rows, so that a reader sees where it went.
+/// The text and its offsets are in units of UTF-16; an offset inside a character stands for its start. Lines
+/// and offsets are zero-based; between two lines stands CR LF. They hold until the view changes, and stay the
+/// same while the caret moves within a page of rows, so that a reader sees where it went.
 class SpokenText {
  public:
   explicit SpokenText(const ViewState& view);
 
   uint32_t lineCount() const { return static_cast<uint32_t>(lines_.size()); }  // at least 1
   uint32_t size() const { return lineEnd(lineCount() - 1); }
-  std::string text() const;
-  std::string lineText(uint32_t line) const;
+  std::u16string text() const;
+  std::u16string lineText(uint32_t line) const;
 
   /// The line that an offset lies in, its CR LF included; the last one for what is beyond.
   uint32_t lineAt(uint32_t offset) const;
@@ -56,14 +57,16 @@ class SpokenText {
  private:
   struct Line {
     uint32_t offset;
-    uint32_t length;
+    uint32_t length;    // in units
     uint32_t position;  // in the side's text
+    uint32_t bytes;
     bool filler;
   };
 
   Line lineOf(uint32_t row, uint32_t offset) const;
   uint32_t anchor() const;
-  void append(std::string& to, const Line& line) const;
+  RowCharacters characters(const Line& line) const;
+  void append(std::u16string& to, const Line& line) const;
 
   const ViewState& view_;
   const int side_;

@@ -40,7 +40,7 @@ void TextBuffer::replace(uint32_t pos, uint32_t removed, std::string_view bytes)
   if (gapSize_ > (quantum() > kGapQuantum ? 2 * quantum() : kGapQuantum)) resizeGap(quantum());
 }
 
-TextBuffer::Stretch TextBuffer::stretch(uint32_t a, uint32_t b) const {
+SplitText TextBuffer::stretch(uint32_t a, uint32_t b) const {
   const char* const text = storage_.data();
   if (b <= gapStart_) return {{text + a, b - a}, {}};
   if (a >= gapStart_) return {{text + a + gapSize_, b - a}, {}};
@@ -54,7 +54,7 @@ std::string_view TextBuffer::view(uint32_t a, uint32_t b) {
 
 bool TextBuffer::extract(uint32_t a, uint32_t b, ByteArray& copy) const {
   if (!copy.allocate(b - a)) return false;
-  const Stretch text = stretch(a, b);
+  const SplitText text = stretch(a, b);
   if (!text.head.empty()) std::memcpy(copy.data(), text.head.data(), text.head.size());
   if (!text.tail.empty()) std::memcpy(copy.data() + text.head.size(), text.tail.data(), text.tail.size());
   return true;

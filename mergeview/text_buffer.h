@@ -4,10 +4,11 @@
 #include <string_view>
 
 #include "base/byte_array.h"
+#include "display/characters.h"
 
 namespace merivane {
 
-/// One side's whole text as single-byte characters, with "\n" ending each line: a gap buffer, so that edits
+/// One side's whole text as bytes, with "\n" ending each line: a gap buffer, so that edits
 /// near each other cost no more than their own length. It knows nothing of lines.
 ///
 /// Positions run from 0 to size(). The text at a position lies in storage before the gap, or `gapSize`
@@ -45,11 +46,7 @@ class TextBuffer {
 
   /// The text of [a, b) as it lies in storage: two views, the second empty unless the gap is in between.
   /// They hold until the next change.
-  struct Stretch {
-    std::string_view head;
-    std::string_view tail;
-  };
-  Stretch stretch(uint32_t a, uint32_t b) const;
+  SplitText stretch(uint32_t a, uint32_t b) const;
 
   /// The text of [a, b) in one view, for which the gap moves aside when it has to. Holds until the next
   /// change or view.

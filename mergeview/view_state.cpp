@@ -22,8 +22,7 @@ ViewState::ViewState(ViewHost& host) : host_(host) {
 
 void ViewState::take(FileComparison&& comparison, std::array<std::string, 2>&& paths, AfterComparison after) {
   const uint32_t anchorRow = rowOf(activeSide_, anchor_);
-  const int64_t anchorX =
-      ruler_.placeAtPosition(text(activeSide_), rowStart(activeSide_, anchorRow), anchor_).x;
+  const int64_t anchorX = placeAt(activeSide_, anchorRow, anchor_).x;
   const int64_t caretX = caret_.x;
   for (const int side : {0, 1}) {
     TextDocument& document = comparison.documents[side];
@@ -99,7 +98,7 @@ void ViewState::setFont(const FontMetrics& font) {
 
 void ViewState::setRuler(const FontMetrics& font) {
   ruler_ = LineRuler(font, options_.tabStop, options_.showWhiteSpace);
-  caret_ = ruler_.placeAtPosition(text(activeSide_), rowStart(activeSide_, caretRow_), caret_.position);
+  caret_ = placeAt(activeSide_, caretRow_, caret_.position);
   desiredX_ = caret_.x;
   remeasure();
 }
@@ -161,7 +160,7 @@ void ViewState::moveCaret(uint32_t row, uint32_t position, bool extend) {
   const uint32_t start = rowStart(activeSide_, row);
   const uint32_t end = rowEnd(activeSide_, row);
   const uint32_t limit = text(activeSide_).atEnd(end) ? end : lineEnd(activeSide_, row);
-  setCaret(row, ruler_.placeAtPosition(text(activeSide_), start, std::clamp(position, start, limit)), extend);
+  setCaret(row, placeAt(activeSide_, row, std::clamp(position, start, limit)), extend);
   desiredX_ = caret_.x;
 }
 
@@ -194,8 +193,27 @@ void ViewState::setCaret(uint32_t row, const LinePlace& place, bool extend) {
   anchor_ = anchor;
 }
 
+RowCharacters ViewState::characters(int side, uint32_t begin, uint32_t end) const {
+  return {text(side).stretch(begin, end), isUnicode(file(side).encoding)};
+}
+
+uint32_t ViewState::characterEnd(int side, uint32_t row, uint32_t position) const {
+  const uint32_t start = rowStart(side, row);
+  return start + characters(side, start, rowEnd(side, row)).end(position - start);
+}
+
+LinePlace ViewState::placeAt(int side, uint32_t row, uint32_t position) const {
+  const uint32_t start = rowStart(side, row);
+  LinePlace place = ruler_.placeAtPosition(characters(side, start, rowEnd(side, row)), position - start);
+  place.position += start;
+  return place;
+}
+
 LinePlace ViewState::placeInRow(int side, uint32_t row, int64_t x) const {
-  return ruler_.placeNearestX(text(side), rowStart(side, row), lineEnd(side, row), x);
+  const uint32_t start = rowStart(side, row);
+  LinePlace place = ruler_.placeNearestX(characters(side, start, lineEnd(side, row)), x);
+  place.position += start;
+  return place;
 }
 
 uint32_t ViewState::visibleColumns(int side) const {
@@ -243,7 +261,7 @@ void ViewState::showX(int side, int64_t x) {
 }
 
 void ViewState::showPosition(int side, uint32_t row, uint32_t position) {
-  showX(side, ruler_.placeAtPosition(text(side), rowStart(side, row), position).x);
+  showX(side, placeAt(side, row, position).x);
 }
 
 void ViewState::showRows(RowRange rows) {
@@ -279,14 +297,15 @@ void ViewState::placeCaret(int side, const CaretPlace& place) {
   const bool inFiller =
       place.row < rowCount() && isFiller(side, place.row) && rowStart(side, place.row) == place.position;
   caretRow_ = inFiller ? place.row : rowOf(side, place.position);
-  caret_ = ruler_.placeAtPosition(text(side), rowStart(side, caretRow_), place.position);
-  anchor_ = place.anchor;
+  caret_ = placeAt(side, caretRow_, characterEnd(side, caretRow_, place.position));
+  anchor_ = place.anchor == place.position ? caret_.position
+                                           : characterEnd(side, rowOf(side, place.anchor), place.anchor);
   desiredX_ = caret_.x;
   changes_.caret |= otherSide || before != CaretPlace{caret_.position, anchor_, caretRow_};
 }
 
 RowSource ViewState::source(int side, const LineRuler& ruler, const ViewOptions& options) const {
-  return {model(), text(side), ruler, options, side, file(side).readOnly};
+  return {model(), text(side), ruler, options, side, file(side).readOnly, isUnicode(file(side).encoding)};
 }
 
 RowWindow ViewState::window(int side) const {
@@ -300,12 +319,12 @@ RowWindow ViewState::window(int side) const {
 
 /// Takes in the widths of rows that may turn out the widest so far.
 void ViewState::measure(int side, RowRange rows) {
-  const int64_t perCharacter = ruler_.widestCharacter();
+  const int64_t perByte = ruler_.widestByte();
   for (uint32_t row = rows.begin; row < rows.end; ++row) {
     const uint32_t start = rowStart(side, row);
     const uint32_t end = rowEnd(side, row);
-    if ((end - start) * perCharacter <= widest_[side]) continue;
-    widest_[side] = std::max(widest_[side], ruler_.placeAtPosition(text(side), start, end).x);
+    if ((end - start) * perByte <= widest_[side]) continue;
+    widest_[side] = std::max(widest_[side], placeAt(side, row, end).x);
   }
 }
 

@@ -25,9 +25,9 @@ enum class AfterComparison { top, keepPlace, firstDifference };
 /// changes.
 ///
 /// The caret is on the active side, in a row of the model, at a text position from the row's start to its
-/// end; in a filler row at the row's start, which holds no text. It may stand after the very last "\n" of a
-/// side, where an edit can leave it. The selection is the active side's text between anchor and caret. All
-/// lengths are pixels, of the client area where they are coordinates.
+/// end, never inside a character; in a filler row at the row's start, which holds no text. It may stand after
+/// the very last "\n" of a side, where an edit can leave it. The selection is the active side's text between
+/// anchor and caret. All lengths are pixels, of the client area where they are coordinates.
 class ViewState {
  public:
   explicit ViewState(ViewHost& host);
@@ -92,6 +92,18 @@ class ViewState {
   /// line, not a filler after it.
   uint32_t rowOf(int side, uint32_t position) const { return pair_.rowOf(side, position); }
 
+  /// The characters of a row or of a part of it that begins at one of them. They hold until the next change.
+  RowCharacters characters(int side, uint32_t begin, uint32_t end) const;
+
+  /// Whether a character beyond ASCII goes into a side's text as UTF-8.
+  bool holdsUtf8(int side) const {
+    return isUnicode(encodingBeyondAscii(file(side).encoding, file(1 - side).encoding));
+  }
+
+  /// Where a position of a row shows, or the character that it is in. As all places outside the ruler, its
+  /// position is one of the side's text.
+  LinePlace placeAt(int side, uint32_t row, uint32_t position) const;
+
   // Caret and selection.
 
   int activeSide() const { return activeSide_; }
@@ -105,8 +117,8 @@ class ViewState {
   uint32_t selectionBegin() const { return anchor_ < caret_.position ? anchor_ : caret_.position; }
   uint32_t selectionEnd() const { return anchor_ < caret_.position ? caret_.position : anchor_; }
 
-  /// Moves the caret to a place, clamped to the rows and the row's text. Extending leaves the anchor, else it
-  /// comes along. Does not scroll.
+  /// Moves the caret to a place, clamped to the rows and the row's text; inside a character to its start.
+  /// Extending leaves the anchor, else it comes along. Does not scroll.
   void moveCaret(uint32_t row, uint32_t position, bool extend);
 
   /// Moves the caret to where `desiredX` falls in a row, which moving up and down keeps.
@@ -147,7 +159,7 @@ class ViewState {
   void toggleOverwrite();
 
   /// Puts caret and anchor at a place of a side, which becomes the active one, after texts or rows have
-  /// changed.
+  /// changed; where that has made a position one inside a character, at its end.
   void placeCaret(int side, const CaretPlace& place);
 
   /// The row count or rows may be others: lays out the gutter, clamps the scrolling and takes in the widths
@@ -175,6 +187,7 @@ class ViewState {
   void measure(int side, RowRange rows);
   void remeasure();
   void setCaret(uint32_t row, const LinePlace& place, bool extend);
+  uint32_t characterEnd(int side, uint32_t row, uint32_t position) const;
   LinePlace placeInRow(int side, uint32_t row, int64_t x) const;
 
   ViewHost& host_;

@@ -1,14 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
+
+#include "display/characters.h"
 
 namespace merivane {
-
-/// A letter, a digit or "_"; of the characters above 127 none.
-constexpr bool isWordCharacter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
-}
 
 /// A half-open run of characters of a line.
 struct CharacterRun {
@@ -16,13 +12,18 @@ struct CharacterRun {
   uint32_t end = 0;
 };
 
-/// Where a step over a word leads from an index in a line without its line end: to the start of the next
-/// word, or the line's end, and to the start of this or the previous word, or the line's start. Characters
-/// above 127 make words here; signs between words are stepped over like words.
-uint32_t nextWordStart(std::string_view line, uint32_t at);
-uint32_t previousWordStart(std::string_view line, uint32_t at);
+/// Where a step over a word leads from a boundary in a line without its line end: to the start of the next
+/// word, or the line's end, and to the start of this or the previous word, or the line's start. Of single
+/// bytes those above 127 make words here; signs between words are stepped over like words.
+uint32_t nextWordStart(const RowCharacters& line, uint32_t at);
+uint32_t previousWordStart(const RowCharacters& line, uint32_t at);
 
 /// The word, blanks or signs that the character at an index belongs to; the last ones after the end.
-CharacterRun wordAround(std::string_view line, uint32_t at);
+CharacterRun wordAround(const RowCharacters& line, uint32_t at);
+
+/// Whether the text of [begin, end) touches no word around it: letters of all scripts, their marks, digits
+/// and
+/// "_"; of single bytes those above 127 are none.
+bool standsAlone(const RowCharacters& line, CharacterRun text);
 
 }  // namespace merivane

@@ -20,23 +20,6 @@ bool isAbsolute(std::wstring_view path) {
 std::wstring wide(std::string_view utf8) { return utf16FromUtf8<wchar_t>(utf8); }
 std::string utf8(std::wstring_view wide) { return utf8FromUtf16(wide); }
 
-std::string toCodePage(std::wstring_view text) {
-  const auto size = static_cast<int>(text.size());
-  std::string bytes(text.size() * 2, '\0');
-  const int length = WideCharToMultiByte(CP_ACP, 0, text.data(), size, bytes.data(),
-                                         static_cast<int>(bytes.size()), nullptr, nullptr);
-  bytes.resize(static_cast<size_t>(length));
-  return bytes;
-}
-
-std::wstring fromCodePage(std::string_view text) {
-  const auto size = static_cast<int>(text.size());
-  std::wstring characters(text.size(), L'\0');
-  const int length = MultiByteToWideChar(CP_ACP, 0, text.data(), size, characters.data(), size);
-  characters.resize(static_cast<size_t>(length));
-  return characters;
-}
-
 std::wstring fullPath(const std::wstring& path) {
   std::wstring whole(MAX_PATH, L'\0');
   for (;;) {

@@ -10,11 +10,6 @@ namespace merivane {
 std::wstring wide(std::string_view utf8);
 std::string utf8(std::wstring_view wide);
 
-/// A text as the panes have theirs, in the system's code page: what is typed or searched for there. What the
-/// code page has not is "?".
-std::string toCodePage(std::wstring_view text);
-std::wstring fromCodePage(std::string_view text);
-
 /// A path as the file functions take it. One near the length that they stop at comes out absolute and with
 /// the prefix that lifts that bound.
 std::wstring systemPath(std::string_view path);

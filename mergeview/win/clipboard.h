@@ -8,13 +8,11 @@
 
 namespace merivane {
 
-/// Puts a text on the clipboard, as bytes of the code page or as UTF-16. False when that failed, of which the
-/// user has been told.
-bool putOnClipboard(HWND owner, std::string_view text);
+/// Puts a text on the clipboard. False when that failed, of which the user has been told.
 bool putOnClipboard(HWND owner, std::wstring_view text);
 
-/// Fetches the clipboard's text. False when there is none, or when that failed, of which the user has been
-/// told.
+/// Fetches the clipboard's text in UTF-8. False when there is none, or when that failed, of which the user
+/// has been told.
 bool takeFromClipboard(HWND owner, ByteArray& text);
 
 }  // namespace merivane

@@ -52,16 +52,16 @@ void PanePainter::paintGutter(const PaneEdges& pane, int y) {
 
 void PanePainter::paintText(const PaneEdges& pane, int y) {
   const SelectedObject font(dc_, fonts_.text.get());
-  // The layout decides where each character stands, not the device's rounding.
-  advances_.clear();
-  for (const char c : layout_.text) advances_.push_back(fonts_.metrics.widthOf(c));
+  // The layout decides where each character stands, not the device's rounding or another font with the glyph.
+  const Glyphs& glyphs = layout_.glyphs;
+  const auto* const units = reinterpret_cast<const wchar_t*>(glyphs.units.data());
   for (const TextRun& run : layout_.runs) {
     const RECT area = {std::max(pane.textLeft + run.left, pane.textLeft), y,
                        std::min(pane.textLeft + run.right, pane.paneRight), y + fonts_.metrics.lineHeight};
     SetTextColor(dc_, run.foreground);
     SetBkColor(dc_, run.background);
-    ExtTextOutA(dc_, pane.textLeft + run.left, y, ETO_OPAQUE | ETO_CLIPPED, &area,
-                layout_.text.data() + run.begin, run.end - run.begin, advances_.data() + run.begin);
+    ExtTextOutW(dc_, pane.textLeft + run.left, y, ETO_OPAQUE | ETO_CLIPPED, &area, units + run.begin,
+                run.end - run.begin, glyphs.advances.data() + run.begin);
   }
 }
 

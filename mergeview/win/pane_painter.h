@@ -38,7 +38,6 @@ class PanePainter {
   HDC dc_;
   const ViewFonts& fonts_;
   RowLayout layout_;  // reused from row to row
-  std::vector<INT> advances_;
 };
 
 }  // namespace merivane

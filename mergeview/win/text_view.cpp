@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/code_page.h"
+#include "base/utf16.h"
 #include "base/win/back_buffer.h"
 #include "base/win/messages.h"
 #include "mergeview/win/clipboard.h"
@@ -72,6 +74,7 @@ LRESULT TextView::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_GETDLGCODE: return DLGC_WANTARROWS | DLGC_WANTCHARS | DLGC_WANTTAB;
     case WM_KEYDOWN: return onKeyDown(wParam) ? 0 : defaultProcedure(message, wParam, lParam);
     case WM_CHAR: onChar(static_cast<wchar_t>(wParam), LOWORD(lParam)); return 0;
+    case WM_IME_STARTCOMPOSITION: placeInputMethod(); return defaultProcedure(message, wParam, lParam);
     case WM_VSCROLL: onVScroll(LOWORD(wParam)); return 0;
     case WM_MOUSEWHEEL: onMouseWheel(pixelOf(HIWORD(wParam)), (LOWORD(wParam) & MK_SHIFT) != 0); return 0;
     case WM_MOUSEHWHEEL: onMouseHWheel(pixelOf(HIWORD(wParam))); return TRUE;
@@ -171,6 +174,7 @@ void TextView::placeCaret() {
   const bool inView = state_.caretX() >= 0 && state_.caretX() < pane.textWidth();
   // Out of view it blinks where nothing shows.
   SetCaretPos(inView ? pane.textLeft + state_.caretX() : -100, state_.caretY());
+  placeInputMethod();
 }
 
 // What has changed.
@@ -259,7 +263,20 @@ void TextView::onMarksFound() {
 
 void TextView::beep() { MessageBeep(MB_OK); }
 
-bool TextView::setClipboardText(std::string_view text) { return putOnClipboard(handle(), text); }
+void TextView::refuse(const std::string& why) {
+  beep();
+  owner_.onRefused(why);
+}
+
+bool TextView::confirm(const std::string& question) {
+  return showMessage(handle(), question, MB_YESNO | MB_ICONQUESTION) == IDYES;
+}
+
+/// Bytes that are no characters go as those of the code page.
+bool TextView::setClipboardText(std::string_view text) {
+  const auto* const otherwise = reinterpret_cast<const wchar_t*>(systemCodePage());
+  return putOnClipboard(handle(), utf16FromUtf8(text, otherwise));
+}
 
 bool TextView::clipboardText(ByteArray& text) { return takeFromClipboard(handle(), text); }
 

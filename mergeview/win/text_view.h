@@ -26,6 +26,9 @@ class TextViewOwner {
   /// What has changed in the panes, which themselves show it. Called once a message or command.
   virtual void onViewChanges(const ViewChanges& changes) = 0;
 
+  /// What was typed is refused, to be told in passing.
+  virtual void onRefused(const std::string& why) = 0;
+
   /// A context menu is wanted for the caret's row, on a side, at a point of the screen.
   virtual void onPaneMenu(int side, POINT screen) = 0;
 };
@@ -74,6 +77,7 @@ class TextView final : public Window, private ViewHost {
   bool onKeyDown(WPARAM key);
   bool onCtrlLetter(WPARAM letter, bool shift);
   void onChar(wchar_t unit, int count);
+  void placeInputMethod();
   void onVScroll(int request);
   void onMouseWheel(int delta, bool sideways);
   void onMouseHWheel(int delta);
@@ -90,6 +94,8 @@ class TextView final : public Window, private ViewHost {
   bool onSetCursor(HWND window, int hitTest);
 
   void beep() override;
+  void refuse(const std::string& why) override;
+  bool confirm(const std::string& question) override;
   bool setClipboardText(std::string_view text) override;
   bool clipboardText(ByteArray& text) override;
   void reportOutOfMemory() override;
@@ -119,8 +125,9 @@ class TextView final : public Window, private ViewHost {
   uint32_t boxRow_ = 0;      // where the caret's box has been drawn
   bool blockCaret_ = false;  // the shape that the caret has
   Drag drag_ = Drag::none;
-  int grip_ = 0;       // where the split is held, from its middle
-  int wheelRest_ = 0;  // turned, but not yet enough to scroll
+  wchar_t highSurrogate_ = L'\0';  // the first half of a character that is being typed
+  int grip_ = 0;                   // where the split is held, from its middle
+  int wheelRest_ = 0;              // turned, but not yet enough to scroll
   int sidewaysRest_ = 0;
 
   // The last press, for telling double and triple clicks.

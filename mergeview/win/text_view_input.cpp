@@ -1,10 +1,14 @@
 // The text view's keys, mouse and scroll bars.
 
+#include <windows.h>
+
+#include <imm.h>
+
 #include <cstdlib>
+#include <utility>
 
 #include "base/win/gdi.h"
 #include "base/win/scrolling.h"
-#include "base/win/wide.h"
 #include "mergeview/navigation.h"
 #include "mergeview/win/text_view.h"
 
@@ -75,14 +79,32 @@ Editor& TextView::edit() {
   return editor_;
 }
 
-// The text is in the system's code page, in which a character may have two bytes. One of two units comes in
-// two messages, and there is no code page that has it.
+// A character of two units comes in two messages.
 void TextView::onChar(wchar_t unit, int count) {
+  const wchar_t high = std::exchange(highSurrogate_, IS_HIGH_SURROGATE(unit) ? unit : L'\0');
   if (IS_HIGH_SURROGATE(unit)) return;
-  const std::string bytes = toCodePage({&unit, 1});
-  for (; count > 0; --count) {
-    for (const char byte : bytes) edit().characterInput(byte, 1, isCtrlDown());
+  char32_t character = unit;
+  if (IS_LOW_SURROGATE(unit)) {
+    if (high == L'\0') return;
+    character = 0x10000 + ((high - 0xD800u) << 10 | (unit - 0xDC00u));
   }
+  edit().characterInput(character, count, isCtrlDown());
+}
+
+// An input method shows what is being composed at the caret, and what to choose from beside it.
+void TextView::placeInputMethod() {
+  const HIMC context = ImmGetContext(handle());
+  if (context == nullptr) return;
+  const PaneEdges& pane = state_.pane(state_.activeSide());
+  const POINT caret = {pane.textLeft + state_.caretX(), state_.caretY()};
+  const RECT line = {pane.textLeft, caret.y, pane.paneRight, caret.y + state_.font().lineHeight};
+  COMPOSITIONFORM composition = {CFS_RECT, caret, line};
+  ImmSetCompositionWindow(context, &composition);
+  CANDIDATEFORM candidates = {0, CFS_EXCLUDE, caret, line};
+  ImmSetCandidateWindow(context, &candidates);
+  LOGFONTW font = {};
+  if (GetObjectW(fonts_.text.get(), sizeof font, &font) != 0) ImmSetCompositionFontW(context, &font);
+  ImmReleaseContext(handle(), context);
 }
 
 void TextView::onVScroll(int request) {

@@ -5,7 +5,6 @@
 #include <cstring>
 #include <string>
 
-#include "base/win/wide.h"
 #include "mergeview/spoken_text.h"
 #include "mergeview/win/text_view.h"
 
@@ -16,19 +15,12 @@ constexpr uint32_t kNone = 0xFFFFFFFF;  // instead of an offset or a line
 
 LRESULT result(uint32_t number) { return static_cast<LRESULT>(number); }
 
-/// A text as the panes show it, a character for each byte.
-std::wstring characters(const std::string& text) {
-  std::wstring shown = fromCodePage(text);
-  if (shown.size() != text.size()) shown.assign(text.begin(), text.end());  // a code page of double bytes
-  return shown;
+/// Copies as much of a text as there is room for; returns how much.
+LRESULT give(const std::u16string& text, wchar_t* to, size_t room) {
+  return static_cast<LRESULT>(std::copy_n(text.begin(), std::min(room, text.size()), to) - to);
 }
 
-/// Copies as many characters of a text as there is room for; returns how many.
-LRESULT give(const std::string& text, wchar_t* to, size_t room) {
-  return static_cast<LRESULT>(characters(text).copy(to, room));
-}
-
-LRESULT giveText(const std::string& text, wchar_t* to, size_t room) {
+LRESULT giveText(const std::u16string& text, wchar_t* to, size_t room) {
   if (room == 0) return 0;
   const LRESULT size = give(text, to, room - 1);
   to[size] = L'\0';

@@ -57,6 +57,7 @@ class CompareWindow final : public TopLevelWindow, private TextViewOwner, privat
 
   // What the panes and the session ask for.
   void onViewChanges(const ViewChanges& changes) override;
+  void onRefused(const std::string& why) override { showStatus(why); }
   void onPaneMenu(int side, POINT screen) override;
   std::optional<std::string> chooseSaveFile(const std::string& title, const std::string& name) override;
   std::optional<ExportChoice> chooseExport(const ExportChoice& choice) override;

@@ -128,14 +128,12 @@ void CompareWindow::compareNextFile(int direction) {
 
 void CompareWindow::find() {
   const auto selected = selectionToFind(view_);
-  application().findDialog.open(handle(),
-                                selected ? utf8(fromCodePage(*selected)) : application().settings.findText);
+  application().findDialog.open(handle(), selected.value_or(application().settings.findText));
 }
 
 void CompareWindow::search(bool forwards) {
   const Settings& settings = application().settings;
-  const FindQuery query = {toCodePage(wide(settings.findText)), settings.findMatchCase,
-                           settings.findWholeWord};
+  const FindQuery query = {settings.findText, settings.findMatchCase, settings.findWholeWord};
   const bool found = forwards ? findNext(view_, query) : findPrevious(view_, query);
   if (found) focusContents();
   if (!found) showMessage(handle(), TextId::searchTextNotFound, MB_OK | MB_ICONINFORMATION);

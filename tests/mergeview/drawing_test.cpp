@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <numeric>
 
 #include "mergeview/diff_arrows.h"
 #include "mergeview/row_layout.h"
@@ -31,16 +32,25 @@ TEST(RowLayout, CharactersShowByColumns) {
   const auto shown = [&options](std::string_view line) {
     const RowLayout layout = layOut(line, {0, 320}, options);
     EXPECT_EQ(layout.runs.size(), 1u);
-    EXPECT_EQ(layout.runs[0].right, 8 * static_cast<int32_t>(layout.text.size()));
+    EXPECT_EQ(layout.runs[0].right,
+              std::accumulate(layout.glyphs.advances.begin(), layout.glyphs.advances.end(), 0));
     EXPECT_EQ(layout.textEnd, layout.runs[0].right);
-    return layout.text;
+    return layout.glyphs.units;
   };
-  EXPECT_EQ(shown("- -\n"), "-\xB7-\xB6");
-  EXPECT_EQ(shown("\tx\ty"), "\xBB   x\xBB  y");
-  EXPECT_EQ(shown("\x1B[\x01\xE9\x7F\r\tx"), "^[[^A\xE9\x7F^M\xBB  x");
+  EXPECT_EQ(shown("- -\n"), u"-\xB7-\xB6");
+  EXPECT_EQ(shown("\tx\ty"), u"\xBB   x\xBB  y");
+  EXPECT_EQ(shown("\x1B[\x01\xE9\x7F\r\tx"), u"^[[^A\xE9\x7F^M\xBB  x");
+  EXPECT_EQ(shown("\x80\x81"), u"\u20AC\x81") << "of the code page";
+  EXPECT_EQ(shown("\xC3\xA9\tx"), u"\xE9\xBB  x");
+  EXPECT_EQ(shown("\xE4\xBD\xA0\te\xCC\x81\t"), u"\u4F60\xBB e\u0301\xBB  ");
+  EXPECT_EQ(shown("\xCC\x81\xF0\x9F\x98\x80\n"), u"\u25CC\u0301\U0001F600\xB6") << "a mark on nothing";
+  EXPECT_EQ(shown("a\xE2\x80\xAE"
+                  "b"),
+            u"ab")
+      << "what would show the text in another order";
   options.showWhiteSpace = false;
   options.tabStop = 16;
-  EXPECT_EQ(shown("a\tb c\n"), "a               b c ");
+  EXPECT_EQ(shown("a\tb c\n"), u"a               b c ");
 }
 
 TEST(RowLayout, ChangedCharactersAndSidesHaveTheirColours) {
@@ -109,7 +119,7 @@ TEST(RowLayout, HighContrastTakesTheSystemsPairsAndMarksTheRows) {
 
 TEST(RowLayout, OnlyWhatIsInViewIsLaidOut) {
   const RowLayout cut = layOut("ab\tcd\1efghij\n", {3 * 8 + 4, 4 * 8});
-  EXPECT_EQ(cut.text, "  cd^A");  // the tab that began left of the view, and what ends right of it
+  EXPECT_EQ(cut.glyphs.units, u"  cd^A");  // the tab that began left of the view, and what ends right of it
   EXPECT_EQ(cut.runs, (std::vector<TextRun>{{0, 6, -12, 36, 0, 0xFFFFFF}}));
   EXPECT_EQ(cut.textEnd, 32);
   // From and to a character, scrolled by some pixels, and what of that shows.
@@ -141,37 +151,40 @@ TEST(LineRuler, PlacesAgreeWithStepsOneByOne) {
   for (size_t c = 0; c < 256; ++c) proportional.widths[c] = static_cast<uint16_t>(3 + c * 7 % 11);
   for (const FontMetrics& font : {FontMetrics(), proportional}) {
     const LineRuler ruler(font, 4, true);
-    std::string line(12000, 'x');
-    for (char& c : line) c = "xxxxxxxxxx\t\2 i\xFE"[random.below(15)];
-    TextBuffer text;
-    ByteArray bytes;
-    ASSERT_TRUE(bytes.assign(line));
-    text.take(std::move(bytes));
-    ASSERT_TRUE(text.reserve(2));
-    text.replace(5000, 0, "yy");  // the gap lies within the line
-    const uint32_t end = text.size();
-    for (LinePlace place{100}, next = place; place.position < end; place = next) {
-      const char c = text.charAt(place.position);
-      ruler.step(next, c);
-      if (place.position % 97 != 0 && next.position < end) continue;
-      std::string glyphs;
-      ruler.appendGlyphs(glyphs, c, place.column);
-      int32_t width = 0;
-      for (const char glyph : glyphs) width += font.widthOf(glyph);
-      ASSERT_EQ(next.x - place.x, width);
-      ASSERT_LE(width, ruler.widestCharacter());
-      ASSERT_EQ(next.column - place.column, glyphs.size());
-      const LinePlace found = ruler.placeAtPosition(text, 100, place.position);
-      ASSERT_EQ(found.column, place.column);
-      ASSERT_EQ(found.x, place.x);
-      for (int64_t x = place.x; x < next.x; ++x) {
-        ASSERT_EQ(ruler.placeBeforeX(text, 100, end, x).position, place.position);
-        const LinePlace& nearest = x - place.x < next.x - x ? place : next;
-        ASSERT_EQ(ruler.placeNearestX(text, 100, end, x).position, nearest.position);
+    for (const bool utf8 : {false, true}) {
+      std::string text;
+      while (text.size() < 12000) {
+        constexpr std::string_view rare[] = {"\t",   "\2",       " ",        "i",
+                                             "\xFE", "\xC3\xA9", "\xCC\x81", "\xE4\xBD\xA0"};
+        text += random.below(3) > 0 ? "x" : rare[random.below(utf8 ? 8 : 5)];
       }
+      // In two pieces, which a character may lie across.
+      const RowCharacters line({std::string_view(text).substr(0, 5000), std::string_view(text).substr(5000)},
+                               utf8);
+      for (LinePlace place, next; place.position < line.size(); place = next) {
+        const Character character = line.at(place.position);
+        ruler.step(next, character);
+        if (place.position % 97 > 3 && next.position < line.size()) continue;
+        Glyphs glyphs;
+        ruler.appendGlyphs(glyphs, line, place, character);
+        const int32_t width = std::accumulate(glyphs.advances.begin(), glyphs.advances.end(), 0);
+        ASSERT_EQ(next.x - place.x, width);
+        ASSERT_LE(width, ruler.widestByte() * static_cast<int32_t>(character.length));
+        for (uint32_t inside = place.position; inside < next.position; ++inside) {
+          const LinePlace found = ruler.placeAtPosition(line, inside);
+          ASSERT_EQ(found.position, place.position);
+          ASSERT_EQ(found.column, place.column);
+          ASSERT_EQ(found.x, place.x);
+        }
+        for (int64_t x = place.x; x < next.x; ++x) {
+          ASSERT_EQ(ruler.placeBeforeX(line, x).position, place.position);
+          const LinePlace& nearest = x - place.x < next.x - x ? place : next;
+          ASSERT_EQ(ruler.placeNearestX(line, x).position, nearest.position);
+        }
+      }
+      EXPECT_EQ(ruler.placeNearestX(line, 1 << 30).position, line.size());
+      EXPECT_EQ(ruler.placeNearestX(line, -5).position, 0u);
     }
-    EXPECT_EQ(ruler.placeNearestX(text, 100, end, 1 << 30).position, end);
-    EXPECT_EQ(ruler.placeNearestX(text, 100, end, -5).position, 100u);
   }
 }
 

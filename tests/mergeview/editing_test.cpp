@@ -103,6 +103,38 @@ TEST(Editing, AReadOnlySideIsLeftAloneAndSomeCharactersOnlyBeep) {
   EXPECT_EQ(run.text(0), "a\t\t\tc\n");
 }
 
+TEST(Editing, GoesByCharacters) {
+  EditRun run(
+      "\xC3\xA9"
+      "e\xCC\x81\xF0\x9F\x98\x80\n",
+      "x\n");
+  expectWalk(
+      run,
+      "right right (\xC3\xA9"
+      "e\xCC\x81|\xF0\x9F\x98\x80/~) delete backspace (\xC3\xA9|/~) "
+      "insert \xE4\xBD\xA0 \xCC\x81 (\xC3\xA9\xE4\xBD\xA0\xCC\x81|/~) "
+      "home \xC3\xBC (\xC3\xBC|\xE4\xBD\xA0\xCC\x81/~) "
+      "home \xCC\x81 (\xCC\x81|\xC3\xBC\xE4\xBD\xA0\xCC\x81/~) "
+      "insert home e (e\xCC\x81|\xC3\xBC\xE4\xBD\xA0\xCC\x81/~) backspace (|\xC3\xBC\xE4\xBD\xA0\xCC\x81/~)");
+}
+
+TEST(Editing, ATextOfSingleBytesTakesWhatItsCodePageHas) {
+  EditRun run("\xE9\n", "\n");
+  expectWalk(run, "\xE2\x82\xAC (\x80|\xE9/) \xD0\x96 (\x80|\xE9/)");
+  EXPECT_EQ(run.host().refused, "The code page of this text has no '\xD0\x96' (U+0416).");
+  ASSERT_TRUE(run.host().clipboard.assign("\xD0\x96\xC3\xA9\xF0\x9F\x98\x80"));
+  run.host().confirms = false;
+  expectWalk(run, "paste (\x80|\xE9/)");
+  EXPECT_NE(run.host().asked.find(": 2 would"), std::string::npos);
+  run.host().confirms = true;
+  expectWalk(run, "paste (\x80?\xE9?|\xE9/~) S-home copy switch-pane \xC3\xA4 paste (\xE4\x80?\xE9?|/)");
+  EXPECT_EQ(run.host().clipboard.view(), "\xE2\x82\xAC?\xC3\xA9?");
+  // Between the two kinds rows are copied as characters.
+  expectWalk(EditRun("abcdefgh\xE9", "abcdefgh\xD0\x96\xC3\xA9"),
+             "switch-pane copy-line-left (abcdefgh?\xE9 # |abcdefgh\xD0\x96\xC3\xA9) switch-pane end x "
+             "copy-line-right (abcdefgh?\xE9x| # abcdefgh?\xC3\xA9x)");
+}
+
 TEST(Editing, TheClipboardHasItsOwnLineEnds) {
   EditRun run("ab\ncd", "ab\ncd");
   ASSERT_TRUE(run.host().clipboard.assign("x\r\ny\rz\r\n"));
@@ -165,6 +197,14 @@ TEST(EditRuns, RowsAndHistoryStayRightWhateverTheUserDoes) {
     }
     CompareOptions options;
     if (random.below(2) == 0) options = {random.below(2) == 0, random.below(16), random.below(2) == 0};
+    if (seed % 3 == 0) {
+      // Characters of several bytes, and marks that are written into whatever comes to stand before them.
+      for (std::string& text : texts) {
+        for (size_t at = 0; (at = text.find_first_of("bc", at)) != std::string::npos; at += 2) {
+          text.replace(at, 1, text[at] == 'b' ? "\xC3\xA9" : "\xCC\x81");
+        }
+      }
+    }
     EditRun run(texts[0], texts[1], options);
     for (int step = 0; step < 120; ++step) {
       const std::string before = run.state();

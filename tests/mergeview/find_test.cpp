@@ -41,12 +41,19 @@ TEST(Find, StartsWithASelectionWithinALine) {
 
 TEST(Find, MatchesInAStretch) {
   using Places = std::vector<std::optional<uint32_t>>;
-  const auto found = [](std::string_view stretch, const FindQuery& query) {
-    return Places{findFirst(stretch, query), findLast(stretch, query)};
+  bool utf8 = false;
+  const auto found = [&utf8](std::string_view text, const FindQuery& query) {
+    const RowCharacters stretch(text, utf8);
+    Places places;
+    for (const auto& match : {Finder(query, utf8).first(stretch), Finder(query, utf8).last(stretch)}) {
+      places.push_back(match ? std::optional(match->begin) : std::nullopt);
+    }
+    return places;
   };
   const Places none(2);
   EXPECT_EQ(found("abcAbC\n", {"aBc"}), Places({0, 3}));
-  EXPECT_EQ(found("\xC4\xE4", {"\xE4"}), Places({1, 1})) << "only A to Z have another case";
+  EXPECT_EQ(found("\xC4\xE4", {"\xC3\xA4"}), Places({1, 1})) << "only A to Z have another case";
+  EXPECT_EQ(found("?\xC4", {"\xD0\x96"}), none) << "not in the code page";
   EXPECT_EQ(found("ab", {"abc"}), none);
   EXPECT_EQ(found("abc", {""}), none);
   EXPECT_EQ(found("ABCabc", {"abc", true}), Places({3, 3}));
@@ -54,6 +61,16 @@ TEST(Find, MatchesInAStretch) {
   for (const char* part : {"ab_c", "ab1", "xab"}) EXPECT_EQ(found(part, {"ab", true, true}), none) << part;
   EXPECT_EQ(found("ab-cab ab", {"ab", true, true}), Places({0, 7}));
   EXPECT_EQ(found("ab\xE4 ab abc\n", {"ab", true, true}), Places({0, 4}));
+
+  utf8 = true;
+  constexpr const char *upper = "\xD0\x96", *lower = "\xD0\xB6";
+  const std::string both = std::string("x") + upper + lower + "x";
+  EXPECT_EQ(found(both, {lower}), Places({1, 3}));
+  EXPECT_EQ(found(both, {lower, true}), Places({3, 3}));
+  EXPECT_EQ(found(both, {lower, false, true}), none) << "letters beside it";
+  EXPECT_EQ(found("k\xE2\x84\xAA", {"K"}), Places({0, 1})) << "a match of another length";
+  EXPECT_EQ(found("e\xCC\x81 e", {"e"}), Places({4, 4})) << "no part of a character";
+  EXPECT_EQ(found("\x96", {upper}), none);
 }
 
 }  // namespace

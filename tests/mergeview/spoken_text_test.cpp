@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/utf16.h"
 #include "mergeview/navigation.h"
 #include "tests/support/edit_run.h"
 #include "tests/support/row_pattern.h"
@@ -11,11 +12,13 @@
 namespace merivane {
 namespace {
 
+std::string utf8Text(const std::u16string& units) { return utf8FromUtf16(std::u16string_view(units)); }
+
 TEST(SpokenText, RowsAreLinesAndFillersSaySo) {
   const std::string first("one\ntwo\tt\0\x01\r\n", 13);
   EditRun run(first + "end", first + "more\nend");
   std::string all;
-  const auto heard = [&] { return all = SpokenText(run.view()).text(); };
+  const auto heard = [&] { return all = utf8Text(SpokenText(run.view()).text()); };
   EXPECT_EQ(heard(), "one\r\ntwo\tt^^^\r\nno line on this side\r\nend");
   run.press("switch-pane");
   EXPECT_EQ(heard(), "one\r\ntwo\tt^^^\r\nmore\r\nend");
@@ -34,7 +37,7 @@ TEST(SpokenText, RowsAreLinesAndFillersSaySo) {
   EXPECT_EQ(spoken.lineAt(999), 3u);
   for (line = 0; line < 4; ++line) {
     const uint32_t start = spoken.lineStart(line);
-    EXPECT_EQ(all.substr(start, spoken.lineEnd(line) - start), spoken.lineText(line));
+    EXPECT_EQ(all.substr(start, spoken.lineEnd(line) - start), utf8Text(spoken.lineText(line)));
   }
 }
 
@@ -42,10 +45,10 @@ TEST(SpokenText, TheCaretIsWhereItShows) {
   EditRun run("one\ntwo\nend\n", "one\ntwo\nend\nlast\n");
   const auto heard = [&] {
     const SpokenText spoken(run.view());
-    const std::string text = spoken.text();
-    return text.substr(0, spoken.selectionBegin()) + "[" +
-           text.substr(spoken.selectionBegin(), spoken.selectionEnd() - spoken.selectionBegin()) + "]" +
-           text.substr(spoken.selectionEnd());
+    const std::u16string text = spoken.text();
+    return utf8Text(text.substr(0, spoken.selectionBegin()) + u"[" +
+                    text.substr(spoken.selectionBegin(), spoken.selectionEnd() - spoken.selectionBegin()) +
+                    u"]" + text.substr(spoken.selectionEnd()));
   };
   EXPECT_EQ(heard(), "[]one\r\ntwo\r\nend\r\nno line on this side");
   run.press("down right S-down");
@@ -55,8 +58,20 @@ TEST(SpokenText, TheCaretIsWhereItShows) {
   run.press("C-end");
   EXPECT_EQ(heard(), "one\r\ntwo\r\nend\r\n[]no line on this side");
 
+  const std::string units = std::string("\xF0\x9F\x98\x80") + "e\xCC\x81x\xFFy\n";
+  EditRun wide(units, units);
+  wide.view().file(0).encoding = TextEncoding::utf8;
+  wide.press("right S-right S-right");
+  EXPECT_EQ(SpokenText(wide.view()).selectionBegin(), 2u) << "a character of two units";
+  EXPECT_EQ(SpokenText(wide.view()).selectionEnd(), 5u) << "one with a mark";
+  EXPECT_EQ(SpokenText(wide.view()).text(), u"\U0001F600e\u0301x\uFFFDy");
+  for (const auto& [offset, position] :
+       {std::pair{0u, 0u}, {1u, 0u}, {2u, 4u}, {3u, 4u}, {4u, 7u}, {7u, 10u}}) {
+    EXPECT_EQ(SpokenText(wide.view()).placeOf(offset).position, position) << offset;
+  }
+
   // The reader moves it, too, and finds it again wherever there is text.
-  const std::string all = SpokenText(run.view()).text();
+  const std::u16string all = SpokenText(run.view()).text();
   for (uint32_t a = 0; a <= all.size(); ++a) {
     for (const uint32_t b : {a, 7u}) {
       selectSpoken(run.view(), a, b);
@@ -79,7 +94,7 @@ TEST(SpokenText, NoMoreIsToldThanAReaderNeeds) {
     const SpokenText before(run.view());
     const uint32_t offset = before.caret();
     EXPECT_LE(before.lineCount(), 768u);
-    EXPECT_EQ(before.lineText(before.lineAt(offset)), std::to_string(row));
+    EXPECT_EQ(utf8Text(before.lineText(before.lineAt(offset))), std::to_string(row));
     run.view().moveCaret(row + 1, run.view().rowStart(0, row + 1), false);
     const SpokenText after(run.view());
     moved += after.caret() != offset + std::to_string(row).size() + 2;
@@ -97,7 +112,7 @@ TEST(SpokenText, NoMoreIsToldThanAReaderNeeds) {
     EXPECT_LE(spoken.size(), 3 * 1024u + 3);
     EXPECT_EQ(spoken.placeOf(spoken.caret()).position, at);
     const uint32_t rest = std::min(1024u, static_cast<uint32_t>(line.size()) - at);
-    EXPECT_EQ(spoken.text().substr(spoken.caret(), rest), line.substr(at, rest));
+    EXPECT_EQ(utf8Text(spoken.text().substr(spoken.caret(), rest)), line.substr(at, rest));
   }
   selectAll(wide.view());
   EXPECT_EQ(SpokenText(wide.view()).selectionBegin(), 0u);

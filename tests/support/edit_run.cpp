@@ -6,6 +6,7 @@
 #include <tuple>
 #include <utility>
 
+#include "base/utf8.h"
 #include "mergeview/edit.h"
 #include "mergeview/editor.h"
 #include "mergeview/find.h"
@@ -97,6 +98,11 @@ void EditRun::load(std::string_view left, std::string_view right, AfterCompariso
       compareTexts(left, right, view_.compareOptions(), nullptr, comparison.model) != Result::success) {
     throw std::bad_alloc();
   }
+  wellFormed_ = true;
+  for (TextDocument& document : comparison.documents) {
+    document.encoding = detectEncoding(document.text.view());
+    wellFormed_ = wellFormed_ && document.encoding != TextEncoding::singleByte;
+  }
   view_.take(std::move(comparison), {"left", "right"}, after);
   first_ = std::string(left) + '#' + std::string(right);
   swapped_ = std::string(right) + '#' + std::string(left);
@@ -120,8 +126,8 @@ void EditRun::press(std::string_view keys) {
       } else {
         mouse_.press(x, y, word[at - 1] - '0', shift);
       }
-    } else if (word.size() == 1) {
-      Editor(view_, history_).characterInput(word[0], 1, ctrl);
+    } else if (const CodePoint typed = codePointAt(word, 0); typed.length == word.size()) {
+      Editor(view_, history_).characterInput(typed.value, 1, ctrl);
     } else if (key != std::end(kKeys)) {
       pressKey(view_, static_cast<Key>(key - kKeys), ctrl, shift);
     } else if (command != std::end(kCommands)) {
@@ -133,7 +139,8 @@ void EditRun::press(std::string_view keys) {
 }
 
 void EditRun::step(const std::function<uint32_t(uint32_t bound)>& below) {
-  constexpr std::string_view often[] = {"a", "a", "b", "\t", "enter", "enter", "backspace", "undo", "redo"};
+  constexpr std::string_view often[] = {"a",     "a",     "b",         "\t",   "\xC3\xA9", "\xCC\x81",
+                                        "enter", "enter", "backspace", "undo", "redo"};
   const uint32_t row = below(view_.rowCount());
   switch (below(4)) {
     case 0:
@@ -187,6 +194,9 @@ std::string EditRun::fault() const {
   const DiffModel& model = view_.model();
   std::string wrong = comparisonFault(model, text(0), text(1), view_.compareOptions());
   if (!wrong.empty()) return wrong;
+  for (const int side : {0, 1}) {
+    if (wellFormed_ && !isUtf8(text(side))) return "a text that is no longer well-formed";
+  }
   // So few rows are all compared anew, and therefore as if there had been no edit.
   DiffModel fresh;
   if (model.rowCount() <= 40) compareTexts(text(0), text(1), view_.compareOptions(), nullptr, fresh);
@@ -200,10 +210,14 @@ std::string EditRun::fault() const {
   const uint32_t row = view_.caretRow(), caret = view_.caretPos(side);
   if (row >= view_.rowCount() || view_.topRow() > view_.maxTopRow()) return "beyond the rows";
   const uint32_t start = view_.rowStart(side, row);
-  const uint32_t column = view_.ruler().placeAtPosition(view_.text(side), start, caret).column;
-  if (caret < start || caret > view_.rowEnd(side, row) || column != view_.caretColumn())
+  const LinePlace place = view_.placeAt(side, row, caret);
+  if (caret < start || caret > view_.rowEnd(side, row) || place.column != view_.caretColumn() ||
+      place.position != caret)
     return "the caret's place";
-  if (view_.anchor() > view_.text(side).size()) return "the anchor outside the text";
+  const uint32_t anchor = view_.anchor();
+  if (anchor > view_.text(side).size()) return "the anchor outside the text";
+  if (view_.placeAt(side, view_.rowOf(side, anchor), anchor).position != anchor)
+    return "the anchor inside a character";
   return view_.caretPos(1 - side) > view_.text(1 - side).size() ? "the other caret outside its text" : "";
 }
 

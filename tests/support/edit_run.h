@@ -16,6 +16,8 @@ namespace merivane {
 class FakeHost final : public ViewHost {
  public:
   void beep() override { ++beeps, throwIf(serviceThrows); }
+  void refuse(const std::string& why) override { refused = why; }
+  bool confirm(const std::string& question) override { return asked = question, confirms; }
   bool setClipboardText(std::string_view text) override {
     throwIf(serviceThrows);
     return orReport(clipboard.assign(text));
@@ -27,6 +29,8 @@ class FakeHost final : public ViewHost {
   void reportOutOfMemory() override { ++outOfMemory, throwIf(reportThrows); }
 
   ByteArray clipboard;
+  std::string refused, asked;
+  bool confirms = true;
   int beeps = 0, outOfMemory = 0;
   bool serviceThrows = false, reportThrows = false;  // std::bad_alloc
 
@@ -88,6 +92,7 @@ class EditRun {
   ViewState view_{host_};
   MouseSelection mouse_{view_};
   std::string first_, swapped_;
+  bool wellFormed_ = true;  // both texts were UTF-8 or ASCII
 };
 
 }  // namespace merivane
