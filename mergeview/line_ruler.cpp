@@ -27,6 +27,23 @@ constexpr bool reorders(char32_t c) {
 /// How many bytes are skipped at a time while a place is searched for.
 constexpr uint32_t kSearchStep = 4096;
 
+/// The run that shows at `x`; null for none.
+const ShownRun* runAt(const std::vector<ShownRun>& runs, int64_t x) {
+  const auto found = std::ranges::find_if(
+      runs, [x](const ShownRun& run) { return x >= run.left && x < run.left + run.width; });
+  return found == runs.end() ? nullptr : &*found;
+}
+
+/// Moves a place from where it is written to where it shows.
+void show(LinePlace& place, const RowCharacters& line, const std::vector<ShownRun>& runs) {
+  const uint32_t character = place.position < line.size() ? place.position : line.size() - 1;
+  for (const ShownRun& run : runs) {
+    if (character < run.run.begin || character >= run.run.end) continue;
+    place.x = run.shownX(place.x);
+    return;
+  }
+}
+
 /// The code point of a white space mark, which has the number of its byte.
 constexpr char32_t signOf(char mark) { return static_cast<uint8_t>(mark); }
 
@@ -107,13 +124,61 @@ void LineRuler::appendGlyphs(Glyphs& glyphs, const RowCharacters& line, const Li
   }
 }
 
+std::vector<ShownRun> LineRuler::shownRuns(const RowCharacters& line) const {
+  std::vector<ShownRun> runs;
+  for (const DirectionRun& run : directionRuns(line)) runs.push_back({run, {}, 0, 0});
+  std::vector<ShownRun*> written;
+  for (ShownRun& run : runs) written.push_back(&run);
+  std::ranges::sort(written, {}, [](const ShownRun* each) { return each->run.begin; });
+  LinePlace place;
+  for (ShownRun* const run : written) {
+    run->begin = place;
+    skip(place, line, run->run.end);
+    run->width = place.x - run->begin.x;
+  }
+  int64_t left = 0;
+  for (ShownRun& run : runs) left += (run.left = left, run.width);
+  return runs;
+}
+
+int64_t LineRuler::widthOf(const RowCharacters& line) const {
+  LinePlace end;
+  skip(end, line, line.size());
+  return end.x;
+}
+
 LinePlace LineRuler::placeAtPosition(const RowCharacters& line, uint32_t position) const {
   LinePlace place;
   skip(place, line, line.begin(position));
+  show(place, line, shownRuns(line));
   return place;
 }
 
 LinePlace LineRuler::placeBeforeX(const RowCharacters& line, int64_t x) const {
+  const std::vector<ShownRun> runs = shownRuns(line);
+  if (runs.empty()) return writtenBeforeX(line, x);
+  // A character that goes to the left holds its left edge but not its right one.
+  const ShownRun* const run = runAt(runs, x);
+  LinePlace place;
+  if (run != nullptr) {
+    place = writtenBeforeX(line, run->writtenX(x) - (run->run.rightToLeft ? 1 : 0));
+  } else if (x >= 0) {
+    skip(place, line, line.size());
+  }
+  show(place, line, runs);
+  return place;
+}
+
+LinePlace LineRuler::placeNearestX(const RowCharacters& line, int64_t x) const {
+  const std::vector<ShownRun> runs = shownRuns(line);
+  const ShownRun* const run = runAt(runs, x);
+  if (run == nullptr) return runs.empty() ? writtenNearestX(line, x) : placeBeforeX(line, x);
+  LinePlace place = writtenNearestX(line, run->writtenX(x));
+  show(place, line, runs);
+  return place;
+}
+
+LinePlace LineRuler::writtenBeforeX(const RowCharacters& line, int64_t x) const {
   LinePlace place;
   while (place.position < line.size()) {
     LinePlace next = place;
@@ -130,8 +195,8 @@ LinePlace LineRuler::placeBeforeX(const RowCharacters& line, int64_t x) const {
   return place;
 }
 
-LinePlace LineRuler::placeNearestX(const RowCharacters& line, int64_t x) const {
-  const LinePlace before = placeBeforeX(line, x);
+LinePlace LineRuler::writtenNearestX(const RowCharacters& line, int64_t x) const {
+  const LinePlace before = writtenBeforeX(line, x);
   if (before.position == line.size()) return before;
   LinePlace after = before;
   step(after, line.at(before.position));

@@ -14,6 +14,114 @@ Colour byChannel(Colour colour, Change change) {
   return result;
 }
 
+/// Lays out a row's text run by run.
+class TextLayouter {
+ public:
+  TextLayouter(const RowSource& source, const RowWindow& window, const RowCharacters& line,
+               std::span<const uint8_t> marks, RowLayout& layout)
+      : ruler_(source.ruler), window_(window), line_(line), marks_(marks), layout_(layout) {}
+
+  void setMarkedColours(Colour foreground, Colour background) {
+    markedForeground_ = foreground;
+    markedBackground_ = background;
+  }
+
+  /// What is selected of the line.
+  void setSelection(uint32_t begin, uint32_t end) {
+    selectionBegin_ = begin;
+    selectionEnd_ = end;
+  }
+
+  void layOut() {
+    const std::vector<ShownRun> runs = ruler_.shownRuns(line_);
+    if (runs.empty()) add({{0, line_.size(), false}, {}, 0, 0});
+    for (const ShownRun& run : runs) {
+      if (run.left < window_.scrollX + window_.width && run.left + run.width > window_.scrollX) add(run);
+      end_ = run.left + run.width;
+    }
+    layout_.textEnd = static_cast<int32_t>(std::clamp<int64_t>(end_ - window_.scrollX, 0, window_.width));
+    if (!window_.marksCut) return;
+    // A line's end that is out of view is no loss.
+    const uint32_t size = line_.size();
+    const uint32_t text = size > 0 && line_.bytes()[size - 1] == '\n' ? size - 1 : size;
+    const RowCharacters shown(line_.bytes().slice(0, text), line_.isUtf8());
+    layout_.cut = ruler_.widthOf(shown) - window_.scrollX > window_.width;
+  }
+
+ private:
+  /// Adds the characters of a run that are in view.
+  void add(const ShownRun& run) {
+    const bool toLeft = run.run.rightToLeft;
+    LinePlace place = run.begin;
+    if (!toLeft && window_.scrollX > run.left)
+      place = ruler_.writtenBeforeX(line_, run.writtenX(window_.scrollX));
+    bool fresh = true, wasMarked = false;
+    while (place.position < run.run.end) {
+      const Character character = line_.at(place.position);
+      LinePlace next = place;
+      ruler_.step(next, character);
+      const int64_t from = run.shownX(place.x) - window_.scrollX, to = run.shownX(next.x) - window_.scrollX;
+      const int64_t left = std::min(from, to), right = std::max(from, to);
+      if (!toLeft && left >= window_.width) break;
+      const bool marked = isMarked(place.position, character.length);
+      if (left >= window_.width || right <= 0) {
+        fresh = true;
+      } else {
+        if (fresh || marked != wasMarked) beginText(static_cast<int32_t>(from), marked, toLeft);
+        fresh = false;
+        wasMarked = marked;
+        ruler_.appendGlyphs(layout_.glyphs, line_, place, character);
+        TextRun& text = layout_.runs.back();
+        text.end = static_cast<uint32_t>(layout_.glyphs.units.size());
+        (toLeft ? text.left : text.right) = static_cast<int32_t>(to);
+        if (place.position >= selectionBegin_ && place.position < selectionEnd_) addSelected(left, right);
+      }
+      place = next;
+    }
+    end_ = run.shownX(place.x);
+  }
+
+  void beginText(int32_t edge, bool marked, bool toLeft) {
+    const auto at = static_cast<uint32_t>(layout_.glyphs.units.size());
+    layout_.runs.push_back({at, at, edge, edge, marked ? markedForeground_ : layout_.foreground,
+                            marked ? markedBackground_ : layout_.background, toLeft});
+  }
+
+  /// Takes a character in, beside the one before it where they touch.
+  void addSelected(int64_t left, int64_t right) {
+    const auto inWindow = [this](int64_t x) {
+      return static_cast<int32_t>(std::clamp<int64_t>(x, 0, window_.width));
+    };
+    const SelectedPart part = {inWindow(left), inWindow(right)};
+    if (part.left == part.right) return;
+    auto& parts = layout_.selected;
+    if (!parts.empty() && parts.back().right == part.left) {
+      parts.back().right = part.right;
+    } else if (!parts.empty() && parts.back().left == part.right) {
+      parts.back().left = part.left;
+    } else {
+      parts.push_back(part);
+    }
+  }
+
+  bool isMarked(uint32_t at, uint32_t length) const {
+    const auto of = marks_.subspan(std::min<size_t>(at, marks_.size()));
+    const auto differs = [](uint8_t mark) { return (mark & kDiffersMark) != 0; };
+    return std::ranges::any_of(of.first(std::min<size_t>(length, of.size())), differs);
+  }
+
+  const LineRuler& ruler_;
+  const RowWindow& window_;
+  const RowCharacters& line_;
+  const std::span<const uint8_t> marks_;
+  RowLayout& layout_;
+  Colour markedForeground_ = 0;
+  Colour markedBackground_ = 0;
+  uint32_t selectionBegin_ = 0;
+  uint32_t selectionEnd_ = 0;
+  int64_t end_ = 0;  // where the text ends so far, from the line's left
+};
+
 }  // namespace
 
 Colour invertedColour(Colour colour) {
@@ -56,7 +164,8 @@ void layOutRow(const RowSource& source, uint32_t row, const RowWindow& window, R
   if (highlighted) layout.foreground = contrast->highlightText;
   layout.glyphs.clear();
   layout.runs.clear();
-  layout.textEnd = layout.selectionLeft = layout.selectionRight = 0;
+  layout.selected.clear();
+  layout.textEnd = 0;
   layout.cut = false;
   if (fillerSide(status) == source.side) return;
 
@@ -71,48 +180,12 @@ void layOutRow(const RowSource& source, uint32_t row, const RowWindow& window, R
   std::span<const uint8_t> marks;
   if (source.options.highlightChanges && status == RowStatus::changed)
     marks = model.marks(row).side(source.side);
-  const auto isMarked = [&](uint32_t at, uint32_t length) {
-    const auto of = marks.subspan(std::min<size_t>(at, marks.size()));
-    const auto differs = [](uint8_t mark) { return (mark & kDiffersMark) != 0; };
-    return std::ranges::any_of(of.first(std::min<size_t>(length, of.size())), differs);
-  };
-  const auto inWindow = [&](int64_t x) {
-    return static_cast<int32_t>(std::clamp<int64_t>(x - window.scrollX, 0, window.width));
-  };
-  const uint32_t selectionBegin = std::clamp(window.selectionBegin, start, end) - start;
-  const uint32_t selectionEnd = std::clamp(window.selectionEnd, start, end) - start;
-
   const RowCharacters line(source.text.stretch(start, end), source.utf8);
-  LinePlace place = source.ruler.placeBeforeX(line, window.scrollX);
-  int32_t selectionLeft = 0, selectionRight = 0;
-  bool wasMarked = false;
-  while (true) {
-    if (place.position <= selectionBegin) selectionLeft = inWindow(place.x);
-    if (place.position <= selectionEnd) selectionRight = inWindow(place.x);
-    if (place.position == line.size() || place.x - window.scrollX >= window.width) break;
-    const Character character = line.at(place.position);
-    const bool marked = isMarked(place.position, character.length);
-    if (layout.runs.empty() || marked != wasMarked) {
-      const auto at = static_cast<uint32_t>(layout.glyphs.units.size());
-      const auto left = static_cast<int32_t>(place.x - window.scrollX);
-      layout.runs.push_back({at, at, left, left, marked ? markedForeground : layout.foreground,
-                             marked ? markedBackground : layout.background});
-      wasMarked = marked;
-    }
-    source.ruler.appendGlyphs(layout.glyphs, line, place, character);
-    source.ruler.step(place, character);
-    layout.runs.back().end = static_cast<uint32_t>(layout.glyphs.units.size());
-    layout.runs.back().right = static_cast<int32_t>(place.x - window.scrollX);
-  }
-  layout.textEnd = inWindow(place.x);
-  // A line's end that is out of view is no loss.
-  const uint32_t textEnd = (end > start && source.text.charAt(end - 1) == '\n' ? end - 1 : end) - start;
-  layout.cut = window.marksCut && (place.position < textEnd ||
-                                   (place.position == textEnd && place.x - window.scrollX > window.width));
-  if (selectionBegin < selectionEnd) {
-    layout.selectionLeft = selectionLeft;
-    layout.selectionRight = selectionRight;
-  }
+  TextLayouter layouter(source, window, line, marks, layout);
+  layouter.setMarkedColours(markedForeground, markedBackground);
+  layouter.setSelection(std::clamp(window.selectionBegin, start, end) - start,
+                        std::clamp(window.selectionEnd, start, end) - start);
+  layouter.layOut();
 }
 
 }  // namespace merivane

@@ -19,7 +19,15 @@ struct TextRun {
   int32_t right;
   Colour foreground;
   Colour background;
+  bool rightToLeft = false;  // which way the characters go, which stand in the order in which they are read
   bool operator==(const TextRun&) const = default;
+};
+
+/// A part of a row's text area, in pixels.
+struct SelectedPart {
+  int32_t left;
+  int32_t right;
+  bool operator==(const SelectedPart&) const = default;
 };
 
 /// All there is to draw of one side of a row. From 0 to `textEnd` the runs cover the text area without a gap;
@@ -32,9 +40,8 @@ struct RowLayout {
   Glyphs glyphs;          // what the runs show
   std::vector<TextRun> runs;
   int32_t textEnd = 0;
-  bool cut = false;           // to be told by a mark at the text area's right: more text lies beyond
-  int32_t selectionLeft = 0;  // to be inverted, within the text area; empty when equal
-  int32_t selectionRight = 0;
+  bool cut = false;                    // to be told by a mark at the text area's right: more text lies beyond
+  std::vector<SelectedPart> selected;  // to be inverted, within the text area
 };
 
 /// What one side's rows are drawn from; shared by screen, print and preview.

@@ -204,7 +204,8 @@ uint32_t ViewState::characterEnd(int side, uint32_t row, uint32_t position) cons
 
 LinePlace ViewState::placeAt(int side, uint32_t row, uint32_t position) const {
   const uint32_t start = rowStart(side, row);
-  LinePlace place = ruler_.placeAtPosition(characters(side, start, rowEnd(side, row)), position - start);
+  const uint32_t end = std::max(lineEnd(side, row), position);  // a line's end goes from the left
+  LinePlace place = ruler_.placeAtPosition(characters(side, start, end), position - start);
   place.position += start;
   return place;
 }
@@ -324,7 +325,7 @@ void ViewState::measure(int side, RowRange rows) {
     const uint32_t start = rowStart(side, row);
     const uint32_t end = rowEnd(side, row);
     if ((end - start) * perByte <= widest_[side]) continue;
-    widest_[side] = std::max(widest_[side], placeAt(side, row, end).x);
+    widest_[side] = std::max(widest_[side], ruler_.widthOf(characters(side, start, end)));
   }
 }
 

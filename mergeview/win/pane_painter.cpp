@@ -20,9 +20,8 @@ void PanePainter::paintRow(const PaneEdges& pane, int y) {
   paintText(pane, y);
   fill({pane.textLeft + std::max(layout_.textEnd, 0), y, pane.paneRight, bottom}, layout_.background);
   if (layout_.cut) paintCut(pane, y);
-  if (layout_.selectionLeft < layout_.selectionRight) {
-    const RECT selected = {pane.textLeft + layout_.selectionLeft, y, pane.textLeft + layout_.selectionRight,
-                           bottom};
+  for (const SelectedPart& part : layout_.selected) {
+    const RECT selected = {pane.textLeft + part.left, y, pane.textLeft + part.right, bottom};
     InvertRect(dc_, &selected);
   }
 }
@@ -60,8 +59,9 @@ void PanePainter::paintText(const PaneEdges& pane, int y) {
                        std::min(pane.textLeft + run.right, pane.paneRight), y + fonts_.metrics.lineHeight};
     SetTextColor(dc_, run.foreground);
     SetBkColor(dc_, run.background);
-    ExtTextOutW(dc_, pane.textLeft + run.left, y, ETO_OPAQUE | ETO_CLIPPED, &area, units + run.begin,
-                run.end - run.begin, glyphs.advances.data() + run.begin);
+    const UINT direction = run.rightToLeft ? ETO_RTLREADING : 0;
+    ExtTextOutW(dc_, pane.textLeft + run.left, y, ETO_OPAQUE | ETO_CLIPPED | direction, &area,
+                units + run.begin, run.end - run.begin, glyphs.advances.data() + run.begin);
   }
 }
 

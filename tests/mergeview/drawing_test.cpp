@@ -129,8 +129,9 @@ TEST(RowLayout, OnlyWhatIsInViewIsLaidOut) {
   };
   for (const auto& [begin, end, scrollX, left, right] : selections) {
     const RowLayout layout = layOut("abcdefgh\n", {scrollX, 40, begin, end});
-    EXPECT_EQ(std::pair(layout.selectionLeft, layout.selectionRight), std::pair(left, right))
-        << begin << ' ' << scrollX;
+    const auto expected =
+        left < right ? std::vector<SelectedPart>{{left, right}} : std::vector<SelectedPart>();
+    EXPECT_EQ(layout.selected, expected) << begin << ' ' << scrollX;
   }
   // What cannot be scrolled to is told, unless it is no more than the line's end.
   for (const auto& [line, marked] : {std::pair("abcde", false),
@@ -142,6 +143,34 @@ TEST(RowLayout, OnlyWhatIsInViewIsLaidOut) {
     EXPECT_EQ(layOut(line, {0, 40, 0, 0, true}).cut, marked) << line;
   }
   EXPECT_FALSE(layOut("abcdef", {0, 40}).cut);
+}
+
+TEST(RowLayout, WhatGoesFromRightToLeftShowsSo) {
+  const std::string line = "ab \xD7\x90\xD7\x91 12 \xD7\x92 c\n";  // shows as "ab C 12 BA c"
+  RowLayout layout = layOut(line, {0, 320, 5, 10});
+  const auto run = [](uint32_t begin, uint32_t end, bool toLeft, int32_t left, int32_t right) {
+    return TextRun{begin, end, left, right, 0, 0xFFFFFF, toLeft};
+  };
+  EXPECT_EQ(layout.runs,
+            (std::vector<TextRun>{run(0, 3, false, 0, 24), run(3, 5, true, 24, 40), run(5, 7, false, 40, 56),
+                                  run(7, 10, true, 56, 80), run(10, 13, false, 80, 104)}));
+  EXPECT_EQ(layout.selected, (std::vector<SelectedPart>{{40, 56}, {56, 72}}));
+  EXPECT_EQ(layout.textEnd, 104);
+  layout = layOut(line, {60, 8});
+  EXPECT_EQ(layout.runs.size(), 1u) << "only what is in view";
+
+  // The caret stands where the character after it begins, and a click finds that character.
+  const LineRuler ruler;
+  const RowCharacters characters(std::string_view(line).substr(0, line.size() - 1), true);
+  for (uint32_t at = 0; at < characters.size(); at = characters.next(at)) {
+    const int64_t x = ruler.placeAtPosition(characters, at).x;
+    const bool toLeft = (at >= 3 && at < 8) || (at >= 10 && at < 13);
+    for (const int64_t inside : {0, 7}) {
+      EXPECT_EQ(ruler.placeBeforeX(characters, toLeft ? x - 1 - inside : x + inside).position, at) << at;
+    }
+  }
+  EXPECT_EQ(ruler.placeAtPosition(RowCharacters(std::string_view("a\xD7\x90"), true), 3).x, 8)
+      << "at its end";
 }
 
 TEST(LineRuler, PlacesAgreeWithStepsOneByOne) {
