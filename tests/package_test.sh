@@ -112,7 +112,10 @@ one_user() {
 all_users() {
   local key='HKLM\Software\Brackenfold\Merivane' view=()
   [ "$bits" = 32 ] || view=(/reg:64)
-  check "for all users" exits 0 install /ALLUSERS
+  local environment='HKLM\SYSTEM\CurrentControlSet\Control\Session Manager\Environment' path
+  path=$(value Path "$environment")
+  check "for all users" exits 0 install /ALLUSERS /PATH=1
+  check "the machine's PATH" is "$(value Path "$environment")" "$path;C:\Program Files\Merivane"
   check "in the folder of programs" is "$(machine 'drive_c/Program Files/Merivane/merivane.exe')" "$pe"
   check "in the programs' own registry" is "$(value InstallDir "$key" "${view[@]}")" 'C:\Program Files\Merivane'
   [ "$bits" = 32 ] || check "and in no other" is "$(value InstallDir "$key" /reg:32)" ""
@@ -120,6 +123,7 @@ all_users() {
   check "its entry for all" [ -f "drive_c/ProgramData/Microsoft/Windows/Start Menu/Programs/Merivane.lnk" ]
   check "it goes" exits 0 win 'C:\Program Files\Merivane\merivane-uninstall.exe' /S
   check "wholly" within 20 [ ! -e "drive_c/Program Files/Merivane" ]
+  check "the PATH is as before" is "$(value Path "$environment")" "$path"
   check "nothing is registered" is "$(value InstallDir "$key" "${view[@]}")$(value DisplayName "HKLM\\$apps" "${view[@]}")" ""
 }
 
