@@ -38,6 +38,12 @@ class Characters {
 
   /// Measures the character at hand, which is not beyond the end.
   void measure() {
+    if (isPlain()) {
+      character_ = {byte(), 1, 1, false};
+      shown_ = byte();
+      columns_ = 1;
+      return;
+    }
     character_ = characters_.at(at_);
     shown_ = shownAs(character_);
     columns_ = shown_ == kUnknown ? 1 : character_.columns;
@@ -59,7 +65,9 @@ class Characters {
   }
 
   void append(std::string& text) const {
-    if (shown_ == '\t') {
+    if (shown_ > ' ' && shown_ < 0x7F && character_.length == 1) {
+      text += line_[at_];
+    } else if (shown_ == '\t') {
       const std::string_view sign = style_.showWhiteSpace ? signs_.tab : " ";
       text += sign;
       text.append(columns_ - 1, ' ');
@@ -83,6 +91,13 @@ class Characters {
 
  private:
   static constexpr char32_t kUnknown = kNoCodePoint;
+
+  /// Whether the character at hand is a letter or sign of ASCII without marks, as nearly all are.
+  bool isPlain() const {
+    const auto isAscii = [](char c) { return static_cast<signed char>(c) >= 0; };
+    const char c = line_[at_];
+    return c >= ' ' && c != 0x7F && (at_ + 1 == line_.size() || isAscii(line_[at_ + 1]));
+  }
 
   /// The byte that is no character of UTF-8 and starts the character at hand.
   uint8_t byte() const { return static_cast<uint8_t>(line_[at_]); }

@@ -48,9 +48,12 @@ SplitLayout layOutSplit(const Area& contents, const PaneMetrics& metrics, int32_
 
 std::array<int32_t, 4> statusPartEdges(int32_t width, int32_t resolution) {
   const auto fromRight = [&](int32_t pixels) { return width - pixels * resolution / 96; };
-  // The longest texts fit where room is left for the help text.
+  // The longest texts fit where room is left for the help text; line ends with encodings are those.
   const bool roomy = width >= 640 * resolution / 96;
-  return {fromRight(roomy ? 455 : 375), fromRight(roomy ? 255 : 215), fromRight(140), width};
+  const bool wide = width >= 800 * resolution / 96;
+  const int32_t differences = 140, lineEnds = wide ? 195 : roomy ? 140 : 75, caret = roomy ? 200 : 160;
+  return {fromRight(differences + lineEnds + caret), fromRight(differences + lineEnds),
+          fromRight(differences), width};
 }
 
 std::array<int32_t, 4> folderStatusPartEdges(int32_t width, int32_t resolution) {
