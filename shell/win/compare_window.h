@@ -79,6 +79,7 @@ class CompareWindow final : public TopLevelWindow, private TextViewOwner, privat
   void print();
   void preview();
   void setUpPage();
+  void sayNoPrinter();
   std::unique_ptr<Printout> makePrintout(const PrinterDc& dc) const;
   std::unique_ptr<Printout> makePrintout() const;
   void onFind(const FINDREPLACEW& request);

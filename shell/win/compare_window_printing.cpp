@@ -38,7 +38,8 @@ std::unique_ptr<Printout> CompareWindow::makePrintout() const {
 void CompareWindow::print() {
   PrinterSetup& printer = application().printer;
   const auto foreseen = makePrintout();
-  auto request = printer.choosePrint(handle(), foreseen != nullptr ? foreseen->pages() : 1);
+  if (foreseen == nullptr) return sayNoPrinter();
+  auto request = printer.choosePrint(handle(), foreseen->pages());
   keepOrientation(printer, application().settings);
   if (!request || handle() == nullptr) return;
   auto printout = makePrintout(request->dc);
@@ -48,13 +49,12 @@ void CompareWindow::print() {
 }
 
 void CompareWindow::preview() {
-  if (makePrintout() == nullptr) {
-    showMessage(handle(), TextId::noPrinter, MB_OK | MB_ICONERROR);
-    return;
-  }
+  if (makePrintout() == nullptr) return sayNoPrinter();
   PreviewDialog dialog(application().settings, application().printer, [this] { return makePrintout(); });
   if (dialog.run(handle()) && handle() != nullptr) print();
 }
+
+void CompareWindow::sayNoPrinter() { showMessage(handle(), TextId::noPrinter, MB_OK | MB_ICONERROR); }
 
 void CompareWindow::setUpPage() {
   PageSetupDialog(application().settings, application().printer).run(handle());

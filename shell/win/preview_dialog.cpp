@@ -26,7 +26,7 @@ constexpr int wholePage = 0;
 constexpr int pageWidth = 1;
 constexpr int firstPercentage = 2;
 
-constexpr RECT unitsAbovePane = {0, 0, 420, 22};
+constexpr RECT unitsAbovePane = {0, 0, 466, 22};
 
 int selected(HWND box) { return static_cast<int>(SendMessageW(box, CB_GETCURSEL, 0, 0)); }
 void select(HWND box, int item) { SendMessageW(box, CB_SETCURSEL, static_cast<WPARAM>(item), 0); }
@@ -49,7 +49,7 @@ LRESULT PreviewDialog::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_INITDIALOG: return onInitDialog();
     case WM_SIZE: return onSize(LOWORD(lParam), HIWORD(lParam));
     case WM_GETMINMAXINFO: {
-      const RECT min = inPixels({0, 0, 426, 160});
+      const RECT min = inPixels({0, 0, 472, 160});
       reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {min.right, min.bottom};
       return TRUE;
     }
@@ -99,10 +99,9 @@ void PreviewDialog::fillScales() {
     scales.push_back(settings_.printScale);
     std::sort(scales.rbegin(), scales.rend());
   }
-  for (const int32_t scale : scales) {
-    sendText(box, CB_ADDSTRING, 0, std::to_string(scale));
-    if (scale == settings_.printScale) select(box, static_cast<int>(&scale - scales.data()));
-  }
+  for (const int32_t scale : scales) sendText(box, CB_ADDSTRING, 0, std::to_string(scale));
+  const auto set = std::find(scales.begin(), scales.end(), settings_.printScale);
+  select(box, static_cast<int>(set - scales.begin()));
 }
 
 BOOL PreviewDialog::onCommand(int id, int code) {

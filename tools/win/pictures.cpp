@@ -3,7 +3,7 @@
 // Each scene gives FOLDER\SCENE.bmp of the two files: "compared", or "marks" with line numbers and white
 // space. What goes wrong in comparing them is part of the picture. "waiting" has a pair of its own, "folders"
 // two trees. "tip" and "about" are of these boxes, "options-text", "options-folders", "options-display" and
-// "options-misc" of pages of the Options dialog.
+// "options-misc" of pages of the Options dialog. "printed" gives FOLDER\printed.pdf.
 
 #include <windows.h>
 
@@ -17,6 +17,7 @@
 #include <utility>
 
 #include "tests/win/support/program.h"
+#include "tests/win/support/test_printer.h"
 
 namespace {
 
@@ -87,6 +88,17 @@ bool takeFolders(const std::string& path) {
   return true;
 }
 
+/// The comparison as a PDF file, printed on a printer of our own.
+bool print(const Program& program, HWND window, const std::string& path) {
+  const std::string pdf = outsideName(path), part = outsideName(path + ".part");
+  if (!canInstallTestPrinter() || !installTestPrinter("ps2pdf - " + part + " && mv " + part + ' ' + pdf))
+    return false;
+  std::filesystem::remove(path);
+  PostMessageA(window, WM_COMMAND, static_cast<WPARAM>(Command::print), 0);
+  return pressButton(program.dialog("Print"), IDOK) &&
+         waitUntil([&] { return std::filesystem::exists(path); });
+}
+
 bool take(const std::string& scene, std::string left, std::string right, const std::string& path) {
   const bool waiting = scene == "waiting";
   if (waiting) {
@@ -113,6 +125,7 @@ bool take(const std::string& scene, std::string left, std::string right, const s
       window.run(command);
     }
   }
+  if (scene == "printed") return print(program, handle, path.substr(0, path.size() - 3) + "pdf");
   HWND shown = handle;
   const auto open = [&](Command command, const char* title) {
     PostMessageA(handle, WM_COMMAND, static_cast<WPARAM>(command), 0);
