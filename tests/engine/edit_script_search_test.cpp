@@ -7,7 +7,9 @@
 #include <numeric>
 #include <thread>
 
+#include "base/file_system.h"
 #include "engine/edit_script.h"
+#include "engine/line_keys.h"
 #include "engine/search/bit_row.h"
 #include "tests/support/random.h"
 #include "tests/support/reference_diff.h"
@@ -113,6 +115,23 @@ TEST_F(EditScriptSearch, EveryWayGivesTheReferenceScriptOfLongSequences) {
       std::rotate(moved.begin(), moved.begin() + 600, moved.end());
       check(left, halfChanged(moved, alphabet, unique));
     }
+  }
+}
+
+TEST_F(EditScriptSearch, EveryWayGivesTheReferenceScriptOfRealFiles) {
+  constexpr const char* names[][2] = {
+      {"header-a.hpp", "header-b.hpp"}, {"database-a.cc", "database-b.cc"}, {"readme-a.md", "readme-b.md"}};
+  for (const auto& pair : names) {
+    Sequence keys[2];
+    for (const int side : {0, 1}) {
+      const std::string path = MERIVANE_SOURCE_DIR "/../shared/corpus/text/" + std::string(pair[side]);
+      std::unique_ptr<InputFile> file;
+      ByteArray text;
+      if (systemFiles().open(path, file) != 0) GTEST_SKIP() << "no corpus beside the checkout";
+      ASSERT_EQ(readToEnd(*file, text), 0u);
+      keys[side] = tableLines(text.view(), {}).keys;
+    }
+    checkAs<uint32_t>(keys[0], keys[1]);
   }
 }
 

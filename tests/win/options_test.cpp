@@ -120,7 +120,7 @@ TEST_F(OptionsTest, WindowsFollowAtOnceAndSayWhatWasComparedOtherwise) {
   click(10100);
   EXPECT_SOON(window.help(), kChanged);
   EXPECT_EQ(window.differences(), "Diffs: 3, Lines: 4");
-  window.run(Command::refresh);
+  press(VK_F5);  // in the dialog
   EXPECT_SOON(window.help(), "Press F1 for help");
   EXPECT_SOON(window.differences(), "Diffs: 2, Lines: 2");
   EXPECT_TRUE(IsWindow(dialog_)) << "beside it";
@@ -132,6 +132,21 @@ TEST_F(OptionsTest, WindowsFollowAtOnceAndSayWhatWasComparedOtherwise) {
     click(10404);
     EXPECT_THAT(window.menu(0), testing::StartsWith(item));
   }
+  const auto go = [&](Command command, int row) {
+    window.run(command);
+    EXPECT_SOON(window.row(), row);
+  };
+  go(Command::nextDiff, 3);
+  go(Command::nextDiff, 5);
+  go(Command::nextDiff, 3);
+  click(10402);  // no longer on at the other end
+  go(Command::nextDiff, 5);
+  window.run(Command::nextDiff);
+  go(Command::prevDiff, 3);
+  writeFile("b.txt", "same\r\nText\r\nold\r\nsame\r\n");
+  if (!isChecked(10400)) click(10400);
+  press(VK_F5);
+  EXPECT_EQ(program_->answerMessage(), "The files are identical.");
 
   // One dialog, which goes to the window that asks for it and goes with that.
   window.run(Command::options);

@@ -150,6 +150,9 @@ TEST_F(WindowsTest, NothingIsShownAnewThatHasNotChanged) {
   const ShownAnew split = shownBy([] { press(VK_RETURN); }, "Virt 3, Ln 3, Col 1");
   const ShownAnew undone = shownBy([] { press('Z', {VK_CONTROL}); }, "Virt 2, Ln 2, Col 4");
   EXPECT_EQ(undone.buttons, 1u + split.buttons) << "redo";
+  const ShownAnew redone = shownBy([] { press('Y', {VK_CONTROL}); }, "Virt 3, Ln 3, Col 1");
+  EXPECT_LE(redone.buttons, 2u);
+  shownBy([] { press('Z', {VK_CONTROL}); }, "Virt 2, Ln 2, Col 4");
   window.run(Command::lineNumbersNone);  // as they are
   EXPECT_EQ(shownBy([] { press(VK_LEFT); }, "Virt 2, Ln 2, Col 3"), nothing);
   window.shownAnew();
@@ -157,11 +160,11 @@ TEST_F(WindowsTest, NothingIsShownAnewThatHasNotChanged) {
   EXPECT_SOON(window.differences(), "No differences");
   const ShownAnew copied = window.shownAnew();
   EXPECT_EQ(copied.titles, 1u);
-  for (const ShownAnew& shown : {split, undone, copied}) {
+  for (const ShownAnew& shown : {split, undone, redone, copied}) {
     EXPECT_EQ(shown.places, 0u);
     EXPECT_LE(shown.panes, 1u);
   }
-  EXPECT_EQ(split.titles + undone.titles, 0u);
+  EXPECT_EQ(split.titles + undone.titles + redone.titles, 0u);
 }
 
 TEST_F(WindowsTest, TabGoesRoundTheControls) {
