@@ -126,6 +126,11 @@ void Editor::paste() {
   ByteArray text;
   if (isReadOnly() || !view_.host().clipboardText(text)) return;
   convertFromFile(text, LineEndKind::crLf);
+  insertUnicode(std::move(text));
+}
+
+void Editor::insertUnicode(ByteArray&& text) {
+  if (isReadOnly()) return;
   if (!isAscii(text.view()) && !view_.holdsUtf8(side()) && !confirmedCodePage(view_, text)) return;
   insertText(text.view());
 }

@@ -37,8 +37,11 @@ class Editor {
   void cut();
   void copy();
 
-  /// The user is asked once when there are characters that the text cannot hold.
   void paste();
+
+  /// Puts UTF-8 in the place of the selection, converted where the text holds single bytes. The user is asked
+  /// once when there are characters that it cannot hold.
+  void insertUnicode(ByteArray&& text);
 
  private:
   int side() const { return view_.activeSide(); }

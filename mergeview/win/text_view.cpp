@@ -75,6 +75,7 @@ LRESULT TextView::dispatch(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_KEYDOWN: return onKeyDown(wParam) ? 0 : defaultProcedure(message, wParam, lParam);
     case WM_CHAR: onChar(static_cast<wchar_t>(wParam), LOWORD(lParam)); return 0;
     case WM_IME_STARTCOMPOSITION: placeInputMethod(); return defaultProcedure(message, wParam, lParam);
+    case WM_IME_COMPOSITION: return onComposition(wParam, lParam);
     case WM_VSCROLL: onVScroll(LOWORD(wParam)); return 0;
     case WM_MOUSEWHEEL: onMouseWheel(pixelOf(HIWORD(wParam)), (LOWORD(wParam) & MK_SHIFT) != 0); return 0;
     case WM_MOUSEHWHEEL: onMouseHWheel(pixelOf(HIWORD(wParam))); return TRUE;

@@ -78,6 +78,7 @@ class TextView final : public Window, private ViewHost {
   bool onCtrlLetter(WPARAM letter, bool shift);
   void onChar(wchar_t unit, int count);
   void placeInputMethod();
+  LRESULT onComposition(WPARAM wParam, LPARAM what);
   void onVScroll(int request);
   void onMouseWheel(int delta, bool sideways);
   void onMouseHWheel(int delta);

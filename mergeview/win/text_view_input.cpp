@@ -5,10 +5,13 @@
 #include <imm.h>
 
 #include <cstdlib>
+#include <new>
+#include <string>
 #include <utility>
 
 #include "base/win/gdi.h"
 #include "base/win/scrolling.h"
+#include "base/win/wide.h"
 #include "mergeview/navigation.h"
 #include "mergeview/win/text_view.h"
 
@@ -105,6 +108,25 @@ void TextView::placeInputMethod() {
   LOGFONTW font = {};
   if (GetObjectW(fonts_.text.get(), sizeof font, &font) != 0) ImmSetCompositionFontW(context, &font);
   ImmReleaseContext(handle(), context);
+}
+
+// What is composed goes in as a whole, for undo to take it back as a whole; by default it would come by
+// characters.
+LRESULT TextView::onComposition(WPARAM wParam, LPARAM what) {
+  if ((what & GCS_RESULTSTR) != 0) {
+    std::wstring composed;
+    if (const HIMC context = ImmGetContext(handle())) {
+      const LONG bytes = ImmGetCompositionStringW(context, GCS_RESULTSTR, nullptr, 0);
+      composed.resize(bytes > 0 ? static_cast<size_t>(bytes) / sizeof(wchar_t) : 0);
+      ImmGetCompositionStringW(context, GCS_RESULTSTR, composed.data(), static_cast<DWORD>(bytes));
+      ImmReleaseContext(handle(), context);
+    }
+    ByteArray text;
+    if (!text.assign(utf8(composed))) throw std::bad_alloc();
+    if (!composed.empty()) edit().insertUnicode(std::move(text));
+    what &= ~LPARAM{GCS_RESULTSTR};
+  }
+  return defaultProcedure(WM_IME_COMPOSITION, wParam, what);
 }
 
 void TextView::onVScroll(int request) {
