@@ -106,10 +106,29 @@ FunctionEnd
   ${EndIf}
 !macroend
 
+; RemoveUninstaller: from the folder $0, and the folder if that is empty then. The process that has started this one
+; may not have ended yet, and a scanner may read the file: for ten seconds that is no failure.
+!macro DefineRemoveUninstaller un
+Function ${un}RemoveUninstaller
+  SetOutPath $TEMP ; a current folder stays
+  ${For} $1 1 100
+    ClearErrors
+    Delete "$0\${UNINSTALLER}"
+    ${IfNot} ${Errors}
+      ${ExitFor}
+    ${EndIf}
+    Sleep 100
+  ${Next}
+  RMDir $0
+FunctionEnd
+!macroend
+
 !insertmacro DefineChangePath ""
 !insertmacro DefineChangePath "un."
 !insertmacro DefineWaitUntilClosed ""
 !insertmacro DefineWaitUntilClosed "un."
+!insertmacro DefineRemoveUninstaller ""
+!insertmacro DefineRemoveUninstaller "un."
 
 ; Installing.
 
@@ -136,8 +155,8 @@ Section "-Earlier version"
       MessageBox MB_OK|MB_ICONSTOP "The version in $OldFolder could not be removed (status $0)." /SD IDOK
       !insertmacro QuitWith ${EXIT_OLD_VERSION_STAYS}
     ${EndIf}
-    Delete "$OldFolder\${UNINSTALLER}"
-    RMDir "$OldFolder"
+    StrCpy $0 $OldFolder
+    Call RemoveUninstaller
   ${EndIf}
 SectionEnd
 
@@ -371,9 +390,10 @@ Section "un.Merivane" unsectionProgram
   Delete "$INSTDIR\merivane.exe"
   Delete "$INSTDIR\merivane-diff.exe"
   !insertmacro RemoveCommonFiles
-  Delete "$INSTDIR\${UNINSTALLER}"
-  SetOutPath $TEMP ; a current folder stays
-  RMDir $INSTDIR
+  ${If} $EXEDIR != $INSTDIR ; run where it is, it leaves itself
+    StrCpy $0 $INSTDIR
+    Call un.RemoveUninstaller
+  ${EndIf}
 SectionEnd
 
 Section /o "un.My settings" unsectionSettings

@@ -133,10 +133,10 @@ std::vector<WindowMenuItem> OpenWindows::menuItems(const TopLevelWindow& current
 void OpenWindows::ActivateListedWindow(Command command) const {
   const auto place = listedPlace(command);
   if (!place || place->index >= list(place->kind).size()) return;
-  const HWND window = list(place->kind)[place->index]->handle();
-  if (IsIconic(window)) ShowWindow(window, SW_RESTORE);
-  BringWindowToTop(window);
-  SetForegroundWindow(GetLastActivePopup(window));  // or a window that waits would take no key
+  const TopLevelWindow& window = *list(place->kind)[place->index];
+  if (IsIconic(window.handle())) ShowWindow(window.handle(), SW_RESTORE);
+  BringWindowToTop(window.handle());
+  SetForegroundWindow(window.windowForKeys());
 }
 
 void OpenWindows::cascade() const {

@@ -192,6 +192,14 @@ void TopLevelWindow::setName(int side, const std::string& name) {
   changed();
 }
 
+HWND TopLevelWindow::windowForKeys() const {
+  const HWND popup = GetLastActivePopup(handle());
+  if (popup != handle()) return popup;
+  // The system does not name a box that was shown while another program had the keyboard.
+  const BusyBox* const box = busyBox();
+  return box != nullptr && box->handle() != nullptr ? box->handle() : popup;
+}
+
 void TopLevelWindow::focusName(int side) { names_.box(side).focusAll(); }
 
 void TopLevelWindow::onNameBox(int side, int code) {

@@ -51,6 +51,9 @@ class TopLevelWindow : public Window, protected virtual SessionHost {
   /// meanwhile.
   bool isBusy() const { return busyBox() != nullptr || !IsWindowEnabled(handle()); }
 
+  /// The window that takes the keyboard for this one: a box over it, or itself.
+  HWND windowForKeys() const;
+
   /// Puts two names into the boxes, with what is said of them; and compares.
   void setSides(const GivenSide& left, const GivenSide& right);
   void compare(const GivenSide& left, const GivenSide& right);

@@ -145,9 +145,8 @@ TEST_F(CompareTest, AWindowThatWaitsTakesNothingButCancellingAndClosing) {
   window.drop(window.nameBox(0), {5, 5}, {one_});
   for (const Command command : {Command::newTextWindow, Command::switchSides, Command::refresh})
     window.run(command);
-  // Again and again: a virtual display may yet tell of the window's own activation.
-  EXPECT_SOON((window.run(Command::firstTextWindow), GetForegroundWindow()), box)
-      << "its box takes the keyboard";
+  window.run(Command::firstTextWindow);
+  EXPECT_SOON(GetForegroundWindow(), box) << "its box takes the keyboard";
   EXPECT_EQ(window.name(0), name);
   EXPECT_EQ(program_->windows("CompareWindow").size(), 1u);
   const DWORD begin = GetTickCount();
