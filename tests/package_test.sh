@@ -76,12 +76,12 @@ one_user() {
   # Over a running program, which nobody ends but the user.
   cp "$root/examples/left.txt" "$root/examples/right.txt" .
   (timeout 60 wine "$windows\\merivane.exe" left.txt right.txt </dev/null >/dev/null 2>&1; echo $? >ended) &
-  check "the program starts" within 20 runs
+  check "the program starts" within 60 runs
   check "no upgrade of a running program" exits 3 install
   check "no removal of a running program" exits 3 win "$windows\\merivane-uninstall.exe" /S "_?=$windows"
   check "it is left alone" [ -f "$folder/merivane.exe" -a ! -f ended ]
   win taskkill /pid "$(process)" >/dev/null
-  check "it ends by itself" within 20 [ -f ended ]
+  check "it ends by itself" within 60 [ -f ended ]
   check "with success" is "$(cat ended)" 0
 
   # Over an earlier version, with files of the user's own in its folder, and into another folder.
@@ -103,7 +103,7 @@ one_user() {
   win cmd /c "ping -n 3 127.0.0.1 <$elsewhere\\merivane-uninstall.exe" >/dev/null &
   sleep 1
   check "it goes" exits 0 win "$elsewhere\\merivane-uninstall.exe" /S
-  check "wholly" within 20 [ ! -e "drive_c/elsewhere" ]
+  check "wholly" within 60 [ ! -e "drive_c/elsewhere" ]
   check "the PATH is as before" is "$(value Path 'HKCU\Environment')" "$path"
   check "nothing is registered" is "$(value InstallDir "$key")$(value '(Default)' "$menu")$(value DisplayName "HKCU\\$apps")" ""
   check "settings stay" is "$(value TipOfTheDay.ShowOnStartup "$key\\Settings")" false
@@ -125,7 +125,7 @@ all_users() {
   check "among the apps" is "$(value DisplayVersion "HKLM\\$apps" "${view[@]}")" "$version"
   check "its entry for all" [ -f "drive_c/ProgramData/Microsoft/Windows/Start Menu/Programs/Merivane.lnk" ]
   check "it goes" exits 0 win 'C:\Program Files\Merivane\merivane-uninstall.exe' /S
-  check "wholly" within 20 [ ! -e "drive_c/Program Files/Merivane" ]
+  check "wholly" within 60 [ ! -e "drive_c/Program Files/Merivane" ]
   check "the PATH is as before" is "$(value Path "$environment")" "$path"
   check "nothing is registered" is "$(value InstallDir "$key" "${view[@]}")$(value DisplayName "HKLM\\$apps" "${view[@]}")" ""
 }
