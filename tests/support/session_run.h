@@ -47,11 +47,12 @@ class FakeSessionHost : public virtual SessionHost {
   /// What was said since the last time.
   std::string said() { return std::exchange(log, {}); }
 
-  /// Does the job that was started.
+  /// Does the job that was started, and those that it leads to.
   void finish(WorkEnd end) {
-    const Work work = std::exchange(job, nullptr);
-    if (end != WorkEnd::outOfMemory) work({});
-    std::exchange(whenJobEnds, nullptr)(end);
+    while (const Work work = std::exchange(job, nullptr)) {
+      if (end != WorkEnd::outOfMemory) work({});
+      std::exchange(whenJobEnds, nullptr)(end);
+    }
   }
 };
 
@@ -82,17 +83,16 @@ struct SessionRun {
 
   std::string said() { return window.said(); }
   bool isComparing() const { return window.job != nullptr; }
-  void finish(WorkEnd end) { window.finish(end); }
   /// Compares, and returns what is said of it.
   std::string compare(WorkEnd end = WorkEnd::done) {
     session.compare();
-    finish(end);
+    window.finish(end);
     return said();
   }
   /// Types a character at the start of a side.
-  void type(int side, const char* text = "!") {
+  void type(int side) {
     edits.view().placeCaret(side, {});
-    edits.press(text);
+    edits.press("!");
   }
   /// Does one thing after the other, and returns what is said of it: "compare", "save", "save-as",
   /// "save-all", "replace-left", "replace-right", "switch", "export", "offer" to save; "type-left" and
@@ -104,8 +104,7 @@ struct SessionRun {
   }
   void take(std::string_view steps) {
     constexpr std::pair<std::string_view, void (*)(SessionRun&)> known[] = {
-        {"compare",
-         [](SessionRun& r) { r.session.compare(), r.isComparing() ? r.finish(WorkEnd::done) : void(); }},
+        {"compare", [](SessionRun& r) { r.session.compare(), r.window.finish(WorkEnd::done); }},
         {"save", [](SessionRun& r) { r.session.save(); }},
         {"save-as", [](SessionRun& r) { r.session.saveAs(); }},
         {"save-all", [](SessionRun& r) { r.session.saveAll(); }},
