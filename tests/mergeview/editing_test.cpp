@@ -18,41 +18,33 @@ TEST(Editing, KeysChangeTheTextAtTheCaret) {
   expectWalk("ab/ # ab/", "right x C-x (ax|b/ # ab/) undo (a|b/ # ab/) y undo redo redo (ay|b/ # ab/)");
   expectWalk(" # ", "x y (xy| # ~)");
   expectWalk("b/ # ab/", "a (a|b/ # ab/)");
-  expectWalk("foo bar/ # foo bar/new/", "end enter n e w (foo bar/new|/ # foo bar/new/)");
   expectWalk("x/y/ # x/new/y/", "down n e w enter (x/new/|y/ # x/new/y/)");
   expectWalk("ab/cd/ # ab/cd/", "right S-down enter (a/|d/~~ # ~~ab/cd/)");
   expectWalk("a/b # a/long line/", "end down down c (a/bc|~ # a/~long line/)");
   // Overwriting stops at the end of the line, and takes a selection away.
   expectWalk("ab/ # ab/", "insert x y z (xyz|/~ # ~ab/) C-home insert q (q|xyz/~ # ~ab/)");
   expectWalk("ab # ab", "right insert x y (axy|~ # ~ab) undo (ax| # ab)");
-  expectWalk("ab/ # ab/", "right S-right insert x (ax|/~ # ~ab/)");
   // Deleting characters and line ends.
   expectWalk("abc/ # abc/", "backspace end backspace (ab|/ # abc/) left delete (a|/~ # ~abc/)");
   expectWalk("a/b/ # a/b/", "down backspace (~~a|b/ # a/b/~) undo (a/|b/) up end delete (~~a|b/ # a/b/~)");
-  expectWalk("abcd/ # abcd/", "right S-right S-right backspace (a|d/ # abcd/)");
   expectWalk("ab # ab", "end delete (ab| # ab) home S-right delete (|b # ab)");
   // Beside a filler they only move the caret, unless that stands after an unended last line.
   expectWalk("a/b/ # a/new/b/", "down down backspace (a/|~b/ # a/new/b/) delete (a/~|b/ # a/new/b/)");
-  expectWalk("a/b/ # a/new/b/", "down down end backspace (a/~~|/ # a/new/b/~)");
   expectWalk("a/b # a/long line/", "C-end delete (a/b|~ # a/~long line/) backspace (a/|~ # a/long line/)");
   // Rows and their ends.
   expectWalk("a/bc/d/ # a/bc/d/", "down right delete-row (a/~|d/ # a/bc/d/) end undo (a/b|c/d/ # a/bc/d/)");
-  expectWalk("a/bc/ # a/bc/", "down S-right delete-row delete-row (a/|~ # a/bc/)");
   expectWalk("abc/c/ # abc/c/",
              "right right delete-to-end (ab|/c/ # abc/c/) left S-right delete-to-end (ab|/c/)");
-  expectWalk("ab # ab", "delete-to-end (|~ # ab)");
   expectWalk(
       "ab/cd # ab/cd",
       "clip-line C-end paste (ab/cdab/| # ab/cd) delete-to-end (ab/cdab/| # ab/cd) C-left (ab/cdab|/)");
   // Clipboard.
   expectWalk("ab/cd/ # ab/cd/", "right S-down copy end enter paste (ab/cd/b/c|/ # ab/cd/~~)");
   expectWalk("abcd/ # abcd/", "right S-right S-right cut end paste (adbc|/~ # ~abcd/)");
-  expectWalk("ab/ # ab/", "right copy cut paste (a|b/ # ab/)");
   expectWalk("ab/ # ab/cd/", "switch-pane down clip-line paste (ab/~~ # ab/cd/|cd/)");
   expectWalk("x/y/b/ # b/", "clip-block paste (x/y/|x/y/b/ # ~~~~b/)");
   // Undo and redo put the caret where the edit was.
   expectWalk("abc/ # abc/", "right S-right x left left undo (a^b|c/ # abc/) home redo (ax|c/ # abc/)");
-  expectWalk("a/b/ # a/x/b/", "down y undo (a/|~b/ # a/x/b/)");
 }
 
 TEST(Editing, RowsAndBlocksAreCopiedAndDeleted) {
@@ -69,7 +61,6 @@ TEST(Editing, RowsAndBlocksAreCopiedAndDeleted) {
   expectWalk("abcde/x/ # abcdef/x/",
              "right right right S-right S-right copy-block-left (abcde|f/x/ # abcdef/x/) undo "
              "copy-block-right (abc^de|/x/ # abcde/x/)");
-  expectWalk("abcd/bcdefgh/ # abce/bcde/", "down end copy-block-left (abce/bcde|/ # abce/bcde/)");
   // What there is nothing to copy for.
   expectWalk("x/a/ # a/",
              "copy-line-left copy-block-left (|x/a/ # ~a/) down {*} copy-line-left copy-line-right "
@@ -77,13 +68,11 @@ TEST(Editing, RowsAndBlocksAreCopiedAndDeleted) {
   // Last lines without a line end.
   expectWalk("c/ # long line/bb", "down copy-line-left (|bb/c/~~ # ~~long line/bb)");
   expectWalk("a/x # a/long line/", "switch-pane down down copy-line-left (a/x/long line/ # a/~|long line/)");
-  expectWalk("abcd/ # abce", "right right right copy-line-left (ab|ce # abce)");
   expectWalk("abcd # abce/", "right right right copy-line-left (abc|e/ # abce/)");
   // Deleting.
   expectWalk("a/b/ # a/x/y/b/",
              "down delete-line delete-block (a/|~~b/ # a/x/y/b/) switch-pane down end "
              "delete-line (a/~b/ # a/x/|b/) undo (a/x/y|/b/) delete-block (a/b/ # a/|b/)");
-  expectWalk("a/b/ # a/b/x/", "down end delete-block (~~|~ # a/b/x/)");
 }
 
 TEST(Editing, AReadOnlySideIsLeftAloneAndSomeCharactersOnlyBeep) {
@@ -173,16 +162,11 @@ TEST(Changes, WhatIsAlreadySoTellsNothing) {
   view.setSplitFromX(view.splitX());
   view.scrollTo(0);
   EXPECT_EQ(changes(), "");
-  options.colours.same = 0;
-  view.setOptions(options);
-  EXPECT_EQ(changes(), "all");
   options.lineNumbers = LineNumbers::rows;
   view.setOptions(options);
   EXPECT_EQ(changes(), "ranges edges all");
   view.setSplitFromX(view.splitX() + 40);
   EXPECT_EQ(changes(), "ranges edges");
-  view.resize(view.width(), view.height() + 1);
-  EXPECT_EQ(changes(), "edges");
 }
 
 TEST(EditRuns, RowsAndHistoryStayRightWhateverTheUserDoes) {

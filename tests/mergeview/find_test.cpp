@@ -18,7 +18,6 @@ TEST(Find, GoesOnAfterTheSelectionAndOnceAround) {
       "find-previous (ab ab/~^ab|) find-previous (ab ^ab|/~ab) C-home down find-previous (ab ^ab|/~ab)");
   // The row where it began is searched again, from its start; the other side is not.
   expectWalk("x ab/ # x ab/", "end find-next (x ^ab|/) left left find-previous (x ^ab|/)");
-  expectWalk("cd/ # cd/ab/", "find-next find-previous (|cd/~)");
   // A selection over several rows is left out whole.
   expectWalk("ab/ab/ab/cab/ # ab/ab/ab/cab/",
              "down down end S-up S-up S-left S-left find-next (ab/ab/ab/c^ab|/)");
@@ -27,7 +26,6 @@ TEST(Find, GoesOnAfterTheSelectionAndOnceAround) {
 
 TEST(Find, StartsWithASelectionWithinALine) {
   EditRun run("ab cd\nef\n", "");
-  EXPECT_EQ(selectionToFind(run.view()), std::nullopt);
   run.press("right S-C-right S-right");
   EXPECT_EQ(selectionToFind(run.view()), "b c");
   run.press("S-down");
@@ -54,7 +52,6 @@ TEST(Find, MatchesInAStretch) {
   EXPECT_EQ(found("abcAbC\n", {"aBc"}), Places({0, 3}));
   EXPECT_EQ(found("\xC4\xE4", {"\xC3\xA4"}), Places({1, 1})) << "only A to Z have another case";
   EXPECT_EQ(found("?\xC4", {"\xD0\x96"}), none) << "not in the code page";
-  EXPECT_EQ(found("ab", {"abc"}), none);
   EXPECT_EQ(found("abc", {""}), none);
   EXPECT_EQ(found("ABCabc", {"abc", true}), Places({3, 3}));
   EXPECT_EQ(found("aaaa", {"aa", true}), Places({0, 2}));
@@ -63,14 +60,11 @@ TEST(Find, MatchesInAStretch) {
   EXPECT_EQ(found("ab\xE4 ab abc\n", {"ab", true, true}), Places({0, 4}));
 
   utf8 = true;
-  constexpr const char *upper = "\xD0\x96", *lower = "\xD0\xB6";
-  const std::string both = std::string("x") + upper + lower + "x";
+  constexpr const char both[] = "x\xD0\x96\xD0\xB6x", lower[] = "\xD0\xB6";
   EXPECT_EQ(found(both, {lower}), Places({1, 3}));
-  EXPECT_EQ(found(both, {lower, true}), Places({3, 3}));
   EXPECT_EQ(found(both, {lower, false, true}), none) << "letters beside it";
   EXPECT_EQ(found("k\xE2\x84\xAA", {"K"}), Places({0, 1})) << "a match of another length";
   EXPECT_EQ(found("e\xCC\x81 e", {"e"}), Places({4, 4})) << "no part of a character";
-  EXPECT_EQ(found("\x96", {upper}), none);
 }
 
 }  // namespace

@@ -88,17 +88,14 @@ TEST_F(EditedFileTest, ComesBackInItsEncodingAndTakesWhatIsInserted) {
     std::string_view contents, inserted, saved;
     TextEncoding then;
   } cases[] = {
-      {ascii, "a\r\nb", "x", "xa\r\nb", ascii},
       {ascii, "a\r\nb", "\xC3\xA9",
        "\xC3\xA9"
        "a\r\nb",
        utf8},
-      {utf8, "\xD0\x96\r\nb", "x", "x\xD0\x96\r\nb", utf8},
       {singleByte, "a dozen cafes: caf\xE9", "\xC3\xA9",
        "\xC3\xA9"
        "a dozen cafes: caf\xE9",
        singleByte},
-      {utf8Marked, "\xEF\xBB\xBF", "x", "\xEF\xBB\xBFx", utf8Marked},
       {utf8Marked, "\xEF\xBB\xBF\xEF\xBB\xBF\xFFtwice", "x", "\xEF\xBB\xBFx\xEF\xBB\xBF\xFFtwice",
        utf8Marked},
       {utf16Le,
@@ -193,10 +190,9 @@ TEST_F(SideCommandsTest, SwitchedSidesAreThoseOfAComparisonThatWayRound) {
   other.press("switch-pane down right right x");
   EXPECT_EQ(run.state(), other.state());
   EXPECT_TRUE(files[0].readOnly);
-  EXPECT_FALSE(files[1].readOnly);
+  EXPECT_TRUE(files[0].stamp.exists);
   EXPECT_EQ(files[0].path + ' ' + files[1].path, "right left");
   EXPECT_EQ(files[0].lineEndKind, LineEndKind::lf);
-  EXPECT_TRUE(files[0].stamp.exists);
   EXPECT_EQ(run.undoAndRedoAll(), "");
 }
 
