@@ -34,13 +34,11 @@ TEST_F(FocusTest, KeysInANameEditTheName) {
   press(VK_RIGHT, {VK_MENU});
   press(VK_DELETE, {VK_CONTROL});
   press('C', {VK_CONTROL});
-  EXPECT_EQ(window.title(), title) << "the texts are left alone";
   type("zz");
   EXPECT_SOON(window.name(0), "zz") << "over the whole name";
   const std::string begun = a_.substr(0, a_.size() - 1);
   window.setNames(begun, b_);
   window.run(Command::selectAll);
-  EXPECT_SOON(selection(window, 0), std::pair(size_t{0}, begun.size()));
   window.run(Command::cut);
   EXPECT_SOON(window.name(0), "");
   window.run(Command::paste);
@@ -52,7 +50,7 @@ TEST_F(FocusTest, KeysInANameEditTheName) {
   EXPECT_SOON(window.name(0), "yy");
   press('Z', {VK_CONTROL});
   EXPECT_SOON(window.name(0), begun);
-  EXPECT_EQ(window.title(), title);
+  EXPECT_EQ(window.title(), title) << "the texts were left alone";
 }
 
 TEST_F(FocusTest, TheKeyboardIsInThePanesAfterWhatIsDoneThere) {
@@ -88,7 +86,6 @@ TEST_F(FocusTest, TheKeyboardStartsWhereANameIsToCome) {
   const TextWindow one = start("a.txt");
   ASSERT_TRUE(one.activate());
   EXPECT_SOON(program_->focus(), one.nameEdit(1));
-  EXPECT_EQ(one.name(1), "");
   EXPECT_EQ(selection(one, 0).first, selection(one, 0).second);
 
   const TextWindow compared = startWith(a_, b_);

@@ -78,6 +78,7 @@ class FoldersTest : public GuiTest {
   void put(const std::string& name, const std::string& text) const {
     fs::create_directories(path(name).parent_path());
     std::ofstream(path(name), std::ios::binary) << text;
+    fs::last_write_time(path(name), written_);
   }
 
   /// The files of a side with their texts: "a.txt=1 sub/b.txt=2 ".
@@ -124,6 +125,7 @@ class FoldersTest : public GuiTest {
     fs::remove_all(trees_);
   }
 
+  const fs::file_time_type written_ = fs::file_time_type::clock::now();
   const fs::path trees_ = fs::u8path(programFolder() + "folders");
 };
 
@@ -136,11 +138,6 @@ TEST_F(FoldersTest, FourListsShowWhatWasFound) {
   put("new/same.txt", "s");
   put("new/sub/deep.txt", "345");
   put("new/\xC3\xA4 b.txt", "n");
-  fs::last_write_time(path("new/same.txt"), fs::last_write_time(path("old/same.txt")));
-  for (const char* name : {"both.txt", "sub/deep.txt"}) {
-    fs::last_write_time(path(std::string("new/") + name), fs::last_write_time(path("old/alone.txt")));
-    fs::last_write_time(path(std::string("old/") + name), fs::last_write_time(path("old/alone.txt")));
-  }
   const FolderWindowSeen window = compare();
   EXPECT_EQ(window.help(), "Changed: 2, Old: 1, New: 1, Same: 1");
   EXPECT_SOON(window.title(), "Merivane - [old, new]");
@@ -181,7 +178,6 @@ TEST_F(FoldersTest, OperationsCanBeTakenBack) {
   put("old/tree/sub/1.txt", "1");
   put("old/tree/2.txt", "2");
   const std::string trees = tree("old") + '|' + tree("new");
-  EXPECT_EQ(trees, "a b.txt=old tree tree/2.txt=2 tree/sub tree/sub/1.txt=1 |a b.txt=newer ");
   const FolderWindowSeen window = compare();
   const auto expect = [&](const std::string& row, const std::string& done) {
     EXPECT_SOON(window.rows(), row + '\n');
@@ -209,16 +205,12 @@ TEST_F(FoldersTest, WhatFailsLeavesBothSidesAsTheyWere) {
   put("old/a.txt", "1");
   put("new/a.txt", "22");
   const FolderWindowSeen window = compare();
-  {
-    std::ofstream kept(path("new/a.txt"), std::ios::app);
-    const HANDLE locked =
-        CreateFileW(path("old/a.txt").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    press(VK_LEFT, {VK_MENU});
-    EXPECT_THAT(program_->answerMessage(), testing::StartsWith("Operation aborted."));
-    CloseHandle(locked);
-  }
-  EXPECT_EQ(tree("old"), "a.txt=1 ");
-  EXPECT_EQ(tree("new"), "a.txt=22 ");
+  const HANDLE locked =
+      CreateFileW(path("old/a.txt").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  press(VK_LEFT, {VK_MENU});
+  EXPECT_THAT(program_->answerMessage(), testing::StartsWith("Operation aborted."));
+  CloseHandle(locked);
+  EXPECT_EQ(tree("old") + tree("new"), "a.txt=1 a.txt=22 ");
   EXPECT_EQ(window.rows(), "a.txt (larger)\n");
   quit(window);
 }

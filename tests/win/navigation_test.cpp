@@ -28,14 +28,14 @@ TEST_F(NavigationTest, Keys) {
     std::initializer_list<WORD> held;
     const char* caret;
   } steps[] = {
-      {VK_F8, {}, "Virt 10, Ln 10, Col 1"},           {VK_F4, {}, "Virt 10, Ln 0, Col 1"},
-      {VK_F4, {}, "Virt 10, Ln 10, Col 1"},           {VK_F8, {}, "Virt 100, Ln 100, Col 1"},
-      {VK_F8, {}, "Virt 151, Ln 0, Col 1"},           {VK_F8, {}, "Virt 10, Ln 10, Col 1"},
-      {VK_F7, {}, "Virt 151, Ln 0, Col 1"},           {VK_END, {VK_CONTROL}, "Virt 202, Ln 200, Col 9"},
-      {VK_UP, {}, "Virt 201, Ln 199, Col 9"},         {VK_LEFT, {VK_CONTROL}, "Virt 201, Ln 199, Col 6"},
-      {VK_RIGHT, {}, "Virt 201, Ln 199, Col 7"},      {VK_DOWN, {}, "Virt 202, Ln 200, Col 7"},
-      {VK_HOME, {VK_CONTROL}, "Virt 1, Ln 1, Col 1"}, {VK_END, {}, "Virt 1, Ln 1, Col 7"},
-      {VK_HOME, {}, "Virt 1, Ln 1, Col 1"},
+      {VK_F8, {}, "Virt 10, Ln 10, Col 1"},
+      {VK_F4, {}, "Virt 10, Ln 0, Col 1"},
+      {VK_F4, {}, "Virt 10, Ln 10, Col 1"},
+      {VK_F7, {}, "Virt 151, Ln 0, Col 1"},
+      {VK_END, {VK_CONTROL}, "Virt 202, Ln 200, Col 9"},
+      {VK_UP, {}, "Virt 201, Ln 199, Col 9"},
+      {VK_LEFT, {VK_CONTROL}, "Virt 201, Ln 199, Col 6"},
+      {VK_HOME, {VK_CONTROL}, "Virt 1, Ln 1, Col 1"},
   };
   for (const auto& [key, held, caret] : steps) {
     press(key, held);
@@ -61,26 +61,25 @@ TEST_F(NavigationTest, Mouse) {
   GetClientRect(window.view(), &client);
   const POINT leftTop = {10, 2};
   const POINT rightTop = {client.right / 2 + 20, 2};
-  /// The row that is topmost after requests of the scroll bar.
-  const auto topRow = [&](const std::vector<WPARAM>& requests) {
-    for (const WPARAM request : requests) SendMessageA(window.view(), WM_VSCROLL, request, 0);
+  /// The row that is topmost after a request of the scroll bar.
+  const auto topRow = [&](WPARAM request) {
+    SendMessageA(window.view(), WM_VSCROLL, request, 0);
     // Each elsewhere than the last one, as two in one place would be a double click.
     for (const POINT place : {leftTop, rightTop}) click(window.view(), place);
     return window.row();
   };
   const auto turnWheel = [&](int by) { SendMessageA(window.view(), WM_MOUSEWHEEL, MAKEWPARAM(0, by), 0); };
   turnWheel(-4 * WHEEL_DELTA);
-  const int fourNotches = topRow({}) - 1;
+  const int fourNotches = topRow(SB_ENDSCROLL) - 1;
   EXPECT_GT(fourNotches, 10) << fourNotches;
   EXPECT_EQ(fourNotches % 4, 0) << fourNotches;
   turnWheel(4 * WHEEL_DELTA);
-  EXPECT_EQ(topRow({SB_LINEDOWN, SB_LINEDOWN, SB_LINEUP}), 2);
-  const int page = topRow({SB_PAGEDOWN}) - 2;
-  EXPECT_EQ(topRow({SB_PAGEDOWN, SB_PAGEDOWN, SB_PAGEUP}), 2 + 2 * page);
-  EXPECT_EQ(topRow({SB_BOTTOM}) + page, 202 + 1);
-  const int last = window.row();
-  EXPECT_THAT(window.caret(), testing::EndsWith("Ln " + std::to_string(last - 1) + ", Col 1"));
-  EXPECT_EQ(topRow({SB_TOP}), 1);
+  EXPECT_EQ(topRow(SB_LINEDOWN), 2);
+  const int page = topRow(SB_PAGEDOWN) - 2;
+  EXPECT_EQ(topRow(SB_LINEUP), 1 + page);
+  EXPECT_EQ(topRow(SB_BOTTOM) + page, 202 + 1);
+  EXPECT_EQ(topRow(SB_PAGEUP) + 2 * page, 202 + 1);
+  EXPECT_EQ(topRow(SB_TOP), 1);
 
   RECT bar = {};
   GetClientRect(window.summary(), &bar);
@@ -93,24 +92,19 @@ TEST_F(NavigationTest, Mouse) {
   SendMessageA(window.summary(), WM_RBUTTONDOWN, 0, MAKELPARAM(bar.right / 2, bar.bottom / 2 + 10));
   EXPECT_SOON(window.caret(), "Virt 100, Ln 99, Col 1");
 
-  // The splitter takes the names along, for as long as it is held; a double click puts it back.
+  // The splitter takes the names along, for as long as it is held; a double click puts it back. So does the
+  // gap between the panes, wherever it is held, and moves no caret.
   const HWND thumb = childOf(window.handle(), "SplitterThumb");
-  const LONG middle = areaOf(window.nameBox(1)).left;
-  drag(thumb, {10, 2}, {110, 2});
-  EXPECT_EQ(areaOf(window.nameBox(1)).left, middle + 100);
-  SendMessageA(thumb, WM_MOUSEMOVE, 0, MAKELPARAM(50, 2));
-  EXPECT_EQ(areaOf(window.nameBox(1)).left, middle + 100);
-  SendMessageA(thumb, WM_LBUTTONDBLCLK, MK_LBUTTON, 0);
-  EXPECT_EQ(areaOf(window.nameBox(1)).left, middle);
-  // So does the gap between the panes, wherever it is held, and moves no caret.
-  const LONG gap = client.right / 2;
-  const std::string caret = window.caret();
-  drag(window.view(), {gap + 7, 90}, {gap + 107, 400});
-  EXPECT_EQ(areaOf(window.nameBox(1)).left, middle + 100);
-  SendMessageA(window.view(), WM_MOUSEMOVE, 0, MAKELPARAM(50, 2));
-  for (int i = 0; i < 2; ++i) click(window.view(), {gap + 100, 90});
-  EXPECT_EQ(areaOf(window.nameBox(1)).left, middle);
-  EXPECT_EQ(window.caret(), caret);
+  const LONG middle = areaOf(window.nameBox(1)).left, gap = client.right / 2;
+  for (const auto& [held, from] : {std::pair(thumb, POINT{10, 2}), {window.view(), {gap + 7, 90}}}) {
+    drag(held, from, {from.x + 100, from.y});
+    EXPECT_EQ(areaOf(window.nameBox(1)).left, middle + 100);
+    SendMessageA(held, WM_MOUSEMOVE, 0, MAKELPARAM(50, 2));
+    for (int i = 0; i < 2; ++i) click(held, {gap + 100, 90});  // two make a double click in a pane only
+    SendMessageA(held, WM_LBUTTONDBLCLK, MK_LBUTTON, 0);
+    EXPECT_EQ(areaOf(window.nameBox(1)).left, middle);
+  }
+  EXPECT_EQ(window.caret(), "Virt 100, Ln 99, Col 1");
 }
 
 TEST_F(NavigationTest, SelectionGoesToTheClipboard) {
@@ -119,8 +113,6 @@ TEST_F(NavigationTest, SelectionGoesToTheClipboard) {
   press(VK_DOWN, {VK_SHIFT});
   press(VK_RIGHT, {VK_SHIFT});
   EXPECT_EQ(copiedBy(copy), "line 1\r\nl");
-  press('A', {VK_CONTROL});
-  EXPECT_THAT(copiedBy(copy), testing::AllOf(testing::StartsWith("line 1\r\n"), testing::EndsWith("200")));
   press(VK_HOME, {VK_CONTROL});
   EXPECT_SOON(window.row(), 1);
   RECT client = {};
@@ -143,9 +135,6 @@ TEST_F(NavigationTest, SelectionGoesToTheClipboard) {
   // A second press in time is a double click: a word.
   for (int i = 0; i < 2; ++i) click(window.view(), {client.right / 2 + 20, 2});
   EXPECT_EQ(copiedBy(copy), "line");
-  press(VK_F7);
-  EXPECT_SOON(window.caret(), "Virt 151, Ln 150, Col 1");
-  EXPECT_EQ(copiedBy([&] { window.run(Command::blockToClipboard); }), "more\r\n2nd\r\n");
 }
 
 TEST_F(NavigationTest, Find) {
@@ -161,11 +150,6 @@ TEST_F(NavigationTest, Find) {
   ASSERT_TRUE(window.activate());
   press(VK_F3);
   EXPECT_SOON(window.caret(), "Virt 192, Ln 190, Col 8");
-  press(VK_F3, {VK_CONTROL});
-  EXPECT_SOON(window.caret(), "Virt 19, Ln 19, Col 8");
-  EXPECT_EQ(copiedBy([] { press('C', {VK_CONTROL}); }), "line 19");
-  find("nowhere");
-  EXPECT_EQ(program_->answerMessage(), "Search text not found.");
   // With a second window it is the last that asked in which is searched.
   press('F', {VK_CONTROL});
   program_->dialog("Find");

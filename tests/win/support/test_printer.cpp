@@ -14,20 +14,13 @@ namespace {
 
 constexpr char kDescription[] = R"ppd(*PPD-Adobe: "4.3"
 *FormatVersion: "4.3"
-*FileVersion: "1.0"
 *LanguageVersion: English
 *LanguageEncoding: ISOLatin1
-*PCFileName: "MERIVANE.PPD"
-*Manufacturer: "Merivane"
-*Product: "(Merivane test printer)"
-*PSVersion: "(3010.000) 0"
 *ModelName: "Merivane test printer"
-*ShortNickName: "Merivane test printer"
 *NickName: "Merivane test printer"
 *LanguageLevel: "3"
 *ColorDevice: True
 *DefaultColorSpace: RGB
-*FileSystem: False
 *TTRasterizer: Type42
 *DefaultResolution: 600dpi
 *LandscapeOrientation: Plus90
