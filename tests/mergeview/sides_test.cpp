@@ -156,43 +156,19 @@ TEST_F(EditedFileTest, AFailedSaveLeavesTheFileWholeAndASideKnowsItsFileAgain) {
   EXPECT_FALSE(changed()) << "nobody's work is in the way";
 }
 
-class SideCommandsTest : public testing::Test {
- protected:
-  SideCommandsTest() {
-    files[1].lineEndKind = LineEndKind::lf;
-    run.press("down right right x");
-  }
-
-  EditRun run{"a\nb\nc\n", "a\nd\n"};
-  EditedFile (&files)[2] = run.view().pair().files;
-};
-
-TEST_F(SideCommandsTest, ACopyTakesASidesPlaceOrIsAnEdit) {
-  run.press("switch-pane");
-  SideCopy copy;
-  ASSERT_TRUE(copyOtherSide(run.view(), 0, copy));
-  takeCopy(run.view(), run.history(), 0, std::move(copy));
-  EXPECT_EQ(files[0].lineEndKind, LineEndKind::lf);
-  EXPECT_EQ(run.state() + run.fault(), EditRun("a\nd\n", "a\nd\n").state());
-
-  run.load("a\nb\nc\n", "a\nd\n");
-  copyAsEdit(run.view(), run.history(), 0);
-  EXPECT_EQ(run.text(0), "a\nd\n");
-  EXPECT_TRUE(run.history().isModified(0));
-  EXPECT_EQ(files[0].lineEndKind, LineEndKind::crLf);
-  EXPECT_EQ(run.undoAndRedoAll(), "");
-}
-
-TEST_F(SideCommandsTest, SwitchedSidesAreThoseOfAComparisonThatWayRound) {
-  files[1].readOnly = files[1].stamp.exists = true;
-  run.press("switch-sides");
-  EditRun other("a\nd\n", "a\nb\nc\n");
+TEST(SideCommands, SwitchedSidesAreThoseOfAComparisonThatWayRound) {
+  EditRun run("a\nb\nc\n", "a\nd\n"), other("a\nd\n", "a\nb\nc\n");
+  EditedFile& right = run.view().file(1);
+  right.lineEndKind = LineEndKind::lf;
+  right.readOnly = right.stamp.exists = true;
+  run.press("down right right x switch-sides");
   other.press("switch-pane down right right x");
   EXPECT_EQ(run.state(), other.state());
-  EXPECT_TRUE(files[0].readOnly);
-  EXPECT_TRUE(files[0].stamp.exists);
-  EXPECT_EQ(files[0].path + ' ' + files[1].path, "right left");
-  EXPECT_EQ(files[0].lineEndKind, LineEndKind::lf);
+  const EditedFile& left = run.view().file(0);
+  EXPECT_EQ(left.path, "right");
+  EXPECT_EQ(left.lineEndKind, LineEndKind::lf);
+  EXPECT_TRUE(left.readOnly);
+  EXPECT_TRUE(left.stamp.exists);
   EXPECT_EQ(run.undoAndRedoAll(), "");
 }
 

@@ -14,7 +14,6 @@
 #include "base/texts.h"
 #include "shell/command_line.h"
 #include "shell/command_table.h"
-#include "shell/icon_drawing.h"
 #include "shell/menu_state.h"
 #include "tests/support/memory_files.h"
 
@@ -94,7 +93,6 @@ TEST(MenuState, EachFactDecidesAboutItsOwnCommands) {
       {[](W& w, S&) { w.hasSelection = false; }, {cut, copy}},
       {[](W& w, S&) { w.hasDifferences = false; }, {prevDiff, nextDiff, prevMark, nextMark}},
       {[](W& w, S&) { w.showsComparison = false; }, {exportResults, printPreview, print}},
-      {[](W& w, S&) { w.hasFile = false; }, {openInApp, exploreFolder, showProperties, copyPaths}},
       {[](W& w, S&) { w.offered = {deleteNew}; },
        {compareEntries, copyToOld, copyToNew, deleteOld, deleteBoth}},
       {[](W& w, S&) { w.offered.clear(); },
@@ -133,14 +131,6 @@ TEST(MenuState, AWindowThatIsComparingCanOnlyBeClosed) {
   WindowFacts window;
   window.busy = window.showsComparison = window.hasFile = true;
   EXPECT_EQ(enabled(window, {}), (Commands{Command::close, Command::exit}));
-}
-
-TEST(MenuState, PaneMenusFollowTheRow) {
-  using enum PaneMenu;
-  const PaneMenu menus[4][2] = {
-      {deleteOnly, deleteOnly}, {copyRight, plain}, {plain, copyLeft}, {copyRight, copyLeft}};
-  for (int i = 0; i < 8; ++i)
-    EXPECT_EQ(paneMenu(static_cast<RowStatus>(i / 2), i % 2), menus[i / 2][i % 2]) << i;
 }
 
 TEST(CommandTable, EachKeyIsOneCommandsInAWindowThatHasIt) {
@@ -221,21 +211,6 @@ TEST(CommandTable, ToolBarsHaveTheirWindowsButtonsInOrder) {
       EXPECT_LT(std::exchange(place, row->button->place), row->button->place) << "two in one place";
     }
     EXPECT_GT(place, 0);
-  }
-}
-
-TEST(IconDrawing, EveryIconIsItsOwnPicture) {
-  std::set<std::vector<uint32_t>> seen;
-  for (int icon = 0; icon < 2 * kIconCount; ++icon) {
-    const auto pixels = drawIcon(static_cast<IconId>(icon % kIconCount), 24, icon >= kIconCount);
-    EXPECT_TRUE(seen.insert(pixels).second) << icon;
-    uint32_t covered = 0;
-    for (const uint32_t pixel : pixels) {
-      covered += pixel >> 24;
-      for (const int shift : {0, 8, 16}) ASSERT_LE(pixel >> shift & 255, pixel >> 24) << "not multiplied";
-    }
-    EXPECT_GT(covered, 255 * 24 * 24 / 10) << icon;
-    EXPECT_LT(covered, 255 * 24 * 24 / 10 * 9) << icon;
   }
 }
 

@@ -1,8 +1,7 @@
-// The rules of windows: where they open, what is laid out in them and which of them a comparison goes to.
+// The rules of windows: where they open and which of them a comparison goes to.
 
 #include <gtest/gtest.h>
 
-#include "shell/frame_layout.h"
 #include "shell/window_list.h"
 #include "shell/window_placement.h"
 
@@ -72,37 +71,6 @@ TEST(WindowPlacement, EveryMonitorCounts) {
   EXPECT_EQ(parseDialogPosition("fffff9c0,300", both), (ScreenPoint{-1600, 768}));
 }
 
-TEST(FrameLayout, NothingOverlapsOrLeavesTheWindowAndBarsFollowThePanes) {
-  // Also where hidden bars take no room.
-  for (const auto& [width, bar, at] :
-       {std::tuple(400, 22, 100), {400, 0, 283}, {3840, 22, 1900}, {3840, 22, 3701}}) {
-    SCOPED_TRACE(testing::Message() << width << " with " << bar << " at " << at);
-    const FrameMetrics metrics = {width, 480, bar, bar, 24, 4};
-    const NameRowLayout names = layOutNames(metrics, at - 10, at + 10);
-    const Area contents = layOutContents(metrics);
-    const PaneMetrics panes = {17, 17, bar};
-    const auto [view, summary] = layOutView(contents, panes);
-    const SplitLayout split = layOutSplit(contents, panes, at - 10, at + 10);
-    std::vector<Area> areas = {view, summary, split.thumb};
-    for (const auto& pair : {names.nameBox, names.browse, names.upOneFolder, split.scrollBar}) {
-      areas.insert(areas.end(), {pair[0], pair[1]});
-    }
-    for (const Area& a : areas) {
-      EXPECT_GE(a.left, 0) << a.left;
-      EXPECT_GE(a.top, bar) << a.left;
-      EXPECT_LE(a.right(), width) << a.left;
-      EXPECT_LE(a.bottom(), 480 - bar) << a.left;
-      for (const Area& b : areas) {
-        const bool beside = a.left >= b.right() || b.left >= a.right();
-        EXPECT_TRUE(&a == &b || beside || a.top >= b.bottom() || b.top >= a.bottom()) << a.left;
-      }
-    }
-    EXPECT_EQ(view, (Area{0, bar + 32, width - bar, 480 - bar - 17 - bar - 32}));
-    EXPECT_EQ(names.upOneFolder[0].right(), at - 10);
-    EXPECT_EQ(split.scrollBar[1], (Area{at + 10, view.bottom(), width - bar - 17 - at - 10, 17}));
-  }
-}
-
 TEST(WindowList, AComparisonFindsItsWindow) {
   const std::vector<ListedWindow> none, used = {{1, false}, {2, false}},
                                         fresh = {{1, false}, {2, true}, {3, true}};
@@ -117,22 +85,6 @@ TEST(WindowList, AComparisonFindsItsWindow) {
     EXPECT_EQ(chooseWindow(WindowKind::text, windows, choice), text);
     EXPECT_EQ(chooseWindow(WindowKind::folder, windows, choice), folder);
   }
-}
-
-TEST(WindowList, TheMenuListsFoldersThenTexts) {
-  using Kind = WindowMenuItem::Kind;
-  const MenuWindow folders[] = {{"old", false}, {"A & B", true}};
-  const std::vector<WindowMenuItem> items = {{Kind::command, static_cast<Command>(59000), "old", false},
-                                             {Kind::command, static_cast<Command>(59001), "A && B", true},
-                                             {},
-                                             {Kind::placeholder, {}, "(no text windows)", false}};
-  EXPECT_EQ(windowMenuItems(folders, {}), items);
-  const auto full = windowMenuItems({}, std::vector<MenuWindow>(600));
-  EXPECT_EQ(full.size(), 502u);
-  EXPECT_EQ(full.back().command, static_cast<Command>(59999));
-  EXPECT_EQ(full.front().text, "(no folder windows)");
-  EXPECT_EQ(listedPlace(static_cast<Command>(60000)), std::nullopt);
-  EXPECT_EQ(listedPlace(static_cast<Command>(59499)), (ListedPlace{WindowKind::folder, 499}));
 }
 
 }  // namespace
