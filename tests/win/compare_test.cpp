@@ -30,29 +30,6 @@ TEST_F(CompareTest, TwoFilesOnTheCommandLine) {
   EXPECT_THAT(mistyped.name(1), testing::EndsWith("\\missing.txt")) << "where it can be mended";
 }
 
-TEST_F(CompareTest, NamesInTheBoxes) {
-  save("IdenticalMessage", "true");
-  const std::string binary = writeFile("binary.dat", std::string("a\0b", 3));
-  const TextWindow window = start();
-  EXPECT_EQ(window.title(), "Merivane - [<no file>, <no file>]");
-  EXPECT_EQ(window.differences(), "");
-  ASSERT_TRUE(window.activate());
-  const auto saidOf = [&](const std::string& left, const std::string& right) {
-    window.setNames(left, right);
-    press(VK_F5);
-    return program_->answerMessage();
-  };
-  EXPECT_THAT(saidOf(two_, binary), testing::StartsWith("The right file is a binary data file."));
-  EXPECT_EQ(saidOf(two_, two_), "The files are identical.");
-  // Nothing of it keeps the window from going on; what has changed on the disk comes with F5.
-  window.setNames(one_, two_);
-  press(VK_F5);
-  EXPECT_SOON(window.differences(), "Diffs: 1, Lines: 2");
-  writeFile("one.txt", "same\r\nnewer\r\n");
-  press(VK_F5);
-  EXPECT_SOON(window.differences(), "Diffs: 1, Lines: 1");
-}
-
 TEST_F(CompareTest, NamesAreCompletedAndEntered) {
   // Letters that the system's code page has not, and a sign that takes two units.
   const std::string name = "\xD0\x9F\xD1\x80\xD0\xB8 \xF0\x9F\x98\x80.txt";

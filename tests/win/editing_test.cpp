@@ -32,8 +32,7 @@ TEST_F(EditingTest, TypeUndoAndSave) {
 
   // Back to what was loaded, which is no longer what is saved, and to what is.
   for (int i = 0; i < 10; ++i) press('Z', {VK_CONTROL});
-  EXPECT_SOON(window.differences(), "Diffs: 1, Lines: 2");
-  EXPECT_EQ(window.title(), kLeftChanged);
+  EXPECT_SOON(window.title(), kLeftChanged);
   for (int i = 0; i < 10; ++i) press('Y', {VK_CONTROL});
   EXPECT_SOON(window.title(), kUnchanged);
 

@@ -49,10 +49,6 @@ TEST_F(NavigationTest, Keys) {
   EXPECT_FALSE(IsWindowEnabled(bar)) << "there is nothing to scroll to sideways";
   type(std::string(200, 'x'));
   EXPECT_SOON(IsWindowEnabled(bar), TRUE);
-  quit(window);
-
-  save("ScrollToFirst", "true");
-  EXPECT_SOON(startWithDifferences().row(), 10);
 }
 
 TEST_F(NavigationTest, Mouse) {

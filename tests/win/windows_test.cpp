@@ -161,27 +161,6 @@ TEST_F(WindowsTest, NothingIsShownAnewThatHasNotChanged) {
   EXPECT_EQ(split.titles + undone.titles + redone.titles, 0u);
 }
 
-TEST_F(WindowsTest, TabGoesRoundTheControls) {
-  const TextWindow window = startWith(a_, b_);
-  // The focus goes from a name box on to the field in it.
-  const auto control = [&] {
-    const HWND focus = program_->focus();
-    return GetParent(focus) == window.handle() ? focus : GetParent(focus);
-  };
-  // Tab is the view's own; with Ctrl it leaves it.
-  press(VK_TAB, {VK_CONTROL});
-  EXPECT_SOON(control(), window.nameBox(0));
-  std::vector<HWND> visited = {window.nameBox(0)};
-  while (visited.size() < 9 && visited.back() != window.view()) {
-    press(VK_TAB);
-    ASSERT_TRUE(waitUntil([&] { return control() != visited.back(); }));
-    visited.push_back(control());
-  }
-  EXPECT_EQ(visited.back(), window.view());
-  press(VK_TAB, {VK_CONTROL, VK_SHIFT});
-  EXPECT_SOON(control(), visited[visited.size() - 2]);
-}
-
 TEST_F(WindowsTest, SettingsOutliveTheProgram) {
   const TextWindow window = startWith(a_, b_);
   EXPECT_EQ(saved("LeftFile.text"), a_) << "at once";
