@@ -222,21 +222,6 @@ std::string shown(const SummaryMap& map) {
   return bands;
 }
 
-TEST(SummaryMap, RowsInViewKeepTheirHeightAndMoreFillTheTrack) {
-  SummaryMap map;
-  const auto shownOf = [&map](std::string_view rows, const SummaryMap::Geometry& geometry) {
-    map.update(modelOf(rows), geometry);
-    return shown(map);
-  };
-  EXPECT_EQ(shownOf("=<!=", {500, 17, 3, 20}), "===<<<!!!===");
-  EXPECT_EQ(shownOf("=<>!=<>=", {38, 17, 16, 2}), "=>!>") << "the last difference wins a line";
-  EXPECT_EQ(shownOf("========", {38, 17, 16, 2}), "=>!>") << "kept until told";
-  map.rowsChanged();
-  EXPECT_EQ(shownOf("========", {38, 17, 16, 2}), "====");
-  EXPECT_EQ(shownOf("=<>!=<>=", {20, 17, 16, 2}), "") << "no room";
-  EXPECT_EQ(map.rowAt(18), 7u);
-}
-
 TEST(SummaryMap, EveryDifferenceShowsAndIsFoundAgain) {
   Random random(5);
   for (int round = 0; round < 300; ++round) {

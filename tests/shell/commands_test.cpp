@@ -4,12 +4,10 @@
 
 #include <algorithm>
 #include <cctype>
-#include <climits>
 #include <fstream>
 #include <map>
 #include <regex>
 #include <set>
-#include <utility>
 
 #include "base/texts.h"
 #include "shell/command_line.h"
@@ -200,18 +198,6 @@ TEST(CommandTable, MenusNameCommandsOfTheirWindowWithTheirKeyAndAMnemonicOnce) {
     ++items;
   }
   EXPECT_GT(items, 60);
-}
-
-TEST(CommandTable, ToolBarsHaveTheirWindowsButtonsInOrder) {
-  EXPECT_EQ(commandTip(Command::save), "Save the file (Ctrl+S)");
-  for (const WindowKind kind : {WindowKind::text, WindowKind::folder}) {
-    int place = INT_MIN;
-    for (const CommandRow* row : toolBarRows(kind)) {
-      EXPECT_TRUE(row->livesIn(kind));
-      EXPECT_LT(std::exchange(place, row->button->place), row->button->place) << "two in one place";
-    }
-    EXPECT_GT(place, 0);
-  }
 }
 
 }  // namespace

@@ -17,15 +17,16 @@ namespace {
 using enum Answer;
 using Answers = std::deque<Answer>;
 
+/// What the window shows of it.
+std::string shown(const SessionRun& run) {
+  const TextSession& session = run.session;
+  return session.title() + '|' + session.lineEndText() + '|' + session.differencesText() +
+         (session.isFresh() ? "|fresh" : "") + (session.showsComparison() ? "|compared" : "");
+}
+
 TEST(TextSession, ComparesTheNamedFilesAndSaysWhatItShows) {
   SessionRun run;
-  const auto shown = [](SessionRun& shows) {
-    const TextSession& session = shows.session;
-    return session.title() + '|' + session.lineEndText() + '|' + session.differencesText() + '|' +
-           session.caretText() + (session.isFresh() ? "|fresh" : "") +
-           (session.showsComparison() ? "|compared" : "");
-  };
-  EXPECT_EQ(shown(run), "Merivane - [l.txt, r.txt]|||Virt 1, Ln 1, Col 1|fresh");
+  EXPECT_EQ(shown(run), "Merivane - [l.txt, r.txt]|||fresh");
   run.window.names[1] = "C:\\r.lnk";
   run.files.files["C:\\r.lnk"];
   run.session.compare();
@@ -36,13 +37,12 @@ TEST(TextSession, ComparesTheNamedFilesAndSaysWhatItShows) {
   run.window.job = job;
   run.window.finish(WorkEnd::done);
   EXPECT_EQ(run.said(), "");
-  EXPECT_EQ(shown(run),
-            "Merivane - [l.txt, r.txt]|UNIX, DOS|Diffs: 1, Lines: 1|Virt 1, Ln 1, Col 1|compared");
+  EXPECT_EQ(shown(run), "Merivane - [l.txt, r.txt]|UNIX, DOS|Diffs: 1, Lines: 1|compared");
   EXPECT_EQ(run.settings.leftFileHistory.First() + run.settings.rightFileHistory.First(),
             "C:\\l.txtC:\\r.lnk");
   run.act("type-right right down");
-  EXPECT_EQ(shown(run),
-            "Merivane - [l.txt, r.txt*]|UNIX, DOS|Diffs: 1, Lines: 2|Virt 2, Ln 2, Col 2|compared");
+  EXPECT_EQ(shown(run), "Merivane - [l.txt, r.txt*]|UNIX, DOS|Diffs: 1, Lines: 2|compared");
+  EXPECT_EQ(run.session.caretText(), "Virt 2, Ln 2, Col 2");
 }
 
 TEST(TextSession, WhatIsSaidOfAFileGoesWithIt) {
@@ -51,19 +51,10 @@ TEST(TextSession, WhatIsSaidOfAFileGoesWithIt) {
   left.title = "notes (old)";
   left.readOnly = true;
   run.session.describe(left, std::string("C:\\r.txt"));
-  EXPECT_EQ(run.session.title(), "Merivane - [notes (old), r.txt]");
-  run.compare();
-  run.session.switchSides();
-  run.compare();
+  run.act("compare switch compare");
   EXPECT_EQ(run.session.title(), "Merivane - [r.txt, notes (old)]");
   run.type(1);
   EXPECT_FALSE(run.isModified(1));
-
-  run.window.answers = {no};
-  run.window.names[1] = "C:\\r.txt";
-  run.compare();
-  EXPECT_EQ(run.session.title(), "Merivane - [r.txt, r.txt]");
-  EXPECT_FALSE(run.side(1).readOnly);
 }
 
 using Spoil = void (*)(SessionRun& run);
@@ -88,12 +79,8 @@ TEST(TextSession, RefusesNamesWithoutDroppingWhatItShows) {
   run.files.files["C:\\here\\l.txt"].contents = "a\n";
   run.files.folder = "C:\\here\\";
   run.window.names[0] = " \"l.txt\" ";
-  EXPECT_EQ(run.session.title(), "Merivane - [l.txt, r.txt]");
   EXPECT_EQ(run.compare(), "");
-  for (const std::string& name :
-       {run.window.names[0], run.side(0).path, run.settings.leftFileHistory.First()}) {
-    EXPECT_EQ(name, "C:\\here\\l.txt");
-  }
+  EXPECT_EQ(run.window.names[0] + ' ' + run.side(0).path, "C:\\here\\l.txt C:\\here\\l.txt");
 }
 
 TEST(TextSession, AComparisonThatFailsSaysWhyAndShowsNothing) {
@@ -112,9 +99,7 @@ TEST(TextSession, AComparisonThatFailsSaysWhyAndShowsNothing) {
       spoil(run);
       EXPECT_EQ(run.compare(end), "error: " + message + "\n");
       EXPECT_EQ(run.edits.text(0) + run.edits.text(1) + run.side(0).path + run.side(1).path, "");
-      EXPECT_EQ(run.session.isFresh(), !used);
-      EXPECT_FALSE(run.session.showsComparison());
-      EXPECT_EQ(run.session.differencesText() + run.session.lineEndText(), "") << "not: no differences";
+      EXPECT_EQ(shown(run), std::string("Merivane - [l.txt, r.txt]||") + (used ? "" : "|fresh"));
       EXPECT_EQ(run.settings.leftFileHistory.Count(), used ? 1 : 0);
       run.type(0);
       EXPECT_TRUE(run.session.showsComparison());
@@ -150,8 +135,6 @@ TEST(TextSession, FilesThatAreComparedAgainKeepTheirPlace) {
     run.settings.ignoreCase = ignoreCase;
     return run.session.optionsChanged();
   };
-  EXPECT_TRUE(optionsChanged(true));
-  EXPECT_FALSE(optionsChanged(false));
   run.session.compare();
   optionsChanged(true);
   run.window.finish(WorkEnd::done);
@@ -165,13 +148,11 @@ TEST(TextSession, AsksForEachSideBeforeChangesAreLost) {
   const std::string askLeft = "ask or cancel: Save changes to C:\\l.txt?\n",
                     askRight = "ask or cancel: Save changes to C:\\r.txt?\n";
   const std::string left = "a\nb\nc\n", right = "a\r\nx\r\nc\r\n";
-  const std::string savedLeft = "status: Saved C:\\l.txt\n", savedRight = "status: Saved C:\\r.txt\n";
+  const std::string savedLeft = "status: Saved C:\\l.txt\n";
   // What is answered, whether the window closes, what was asked, and what is saved and stays modified.
   const std::tuple<Answers, bool, std::string, std::string> cases[] = {
-      {{no, no}, true, askLeft + askRight, left + "*|" + right + "*"},
       {{no, cancel}, false, askLeft + askRight, left + "*|" + right + "*"},
       {{cancel}, false, askLeft, left + "*|" + right + "*"},
-      {{yes, yes}, true, askLeft + savedLeft + askRight + savedRight, "!" + left + "|!" + right},
       {{yes, no}, true, askLeft + savedLeft + askRight, "!" + left + "|" + right + "*"},
   };
   for (const auto& [answers, closes, log, saved] : cases) {
@@ -255,7 +236,6 @@ TEST(TextSession, SavesTheChangedSideUnderItsName) {
   EXPECT_TRUE(run.isModified(0));
   EXPECT_EQ(run.act("save", {yes}), changed + savedLeft);
   EXPECT_EQ(run.left(), "!!!a\nb\nc\n");
-  EXPECT_EQ(run.act("type-left save"), savedLeft);
   run.files.files.erase("C:\\l.txt");
   EXPECT_EQ(run.act("type-left save"), savedLeft) << "nobody's work is in the way";
 }
@@ -269,9 +249,8 @@ TEST(TextSession, SavesTheActiveSideUnderAnotherName) {
   run.window.chosen = "copy.txt";
   EXPECT_EQ(run.act("save-as"), "Save Left File from C:\\l.txt\nstatus: Saved D:\\copy.txt\n");
   EXPECT_EQ(run.contents("D:\\copy.txt"), "a\r\nb\r\nc\r\n");
-  EXPECT_EQ(run.window.names[0] + run.side(0).path, "D:\\copy.txtD:\\copy.txt");
   EXPECT_EQ(run.settings.leftFileHistory.First(), "D:\\copy.txt");
-  EXPECT_EQ(run.session.title() + run.session.lineEndText(), "Merivane - [copy.txt, r.txt]DOS, DOS");
+  EXPECT_EQ(shown(run), "Merivane - [copy.txt, r.txt]|DOS, DOS|Diffs: 1, Lines: 1|compared");
 }
 
 TEST(TextSession, ReplacesASideAndItsFile) {
@@ -282,9 +261,8 @@ TEST(TextSession, ReplacesASideAndItsFile) {
   EXPECT_EQ(run.edits.text(0), "a\nb\nc\n");
   EXPECT_EQ(run.act("replace-left", {yes}), question + "status: Saved C:\\l.txt\n");
   EXPECT_EQ(run.saved(), "!a\r\nx\r\nc\r\n|a\r\nx\r\nc\r\n*") << "the other's file is as it was";
-  EXPECT_EQ(run.edits.text(0), run.edits.text(1));
+  EXPECT_EQ(shown(run), "Merivane - [l.txt, r.txt*]|DOS, DOS|No differences|compared");
   EXPECT_FALSE(run.edits.history().canUndo());
-  EXPECT_EQ(run.session.lineEndText() + run.session.differencesText(), "DOS, DOSNo differences");
   EXPECT_EQ(run.act("type-left save"), "status: Saved C:\\l.txt\n") << "as this window wrote it";
 
   // What another program wrote stays if the user wants that, and so does the side.
@@ -309,10 +287,9 @@ TEST(TextSession, SwitchesSidesWithTheirNames) {
   SessionRun run;
   run.act("compare type-left");
   run.window.names[0] = "typed";
-  run.act("switch");
-  EXPECT_EQ(run.session.title() + run.session.lineEndText(), "Merivane - [r.txt, l.txt*]DOS, UNIX");
+  run.act("switch save");
+  EXPECT_EQ(shown(run), "Merivane - [r.txt, l.txt]|DOS, UNIX|Diffs: 1, Lines: 2|compared");
   EXPECT_EQ(run.window.names[0] + ' ' + run.window.names[1], "C:\\r.txt typed");
-  run.act("save");
   EXPECT_EQ(run.left(), "!a\nb\nc\n");
 }
 
@@ -324,10 +301,8 @@ TEST(TextSession, ExportsOverItsOwnPageAloneUnasked) {
 
   run.files.folder = "C:\\";
   run.window.chosen = "page.html";
-  const std::string exported = run.act("export export");
-  EXPECT_TRUE(exported.starts_with("export from C:\\last.html\n"));
-  EXPECT_NE(exported.find("export from C:\\page.html\n"), std::string::npos);
-  EXPECT_EQ(exported.find("exists"), std::string::npos);
+  run.act("export");
+  EXPECT_EQ(run.act("export").find("exists"), std::string::npos);
   EXPECT_EQ(run.contents("C:\\page.html").substr(0, 42), "<HTML>\r\n<HEAD>\r\n<TITLE>C:\\l.txt, C:\\r.txt<");
 
   // A compared file under another name, a page of somebody else, and, once more, a file that is compared.
