@@ -1,12 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <string>
-#include <thread>
 #ifndef _WIN32
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -108,6 +105,12 @@ TEST_F(DiskTreesTest, FindsWhatThePlainComparisonFinds) {
 }
 
 #ifndef _WIN32
+/// What a shell says to a command line.
+int shell(const std::string& command) {
+  const int status = std::system(command.c_str());
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
 TEST_F(DiskTreesTest, LinksPipesAndLongPathsEndTheComparisonNowhere) {
   put("dir/file", "text");
   fs::create_directory_symlink("..", at(0, "dir/up"));
@@ -121,15 +124,12 @@ TEST_F(DiskTreesTest, LinksPipesAndLongPathsEndTheComparisonNowhere) {
     // Deeper than a path can be long.
     fs::current_path(paths_[side]);
     for (int depth = 0; depth < 25; ++depth) {
-      const std::string name(200, 'd');
-      ASSERT_EQ(::mkdir(name.c_str(), 0700), 0);
-      ASSERT_EQ(::chdir(name.c_str()), 0);
+      fs::create_directory(std::string(200, 'd'));
+      fs::current_path(std::string(200, 'd'));
     }
   }
-  sockaddr_un address = {};
-  address.sun_family = AF_UNIX;
+  constexpr sockaddr_un address = {AF_UNIX, "socket"};
   fs::current_path(paths_[0]);
-  std::string("socket").copy(address.sun_path, sizeof address.sun_path - 1);
   const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
   ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
   ::close(socket);
@@ -142,23 +142,12 @@ TEST_F(DiskTreesTest, LinksPipesAndLongPathsEndTheComparisonNowhere) {
     ASSERT_EQ(compare(), Result::success);
     EXPECT_FALSE(found_.differs());
     std::vector<std::string> found = troubles();
-    ASSERT_EQ(found.size(), 8u);
-    EXPECT_TRUE(found[1].starts_with("ddd") && found[1].ends_with(" tooLong"));
-    found.erase(found.begin() + 1, found.begin() + 3);
+    EXPECT_EQ(std::erase_if(found, [](const std::string& each) { return each.ends_with("d tooLong"); }), 2u);
     EXPECT_EQ(found, (std::vector<std::string>{"circle unreadable", "dir/up loop", "nowhere brokenLink",
                                                "other way/up loop", "pipe special", "socket special"}));
   }
   // Too deep a tree cannot be removed by its path either.
-  for (const int side : {0, 1}) {
-    fs::current_path(paths_[side]);
-    const std::string name(200, 'd');
-    int depth = 0;
-    while (::chdir(name.c_str()) == 0) ++depth;
-    for (; depth > 0; --depth) {
-      ASSERT_EQ(::chdir(".."), 0);
-      ASSERT_EQ(::rmdir(name.c_str()), 0);
-    }
-  }
+  for (const int side : {0, 1}) EXPECT_EQ(shell("rm -r '" + paths_[side] + "'"), 0);
   fs::current_path(scratch_.parent_path());
 }
 
@@ -203,35 +192,6 @@ TEST_F(DiskTreesTest, TreesThatChangeMeanwhileAreToldAsTheyAreMet) {
                                                   "sub2 vanished"}));
 }
 
-/// Compares on one thread while another makes and removes entries, and only has to come to an end.
-TEST_F(DiskTreesTest, GetsToItsEndWhateverHappensMeanwhile) {
-  for (int i = 0; i < 40; ++i) put("dir" + std::to_string(i % 5) + "/file" + std::to_string(i), "text");
-  std::atomic<bool> ends{false};
-  std::thread changer([&] {
-    for (uint32_t i = 0; !ends; ++i) {
-      std::error_code ignored;
-      const std::string folder = at(1, "dir" + std::to_string(i % 5));
-      fs::rename(folder, at(1, "away"), ignored);
-      ::mkfifo(folder.c_str(), 0600);
-      ::unlink(folder.c_str());
-      fs::rename(at(1, "away"), folder, ignored);
-    }
-  });
-  options_.fullContents = true;
-  options_.threads = 3;
-  for (int round = 0; round < 50; ++round) EXPECT_EQ(compare(), Result::success);
-  ends = true;
-  changer.join();
-  EXPECT_EQ(compare(), Result::success);
-  EXPECT_TRUE(found_.isIdentical());
-}
-
-/// What a shell says to a command line.
-int shell(const std::string& command) {
-  const int status = std::system(command.c_str());
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
 TEST_F(DiskTreesTest, PatchesBringTheOldTreeToTheNewOne) {
   put("same", "text\n"), put("dir/same", "");
   put(0, "dir/text", "one\ntwo\nthree\n"), put(1, "dir/text", "one\nTWO\nthree");
@@ -246,27 +206,21 @@ TEST_F(DiskTreesTest, PatchesBringTheOldTreeToTheNewOne) {
   const std::string patch = (scratch_ / "patch").string();
   DiffProgram program;
   program.disk = &systemFiles();
-  const struct {
-    const char *name, *apply;
-  } tools[] = {{"git", "git apply"}, {"patch", "patch -s -p1 --binary <"}};
-  for (const auto& tool : tools) {
-    SCOPED_TRACE(tool.name);
-    if (shell(std::string("command -v ") + tool.name + " >/dev/null") != 0)
-      GTEST_SKIP() << "there is no " << tool.name << " here";
-    EXPECT_EQ(program.run({"--format=unified", "--output", patch, paths_[0], paths_[1]}), 1);
-    EXPECT_EQ(program.errors(), "");
-    const std::string copy = (scratch_ / (std::string("by ") + tool.name)).string();
+  EXPECT_EQ(program.run({"--format=unified", "--output", patch, paths_[0], paths_[1]}), 1);
+  EXPECT_EQ(program.errors(), "");
+  for (const std::string apply : {"git apply", "patch -s -p1 --binary <"}) {
+    SCOPED_TRACE(apply);
+    if (shell(apply.substr(0, apply.find(' ')) + " --version >/dev/null") != 0)
+      GTEST_SKIP() << "nothing is here to apply them";
+    const std::string copy = (scratch_ / ("by " + apply)).string();
     fs::copy(paths_[0], copy, fs::copy_options::recursive);
-    EXPECT_EQ(shell("cd '" + copy + "' && GIT_CEILING_DIRECTORIES='" + scratch_.string() + "' " + tool.apply +
+    EXPECT_EQ(shell("cd '" + copy + "' && GIT_CEILING_DIRECTORIES='" + scratch_.string() + "' " + apply +
                     " '" + patch + "'"),
               0);
     EXPECT_EQ(program.run({"--contents=quick", "--no-date", copy, paths_[1]}), 0);
     EXPECT_EQ(program.output(), "Changed: 0, Old: 0, New: 0, Same: 7\n");
-    for (const char* const name : {"run", "come/tool", "same"}) {
-      EXPECT_EQ(fs::status(joinPath(copy, name)).permissions() & fs::perms::owner_exec,
-                fs::status(at(1, name)).permissions() & fs::perms::owner_exec)
-          << name;
-    }
+    for (const char* const name : {"run", "come/tool", "same"})
+      EXPECT_EQ(::access(joinPath(copy, name).c_str(), X_OK), ::access(at(1, name).c_str(), X_OK)) << name;
   }
 }
 #endif

@@ -2,157 +2,126 @@
 
 #include "operations/win/shell_trees.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <map>
 
 #include "base/paths.h"
 #include "operations/folder_operations.h"
+#include "tests/support/reference_folders.h"
 
 namespace merivane {
 namespace {
+
+namespace fs = std::filesystem;
+using enum EntryOperation;
+using Files = std::map<std::string, std::string>;
 
 /// Real folders below the current one, which the runner of the tests has made for this run alone.
 class ShellTreesTest : public testing::Test {
  protected:
   void SetUp() override {
-    top_ = files_.absolute("shell trees");
     ASSERT_EQ(shell_->find(top_).kind, FileKind::none);
-    tops_[0] = joinPath(top_, "old \xC3\xA4");
-    tops_[1] = joinPath(top_, "new");
-    for (const std::string& folder : {top_, tops_[0], tops_[1]}) ASSERT_EQ(shell_->makeFolder(folder), 0u);
     for (const int side : {0, 1}) {
-      const std::string text = side == 0 ? "old contents" : "new";
-      write(side, "both.txt", text);
-      write(side, side == 0 ? "alone \xC5\x82.txt" : "only new.txt", text);
-      for (const char* const folder : {"tree", "tree\\deep"}) {
-        ASSERT_EQ(shell_->makeFolder(joinPath(tops_[side], folder)), 0u);
-      }
-      write(side, "tree\\deep\\read only.txt", text);
-      std::filesystem::permissions(
-          std::filesystem::u8path(joinPath(tops_[side], "tree\\deep\\read only.txt")),
-          std::filesystem::perms::owner_write, std::filesystem::perm_options::remove);
-      write(side, "tree\\a.txt", text);
+      fs::create_directories(at(side, "tree\\deep"));
+      for (const char* const name : {"both.txt", side == 0 ? "alone \xC5\x82.txt" : "only new.txt",
+                                     "tree\\deep\\read only.txt", "tree\\a.txt"})
+        std::ofstream(at(side, name)) << (side == 0 ? "old contents" : "new");
+      fs::permissions(at(side, "tree\\deep\\read only.txt"), fs::perms::owner_write,
+                      fs::perm_options::remove);
     }
-    for (const char* const hidden : {"both.txt", "tree\\deep"}) {
+    for (const char* const hidden : {"both.txt", "tree\\deep"})
       ASSERT_EQ(std::system(("attrib +h \"" + joinPath(tops_[1], hidden) + '"').c_str()), 0);
-    }
-    FolderOptions options;
-    ASSERT_EQ(compareFolders(files_, tops_, options, nullptr, result_), Result::success);
   }
   void TearDown() override { EXPECT_EQ(removeTree(files_, *shell_, top_), 0u); }
 
-  void write(int side, const std::string& name, const std::string& text) {
-    ASSERT_EQ(replaceFile(files_, joinPath(tops_[side], name), text), 0u);
-  }
+  fs::path at(int side, const std::string& name) const { return fs::u8path(joinPath(tops_[side], name)); }
 
-  /// All that is below a folder, with times, attributes and contents.
-  void collect(const std::string& folder, const std::string& name,
-               std::map<std::string, std::string>& found) {
+  /// What stands on a side under names that begin so: attributes, and of files times and contents.
+  Files filesOf(int side, const std::string& start = "", const std::string& folder = "") {
+    Files found;
     FolderListing listing;
-    ASSERT_EQ(files_.list(folder, nullptr, listing), 0u);
+    EXPECT_EQ(files_.list(joinPath(tops_[side], folder), nullptr, listing), 0u);
     for (uint32_t i = 0; i < listing.size(); ++i) {
       const ListedEntry& entry = listing.entry(i);
-      const std::string path = joinPath(folder, listing.name(i)), below = joinPath(name, listing.name(i));
+      const std::string name = joinPath(folder, listing.name(i));
       std::string facts = entry.isReadOnly ? "read-only " : "";
       if (entry.isHidden) facts += "hidden ";
       if (entry.kind == FileKind::folder) {
-        collect(path, below, found);
+        found.merge(filesOf(side, start, name));
       } else {
-        std::unique_ptr<InputFile> file;
-        ByteArray bytes;
-        ASSERT_EQ(files_.open(path, file), 0u) << path;
-        ASSERT_EQ(readToEnd(*file, bytes), 0u);
-        facts += std::to_string(entry.modified) + ": " + std::string(bytes.data(), bytes.size());
+        std::ifstream file(at(side, name));
+        facts +=
+            std::to_string(entry.modified) + ": " + std::string(std::istreambuf_iterator<char>(file), {});
       }
-      found[below] = facts;
+      if (name.starts_with(start)) found[name] = facts;
     }
-  }
-  std::map<std::string, std::string> trees() {
-    std::map<std::string, std::string> found;
-    for (const int side : {0, 1}) collect(tops_[side], side == 0 ? "O" : "N", found);
     return found;
   }
-  const FolderEntry& entry(const std::string& name) {
-    for (const auto& entries : result_.entries) {
-      for (const FolderEntry& each : entries) {
-        if (each.name() == name) return each;
-      }
-    }
-    ADD_FAILURE() << name;
-    static const FolderEntry none;
-    return none;
+
+  /// Compares the folders first. "tree" is an entry of its own where nothing below it is.
+  Examination examined(const std::string& name, EntryOperation operation) {
+    FolderOptions options;
+    options.subfolders = name != "tree";
+    EXPECT_EQ(compareFolders(files_, tops_, options, nullptr, result_), Result::success);
+    return examine(files_, *shell_, operations_.plan(tops_, entryNamed(result_, name), operation, true));
   }
 
   FileSystem& files_ = systemFiles();
   std::unique_ptr<TreeOperations> shell_ = makeShellTrees(nullptr);
   FolderOperations operations_{files_, *shell_};
   FolderComparison result_;
-  std::string top_, tops_[2];
+  const std::string top_ = files_.absolute("shell trees");
+  const std::string tops_[2] = {joinPath(top_, "old \xC3\xA4"), joinPath(top_, "new")};
 };
 
-TEST_F(ShellTreesTest, WhatIsDoneToRealFoldersIsUndone) {
-  using Operation = EntryOperation;
-  const struct {
-    const char* name;
-    Operation operation;
-  } cases[] = {{"both.txt", Operation::copyToOld},
-               {"both.txt", Operation::copyToNew},
-               {"both.txt", Operation::deleteBoth},
-               {"alone \xC5\x82.txt", Operation::copyToNew},
-               {"alone \xC5\x82.txt", Operation::deleteOld},
-               {"only new.txt", Operation::deleteNew},
-               {"tree\\deep\\read only.txt", Operation::copyToNew},
-               {"tree\\deep\\read only.txt", Operation::deleteBoth}};
-  const auto first = trees();
-  for (const auto& c : cases) {
-    SCOPED_TRACE(std::string(c.name) + " " + std::to_string(static_cast<int>(c.operation)));
-    const Examination examination =
-        examine(files_, *shell_, operations_.plan(tops_, entry(c.name), c.operation, true));
+TEST_F(ShellTreesTest, WhatIsDoneIsUndoneAndAFileInUseStopsAWholeFolder) {
+  const std::pair<const char*, EntryOperation> cases[] = {{"both.txt", copyToOld},
+                                                          {"both.txt", copyToNew},
+                                                          {"both.txt", deleteBoth},
+                                                          {"alone \xC5\x82.txt", copyToNew},
+                                                          {"alone \xC5\x82.txt", deleteOld},
+                                                          {"only new.txt", deleteNew},
+                                                          {"tree\\deep\\read only.txt", copyToNew},
+                                                          {"tree\\deep\\read only.txt", deleteBoth},
+                                                          {"tree", copyToOld},
+                                                          {"tree", deleteBoth}};
+  const Files first[2] = {filesOf(0), filesOf(1)};
+  for (const auto& [name, operation] : cases) {
+    SCOPED_TRACE(name + (" " + std::to_string(static_cast<int>(operation))));
+    const auto expectFirst = [&] {
+      for (const int side : {0, 1}) EXPECT_EQ(filesOf(side), first[side]);
+    };
+    const Examination examination = examined(name, operation);
     ASSERT_FALSE(examination.refusal) << examination.refusal->message();
     EXPECT_FALSE(examination.changedSince);
     DoneOperation done;
-    ASSERT_EQ(operations_.perform(examination, done).kind, OperationEnd::Kind::done);
-    EXPECT_NE(trees(), first);
-    ASSERT_EQ(operations_.undo(examine(files_, *shell_, operations_.planUndo(done)), done).kind,
-              OperationEnd::Kind::done);
-    EXPECT_EQ(trees(), first);
-  }
-}
-
-TEST_F(ShellTreesTest, AWholeFolderIsReplacedAndAFileInUseStopsThat) {
-  FolderEntry folder;
-  folder.names[0] = folder.names[1] = "tree";
-  folder.isFolder = true;
-  const auto first = trees();
-  for (const auto operation : {EntryOperation::copyToOld, EntryOperation::deleteBoth}) {
-    const Examination examination =
-        examine(files_, *shell_, operations_.plan(tops_, folder, operation, true));
-    ASSERT_FALSE(examination.refusal) << examination.refusal->message();
-    EXPECT_EQ(examination.sides[0].size.files, 2u);
-    DoneOperation done;
-    {
+    const bool isFolder = name == std::string("tree");
+    if (isFolder) {
       std::unique_ptr<JournalFile> inUse;
       std::string contents;
       ASSERT_EQ(shell_->openJournal(joinPath(tops_[0], "tree\\a.txt"), inUse, contents), 0u);
       EXPECT_NE(operations_.perform(examination, done).kind, OperationEnd::Kind::done);
+      expectFirst();
     }
-    EXPECT_EQ(trees(), first);
+    const Files before[2] = {filesOf(0, name), filesOf(1, name)};
     ASSERT_EQ(operations_.perform(examination, done).kind, OperationEnd::Kind::done);
-    if (operation == EntryOperation::copyToOld) {
-      auto both = trees();
-      for (const char* const name : {"tree\\a.txt", "tree\\deep", "tree\\deep\\read only.txt"}) {
-        EXPECT_EQ(both[joinPath("O", name)], both[joinPath("N", name)]);
-      }
-      EXPECT_EQ(shell_->find(joinPath(tops_[0], "tree\\deep")).modified,
-                shell_->find(joinPath(tops_[1], "tree\\deep")).modified);
+    for (const int side : {0, 1}) {
+      EXPECT_EQ(filesOf(side, name), !changes(operation, side) ? before[side]
+                                     : isCopy(operation)       ? before[1 - side]
+                                                               : Files());
+    }
+    if (isFolder && isCopy(operation)) {
+      const auto deep = [&](int side) { return shell_->find(joinPath(tops_[side], "tree\\deep")); };
+      EXPECT_EQ(deep(0).modified, deep(1).modified);
     }
     ASSERT_EQ(operations_.undo(examine(files_, *shell_, operations_.planUndo(done)), done).kind,
               OperationEnd::Kind::done);
-    EXPECT_EQ(trees(), first);
+    expectFirst();
   }
 }
 
@@ -163,13 +132,8 @@ TEST_F(ShellTreesTest, WhatTheShellWouldMisreadIsRefused) {
     deep = joinPath(deep, std::string(40, 'd'));
     ASSERT_EQ(shell_->makeFolder(deep), 0u);
   }
-  FolderEntry folder;
-  folder.names[0] = folder.names[1] = "tree";
-  folder.isFolder = true;
-  for (const auto operation :
-       {EntryOperation::copyToNew, EntryOperation::deleteOld, EntryOperation::deleteBoth}) {
-    const Examination examination =
-        examine(files_, *shell_, operations_.plan(tops_, folder, operation, true));
+  for (const auto operation : {copyToNew, deleteOld, deleteBoth}) {
+    const Examination examination = examined("tree", operation);
     ASSERT_TRUE(examination.refusal);
     EXPECT_EQ(examination.refusal->reason, TextId::refusedTooLong);
   }
