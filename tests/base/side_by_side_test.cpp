@@ -37,14 +37,5 @@ TEST(SideBySide, AllIsDoneOnceAndFailuresComeBack) {
   EXPECT_EQ(trySideBySide([] {}, [] {}), spare);
 }
 
-TEST(SideBySide, BothSidesAreWorkedOnWhateverTheirSize) {
-  for (const uint64_t bytes : {uint64_t{0}, uint64_t{1} << 30}) {
-    int done[2] = {0, 0};
-    forBothSides(bytes, [&](int side) { ++done[side]; });
-    EXPECT_EQ(done[0], 1);
-    EXPECT_EQ(done[1], 1);
-  }
-}
-
 }  // namespace
 }  // namespace merivane

@@ -3,8 +3,6 @@
 #include <algorithm>
 
 #include "base/paths.h"
-#include "cli/diff_options.h"
-#include "folders/folder_entry.h"
 #include "tests/cli/diff_program.h"
 
 namespace merivane {
@@ -81,31 +79,6 @@ TEST_F(RunFoldersTest, WhatCouldNotBeComparedIsTroubleButNotTheEnd) {
   add("file").contents = "";
   EXPECT_EQ(program_.run({"O", "file"}), 2);
   EXPECT_EQ(program_.output(), "");
-}
-
-TEST(FolderOptionsOfTheConsole, AreReadAndHaveTheirDefaults) {
-  using Arguments = std::vector<std::string_view>;
-  DiffOptions options;
-  EXPECT_EQ(parseOptions(Arguments{"O", "N"}, options), "");
-  EXPECT_TRUE(options.folders.subfolders && options.folders.date && options.folders.size &&
-              options.folders.ignoreNameCase && !options.folders.attributes &&
-              !options.folders.comparesContents() && !options.shows);
-  EXPECT_EQ(parseOptions(Arguments{"--no-subfolders", "--contents=full", "--no-date", "--no-size",
-                                   "--attributes", "--folder-attributes", "--folder-date", "--include=*.c",
-                                   "--exclude=", "--match-name-case", "--threads=3", "--show=old", "O", "N"},
-                         options),
-            "");
-  const FolderOptions& folders = options.folders;
-  EXPECT_FALSE(folders.subfolders || folders.date || folders.size || folders.ignoreNameCase);
-  EXPECT_TRUE(folders.attributes && folders.folderAttributes && folders.folderDate && folders.fullContents);
-  EXPECT_TRUE(folders.hasIncludeFilter && folders.hasExcludeFilter);
-  EXPECT_EQ(folders.includeFilter, "*.c");
-  EXPECT_EQ(folders.threads, 3u);
-  EXPECT_EQ(*options.shows, 1u << static_cast<int>(FolderCategory::onlyOld));
-  for (const char* const wrong : {"--contents=some", "--show=", "--show=changed;old", "--threads=0"}) {
-    DiffOptions fresh;
-    EXPECT_NE(parseOptions(Arguments{wrong, "O", "N"}, fresh), "") << wrong;
-  }
 }
 
 }  // namespace
