@@ -1,5 +1,6 @@
 #include "display/characters.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "base/utf16.h"
@@ -41,11 +42,8 @@ TEST(Characters, AnyBytesAreWalkedThroughBothWays) {
   for (int round = 0; round < 20000; ++round) {
     std::string row;
     for (uint32_t count = random.below(12); count > 0; --count) {
-      if (random.below(3) == 0) {
-        row += static_cast<char>(random.below(256));
-      } else {
-        row += pieces[random.below(std::size(pieces))];
-      }
+      const char any = static_cast<char>(random.below(256));
+      row += random.below(3) == 0 ? std::string_view(&any, 1) : pieces[random.below(std::size(pieces))];
     }
     const uint32_t split = random.below(static_cast<uint32_t>(row.size()) + 1);
     for (const bool utf8 : {false, true})
@@ -54,11 +52,7 @@ TEST(Characters, AnyBytesAreWalkedThroughBothWays) {
 }
 
 TEST(Characters, WhatIsOneAndHowWide) {
-  struct Case {
-    std::string_view row;
-    std::string lengths, columns;
-  };
-  const Case cases[] = {
+  const std::tuple<std::string_view, const char*, const char*> cases[] = {
       {"caf\xC3\xA9", "1112", "1111"},                               // composed
       {"e\xCC\x81\xCC\xA7x", "51", "11"},                            // and with two marks
       {"\xCC\x81x", "21", "11"},                                     // a mark with nothing before it
@@ -70,15 +64,14 @@ TEST(Characters, WhatIsOneAndHowWide) {
       {"\xC2\xAD\xD8\x80", "22", "11"},                              // format characters that show
       {"\xE4\xBD", "11", "11"},                                      // cut
   };
-  for (const Case& expected : cases) {
-    const RowCharacters characters(expected.row, true);
-    std::string lengths, columns;
+  for (const auto& [row, lengths, columns] : cases) {
+    const RowCharacters characters(row, true);
+    std::string found[2];
     for (uint32_t at = 0; at < characters.size(); at = characters.next(at)) {
-      lengths += std::to_string(characters.at(at).length);
-      columns += std::to_string(characters.at(at).columns);
+      found[0] += std::to_string(characters.at(at).length);
+      found[1] += std::to_string(characters.at(at).columns);
     }
-    EXPECT_EQ(lengths, expected.lengths) << testing::PrintToString(expected.row);
-    EXPECT_EQ(columns, expected.columns) << testing::PrintToString(expected.row);
+    EXPECT_THAT(found, testing::ElementsAre(lengths, columns)) << testing::PrintToString(row);
   }
 }
 

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 #include "output/html_text.h"
 #include "output/writers.h"
@@ -12,8 +11,6 @@
 
 namespace merivane {
 namespace {
-
-using testing::ElementsAre;
 
 std::string pageOf(const DiffModel& model, std::string_view left, std::string_view right,
                    WriterOptions options) {
@@ -36,12 +33,12 @@ std::string pageOf(std::string_view pattern, const WriterOptions& options) {
   return pageOf(modelOf(pattern), texts[0], texts[1], options);
 }
 
-std::vector<std::string> cells(const std::string& page) {
-  constexpr std::string_view start = "<CODE>", end = "</CODE>";
-  std::vector<std::string> found;
-  for (size_t at = 0; (at = page.find(start, at)) != page.npos;) {
-    at += start.size();
-    found.push_back(page.substr(at, page.find(end, at) - at));
+/// The texts of a page's cells, each with a bar after it.
+std::string cells(const std::string& page) {
+  std::string found;
+  for (size_t at = 0; (at = page.find("<CODE>", at)) != page.npos;) {
+    at += 6;
+    found += page.substr(at, page.find("</CODE>", at) - at) + '|';
   }
   return found;
 }
@@ -81,27 +78,25 @@ TEST(HtmlWriter, PageByteForByte) {
 }
 
 TEST(HtmlWriter, NumbersAreAsWideAsTheRowCountAndFillersHaveNone) {
-  WriterOptions options;
-  options.look.lineNumbers = LineNumbers::rows;
-  EXPECT_THAT(cells(pageOf("<>!", options)),
-              ElementsAre("1&nbsp;x&nbsp;", "&nbsp;&nbsp;&nbsp;", "&nbsp;&nbsp;&nbsp;", "2&nbsp;x&nbsp;",
-                          "3&nbsp;x&nbsp;", "3&nbsp;x&nbsp;"));
-  options.look.lineNumbers = LineNumbers::lines;
-  EXPECT_EQ(cells(pageOf("<=========", options)).front(), "&nbsp;1&nbsp;x&nbsp;");
-  EXPECT_EQ(cells(pageOf(">=========", options)).back(), "10&nbsp;x&nbsp;");
-  EXPECT_EQ(cells(pageOf(">=========", options)).rbegin()[1], "&nbsp;9&nbsp;x&nbsp;");
-  options.look.lineNumbers = LineNumbers::none;
-  EXPECT_THAT(cells(pageOf("<!", options)), ElementsAre("x&nbsp;", "&nbsp;", "x&nbsp;", "x&nbsp;"));
-  EXPECT_THAT(cells(pageOf(modelOf("="), "", "", options)), ElementsAre("&nbsp;", "&nbsp;"));
+  using enum LineNumbers;
+  const std::tuple<LineNumbers, const char*, const char*> cases[] = {
+      {rows, "<>!",
+       "1&nbsp;x&nbsp;|&nbsp;&nbsp;&nbsp;|&nbsp;&nbsp;&nbsp;|2&nbsp;x&nbsp;|3&nbsp;x&nbsp;|3&nbsp;x&nbsp;|"},
+      {lines, "<=========",
+       "&nbsp;1&nbsp;x&nbsp;|&nbsp;&nbsp;&nbsp;&nbsp;|&nbsp;2&nbsp;x&nbsp;|&nbsp;1&nbsp;x&nbsp;|"},
+      {none, "<!", "x&nbsp;|&nbsp;|x&nbsp;|x&nbsp;|"},
+  };
+  for (const auto& [numbers, pattern, expected] : cases) {
+    WriterOptions options;
+    options.look.lineNumbers = numbers;
+    EXPECT_THAT(cells(pageOf(pattern, options)), testing::StartsWith(expected)) << pattern;
+  }
 }
 
 TEST(HtmlText, EveryKindOfCharacter) {
-  const struct {
-    std::string_view line;
-    uint32_t tabStop;
-    const char* plain;
-    std::string marked;  // with white space shown; '.', '>' and '$' stand for its marks
-  } cases[] = {
+  // A line, its tab stop, its text, and the text with white space shown; '.', '>' and '$' stand for its
+  // marks.
+  const std::tuple<std::string_view, uint32_t, const char*, const char*> cases[] = {
       {"if (a && b<c) \"x\"->y;\n", 4, "if (a &amp;&amp; b&lt;c) \"x\"-&gt;y;&nbsp;",
        "if.(a.&amp;&amp;.b&lt;c).\"x\"-&gt;y;$"},
       // Single spaces at either end and beside a tab stay single spaces; runs alternate from their start.
@@ -118,33 +113,29 @@ TEST(HtmlText, EveryKindOfCharacter) {
       {std::string_view("\0\x1F\x7F\x80\xFF\t", 6), 4, "^@^_\x7F\x80\xFF&nbsp; &nbsp;",
        "^@^_\x7F\x80\xFF>&nbsp; "},
   };
-  for (const auto& c : cases) {
-    std::string plain = "\t", marked = "\t";  // what is there already has no say either
-    appendHtmlText(plain, c.line, {c.tabStop, false});
-    appendHtmlText(marked, c.line, {c.tabStop, true});
-    for (char& sign : marked)
-      sign = sign == '\xB7' ? '.' : sign == '\xBB' ? '>' : sign == '\xB6' ? '$' : sign;
-    EXPECT_EQ(plain, std::string("\t") + c.plain);
-    EXPECT_EQ(marked, "\t" + c.marked);
+  for (const auto& [line, tabStop, plain, marked] : cases) {
+    std::string html = "\t";  // what is there already has no say either
+    appendHtmlText(html, line, {tabStop, false});
+    EXPECT_EQ(html, std::string("\t") + plain);
+    html.clear();
+    appendHtmlText(html, line, {tabStop, true});
+    for (char& sign : html) sign = sign == '\xB7' ? '.' : sign == '\xBB' ? '>' : sign == '\xB6' ? '$' : sign;
+    EXPECT_EQ(html, marked);
   }
 }
 
 TEST(HtmlText, InAPageOfUtf8) {
-  const struct {
-    std::string line;
-    bool utf8Text;
-    std::string plain;
-  } cases[] = {
+  const std::tuple<std::string, bool, std::string> cases[] = {
       {"\xC3\xA9\xC3<\t", true, "\xC3\xA9\xC3\x83&lt;&nbsp;"},
       {"\xC3\xA9\x80\t", false, "\xC3\x83\xC2\xA9\xE2\x82\xAC&nbsp;"},
       {"\xE4\xB8\xAD\xC3\x83\t", true, "\xE4\xB8\xAD\xC3\x83&nbsp;"},
       {"<\xCC\x81\xCC\x81g \xCC\x81\t", true, "&lt;\xCC\x81\xCC\x81g \xCC\x81&nbsp;"},
       {"\xCC\x81\tx", true, "\xCC\x81&nbsp; &nbsp;x"},
   };
-  for (const auto& c : cases) {
+  for (const auto& [line, utf8Text, expected] : cases) {
     std::string html;
-    appendHtmlText(html, c.line, {4, false, true, c.utf8Text});
-    EXPECT_EQ(html, c.plain) << c.line;
+    appendHtmlText(html, line, {4, false, true, utf8Text});
+    EXPECT_EQ(html, expected) << line;
   }
   std::string html;
   appendHtmlText(html, " \t\n", {4, true, true, true});
@@ -161,9 +152,10 @@ TEST(HtmlText, InAPageOfUtf8) {
         {}};
     EXPECT_EQ(exportComparison(files, "page", writeHtml, comparison, {}), 0u);
     const std::string& page = files.files["page"].contents;
-    EXPECT_EQ(page.find("charset=utf-8") != page.npos, isUnicode(encoding));
-    EXPECT_EQ(page.find("<TITLE>\xC3\xA9&#233;") != page.npos, isUnicode(encoding));
-    EXPECT_EQ(cells(page).front(), isUnicode(encoding) ? "\xC3\xA9&nbsp;" : "\xE9&nbsp;");
+    const bool unicode = isUnicode(encoding);
+    EXPECT_EQ(page.find("charset=utf-8") != page.npos, unicode);
+    EXPECT_EQ(page.find("<TITLE>\xC3\xA9&#233;") != page.npos, unicode);
+    EXPECT_EQ(cells(page), unicode ? "\xC3\xA9&nbsp;|&nbsp;|" : "\xE9&nbsp;|&nbsp;|");
   }
 }
 

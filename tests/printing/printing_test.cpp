@@ -11,62 +11,40 @@ namespace merivane {
 namespace {
 
 TEST(PageGeometry, FollowsTheDevice) {
-  struct Case {
-    const char* device;
-    int32_t width, height, dpiX, dpiY, lineHeight;
-    PageGeometry page;
-  };
-  const Case cases[] = {
-      {"A4, 96 dpi", 793, 1122, 96, 96, 14, {48, 48, 697, 14, 69, 16, 28, 1010, 1012, 0}},
-      {"A4, laser", 4760, 6814, 600, 600, 83, {300, 300, 4160, 83, 70, 96, 166, 6118, 6131, 6}},
-      {"A4, laser, on its side", 6814, 4760, 600, 600, 83, {300, 300, 6214, 83, 46, 96, 166, 4064, 4077, 6}},
-      {"letter, 300 dpi", 2400, 3150, 300, 300, 42, {150, 150, 2100, 42, 63, 48, 84, 2802, 2808, 3}},
-      {"letter on its side, 1200 dpi, 25 %",
-       12600,
-       9600,
-       1200,
-       1200,
+  const std::tuple<const char*, PageDevice, int32_t, PageGeometry> cases[] = {
+      {"A4, 96 dpi", {793, 1122, 96, 96}, 14, {48, 48, 697, 14, 69, 16, 28, 1010, 1012, 0}},
+      {"A4, laser", {4760, 6814, 600, 600}, 83, {300, 300, 4160, 83, 70, 96, 166, 6118, 6131, 6}},
+      {"A4 on its side", {6814, 4760, 600, 600}, 83, {300, 300, 6214, 83, 46, 96, 166, 4064, 4077, 6}},
+      {"letter, 300 dpi", {2400, 3150, 300, 300}, 42, {150, 150, 2100, 42, 63, 48, 84, 2802, 2808, 3}},
+      {"letter on its side, 25 %",
+       {12600, 9600, 1200, 1200},
        42,
        {600, 600, 11400, 42, 196, 67, 84, 8333, 8358, 12}},
-      {"letter, matrix", 2880, 1935, 360, 180, 26, {180, 90, 2520, 26, 63, 30, 52, 1725, 1729, 3}},
-      {"receipt", 384, 812, 203, 203, 28, {101, 101, 182, 28, 17, 32, 56, 578, 582, 2}},
-      {"label lower than its lines", 600, 400, 300, 300, 120, {150, 150, 300, 120, 1, 126, 240, -26, -20, 3}},
-      {"narrower than its margins", 150, 3000, 300, 300, 42, {150, 150, 1, 42, 60, 48, 84, 2652, 2658, 3}},
+      {"letter, matrix", {2880, 1935, 360, 180}, 26, {180, 90, 2520, 26, 63, 30, 52, 1725, 1729, 3}},
+      {"receipt", {384, 812, 203, 203}, 28, {101, 101, 182, 28, 17, 32, 56, 578, 582, 2}},
+      {"lower than its lines", {600, 400, 300, 300}, 120, {150, 150, 300, 120, 1, 126, 240, -26, -20, 3}},
+      {"narrower than its margins", {150, 3000, 300, 300}, 42, {150, 150, 1, 42, 60, 48, 84, 2652, 2658, 3}},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(pageGeometry({c.width, c.height, c.dpiX, c.dpiY}, c.lineHeight), c.page) << c.device;
-  }
+  for (const auto& [name, device, lineHeight, page] : cases)
+    EXPECT_EQ(pageGeometry(device, lineHeight), page) << name;
 }
 
-TEST(PageGeometry, CountsPagesAndClipsRanges) {
+TEST(PageGeometry, CountsPagesClipsRangesAndScalesWhatIsTyped) {
   PageGeometry page = {};
   page.linesPerPage = 70;
   for (const auto& [lines, pages] :
-       {std::pair(0u, 1u), {1, 1}, {70, 1}, {71, 2}, {1'400'000, 20'000}, {0xFFFFFFFF, 61'356'676}}) {
+       {std::pair(0u, 1u), {70, 1}, {71, 2}, {1'400'000, 20'000}, {0xFFFFFFFF, 61'356'676}}) {
     EXPECT_EQ(pageCount(lines, page), pages) << lines;
   }
-  const std::pair<PageRange, PageRange> ranges[] = {{{1, 65535}, {1, 12}}, {{3, 5}, {3, 5}},
-                                                    {{5, 3}, {3, 5}},      {{12, 99}, {12, 12}},
-                                                    {{13, 99}, {12, 12}},  {{0, 0}, {1, 1}}};
+  const std::pair<PageRange, PageRange> ranges[] = {
+      {{1, 65535}, {1, 12}}, {{5, 3}, {3, 5}}, {{13, 99}, {12, 12}}, {{0, 0}, {1, 1}}};
   for (const auto& [wanted, printed] : ranges) EXPECT_EQ(clippedRange(wanted, 12), printed) << wanted.first;
-}
-
-TEST(PageGeometry, ScalesWhatIsTyped) {
   EXPECT_EQ(printedFontHeight(8, 600, 100), 67);
   EXPECT_EQ(printedFontHeight(8, 600, 75), 50);  // 50.25, toward zero
-  EXPECT_EQ(printedFontHeight(10, 96, 25), 3);
-  for (const auto& [typed, scale] : {std::pair("80", 80),
-                                     {" 33 % ", 33},
-                                     {"24", 25},
-                                     {"0", 25},
-                                     {"-5", 25},
-                                     {"101", 100},
-                                     {"99999999999999999999", 100},
-                                     {"", 60},
-                                     {"wide", 60},
-                                     {"80x", 60}}) {
-    EXPECT_EQ(typedScale(typed, 60), scale) << typed;
-  }
+  const std::pair<const char*, int> scales[] = {{"80", 80}, {" 33 % ", 33}, {"24", 25},
+                                                {"-5", 25}, {"101", 100},   {"99999999999999999999", 100},
+                                                {"", 60},   {"80x", 60}};
+  for (const auto& [typed, scale] : scales) EXPECT_EQ(typedScale(typed, 60), scale) << typed;
 }
 
 TEST(PageGeometry, PanesStandAsOnTheScreen) {
@@ -93,15 +71,11 @@ TEST(PageGeometry, PanesStandAsOnTheScreen) {
 TEST(PrintedLines, HoldTheSectionsOfAnExport) {
   using Stretches = std::vector<PrintedLines::Stretch>;
   const DiffModel model = modelOf("========<<==!=======>>");
-  const PrintedLines all(model, ExportScope::everything);
-  EXPECT_EQ(all.count(), 22u);
+  const PrintedLines all(model, ExportScope::everything), context(model, ExportScope::context),
+      differences(model, ExportScope::differences);
   EXPECT_EQ(all.stretches(20, 40), (Stretches{{20, false, {20, 22}}}));
-  const PrintedLines context(model, ExportScope::context);
-  EXPECT_EQ(context.count(), 1 + 11u + 1 + 5);
   EXPECT_EQ(context.stretches(10, 14),
             (Stretches{{10, false, {14, 16}}, {12, true, {17, 22}}, {13, false, {17, 18}}}));
-  const PrintedLines differences(model, ExportScope::differences);
-  EXPECT_EQ(differences.stretches(0, 3), (Stretches{{0, true, {8, 10}}, {1, false, {8, 10}}}));
   EXPECT_EQ(differences.stretches(4, 6), (Stretches{{4, false, {12, 13}}, {5, true, {20, 22}}}));
   EXPECT_EQ(PrintedLines(modelOf("===="), ExportScope::context).count(), 0u);
 
@@ -120,52 +94,45 @@ TEST(PrintedLines, HoldTheSectionsOfAnExport) {
   }
 }
 
-TEST(PreviewView, ShowsThePageInThePane) {
-  const PageDevice a4 = {4760, 6814, 600, 600, 4960, 7016, 100, 100};
-  PreviewView view;
-  view.setPages(a4, 20'000);
-  view.resize(616, 858, 96);  // a border of 8 around the sheet
-  EXPECT_EQ(view.percent(), 75);
-  EXPECT_EQ(view.vertical().max(), 0);
-  EXPECT_NEAR(view.sheetHeight(), 842, 1);
-  EXPECT_NEAR(view.sheetLeft(), (616 - 595) / 2, 1);
-  EXPECT_FALSE(view.canGoBack());
-  view.pageDown();
-  EXPECT_EQ(view.page(), 2u);
-  view.goTo(1'000'000);
-  EXPECT_EQ(view.page(), 20'000u);
-  EXPECT_FALSE(view.canGoOn());
+/// The page's number, the sheet's left edge, size and scale, and how far it is scrolled.
+std::string shown(const PreviewView& view) {
+  std::string text = "page " + std::to_string(view.page()) + ":";
+  for (const int32_t number :
+       {view.sheetLeft(), view.sheetWidth(), view.sheetHeight(), view.percent(), view.horizontal().position,
+        view.horizontal().max(), view.vertical().position, view.vertical().max()})
+    text += " " + std::to_string(number);
+  return text;
+}
 
+TEST(PreviewView, ShowsThePageInThePane) {
+  PreviewView view;
+  view.setPages({4760, 6814, 600, 600, 4960, 7016, 100, 100}, 20'000);  // A4
+  view.resize(616, 858, 96);                                            // a border of 8 around the sheet
+  EXPECT_FALSE(view.canGoBack());
+  EXPECT_EQ(shown(view), "page 1: 10 595 842 75 0 0 0 0");
+  view.goTo(1'000'000);
+  EXPECT_FALSE(view.canGoOn());
   view.setZoom({ZoomKind::width});
-  EXPECT_NEAR(view.sheetWidth(), 600, 1);
-  EXPECT_EQ(view.horizontal().max(), 0);
+  EXPECT_EQ(shown(view), "page 20000: 8 600 848 76 0 0 0 6");
   view.setZoom({ZoomKind::percent, 100});
-  EXPECT_NEAR(view.sheetWidth(), 793, 1);
-  EXPECT_NEAR(view.sheetHeight(), 1122, 1);
-  EXPECT_EQ(view.vertical().position, 0);
-  EXPECT_NEAR(view.horizontal().position, view.horizontal().max() / 2, 1);
+  EXPECT_EQ(shown(view), "page 20000: -89 793 1122 100 97 193 0 280");
   view.pageUp();  // from its top to the page before, at its end
-  EXPECT_EQ(view.page(), 19'999u);
-  EXPECT_EQ(view.vertical().position, view.vertical().max());
+  EXPECT_EQ(shown(view), "page 19999: -89 793 1122 100 97 193 280 280");
   view.wheel(-100);
-  EXPECT_EQ(view.vertical().position, view.vertical().max() - 100);
+  EXPECT_EQ(shown(view), "page 19999: -89 793 1122 100 97 193 180 280");
   view.wheel(1000);
   view.wheel(1000);
-  EXPECT_EQ(view.page(), 20'000u);
   view.scrollTo(-5, 1'000'000);
-  EXPECT_EQ(view.horizontal().position, 0);
-  EXPECT_EQ(view.vertical().position, view.vertical().max());
+  EXPECT_EQ(shown(view), "page 20000: 8 793 1122 100 0 193 280 280");
   view.zoomIn();
   EXPECT_EQ(view.zoom(), (Zoom{ZoomKind::percent, 125}));
   for (int i = 0; i < 20; ++i) view.zoomOut();
-  EXPECT_EQ(view.percent(), 10);
-  EXPECT_EQ(view.vertical().position, 0);
+  EXPECT_EQ(shown(view), "page 20000: 268 79 112 10 0 0 0 0");
 
   // Fewer pages, on their sides: the page is the nearest there is.
   view.setZoom({});
   view.setPages({6814, 4760, 600, 600, 7016, 4960, 100, 100}, 7);
-  EXPECT_EQ(view.page(), 7u);
-  EXPECT_NEAR(view.sheetWidth(), 600, 1);
+  EXPECT_EQ(shown(view), "page 7: 8 600 424 53 0 0 0 0");
   view.resize(0, 0, 144);
   EXPECT_EQ(view.percent(), 0);
 }
