@@ -23,16 +23,6 @@
 namespace merivane {
 namespace {
 
-/// Starts a new file and waits to be ended.
-[[noreturn]] void writeUntilEnded(const std::string& path, int ready) {
-  removeUnfinishedFilesOnSignals();
-  std::unique_ptr<OutputFile> file;
-  char outcome = systemFiles().create(path, file) == 0 && file->write("unfinished") == 0 ? 'y' : 'n';
-  outcome = ::write(ready, &outcome, 1) == 1 ? outcome : 'n';
-  while (outcome == 'y') ::pause();
-  ::_exit(1);
-}
-
 TEST(Process, EndedFromOutsideLeavesNoFileBeside) {
   const ScratchFolder folder;
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
@@ -42,11 +32,15 @@ TEST(Process, EndedFromOutsideLeavesNoFileBeside) {
     const pid_t child = ::fork();
     if (child == 0) {
       ::signal(signal, SIG_DFL);
-      writeUntilEnded(folder.at("page"), ready[1]);
+      removeUnfinishedFilesOnSignals();
+      std::unique_ptr<OutputFile> file;
+      const bool begun = systemFiles().create(folder.at("page"), file) == 0 && file->write("unfinished") == 0;
+      while (begun && ::write(ready[1], "y", 1) == 1) ::pause();
+      ::_exit(1);
     }
+    ::close(ready[1]);
     char outcome = 'n';
-    EXPECT_EQ(::read(ready[0], &outcome, 1), 1);
-    EXPECT_EQ(outcome, 'y');
+    EXPECT_EQ(::read(ready[0], &outcome, 1), 1) << "the file is begun";
     EXPECT_EQ(folder.filesThere(), 1);
     ::kill(child, signal);
     int status = 0;
@@ -55,7 +49,6 @@ TEST(Process, EndedFromOutsideLeavesNoFileBeside) {
     EXPECT_EQ(WTERMSIG(status), signal) << "the caller sees what ended it";
     EXPECT_EQ(folder.filesThere(), 0);
     ::close(ready[0]);
-    ::close(ready[1]);
   }
 }
 

@@ -40,8 +40,6 @@ TEST_F(RunFoldersTest, EveryFormatTellsTheSame) {
             "Changed: 1, Old: 1, New: 1, Same: 1\n");
   EXPECT_EQ(run({"--color=always", "--show=same,new"}), 1);
   EXPECT_EQ(output_, "\x1b[32mNew      come\x1b[m\nSame     same\nChanged: 1, Old: 1, New: 1, Same: 1\n");
-  EXPECT_EQ(run({"--format=summary"}), 1);
-  EXPECT_EQ(output_, "Changed: 1, Old: 1, New: 1, Same: 1\n");
   EXPECT_EQ(run({"--format=json", "--contents=quick"}), 1);
   EXPECT_EQ(output_,
             "{\"oldPath\":\"O\",\"newPath\":\"N\",\"counts\":{\"old\":1,\"new\":1,\"changed\":1,\"same\":1,"

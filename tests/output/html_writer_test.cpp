@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <string>
 
 #include "output/html_text.h"
@@ -166,19 +167,12 @@ TEST(Sections, ShowEveryDifferenceAloneOrWithThreeRowsAround) {
     while (pattern.size() < random.below(60))
       pattern += std::string(random.below(9), "==<>!"[random.below(5)]);
     // Sections end with a bar.
-    std::string context, differences;
-    for (size_t begin = 0, end; begin < pattern.size(); begin = end) {
-      end = std::min(pattern.find_first_not_of(pattern[begin], begin), pattern.size());
-      const std::string run = pattern.substr(begin, end - begin);
-      if (run[0] != '=') differences += run + '|';
-      if (run[0] != '=' || run.size() < 6) {
-        context += run;
-      } else {
-        context += std::string(begin == 0 ? "" : "===|") + (end == pattern.size() ? "" : "===");
-      }
-    }
-    if (differences.empty()) context.clear();
-    if (!context.empty() && !context.ends_with('|')) context += '|';
+    const bool differs = pattern.find_first_not_of('=') != pattern.npos;
+    static const std::regex longEqual("={6,}"), difference("=*(<+|>+|!+)=*");
+    std::string context = differs ? std::regex_replace(pattern, longEqual, "===|===") + '|' : "";
+    if (differs && pattern.starts_with("======")) context.erase(0, 4);
+    if (differs && pattern.ends_with("======")) context.resize(context.size() - 4);
+    const std::string differences = differs ? std::regex_replace(pattern, difference, "$1|") : "";
     const DiffModel model = modelOf(pattern);
     const auto shown = [&](ExportScope scope) {
       std::string sections;
