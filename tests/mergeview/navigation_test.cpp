@@ -4,7 +4,6 @@
 
 #include "mergeview/navigation.h"
 #include "tests/mergeview/walk.h"
-#include "tests/support/row_pattern.h"
 
 namespace merivane {
 namespace {
@@ -94,16 +93,6 @@ TEST(Navigation, MarksWithinChangedRowsAreGoneTo) {
   other[150] = 'b';
   EditRun run("x\n" + line, "x\n" + other);
   expectWalk(run, "next-difference (1,0 left 121) next-mark (1,150 left 121) home (1,0)");
-}
-
-TEST(Navigation, TheNearestDifferenceIsFound) {
-  // For each row the first row of what is found from there; midway the one above.
-  const DiffModel model = modelOf("!=>><===!=");
-  std::string found;
-  for (uint32_t row = 0; row < model.rowCount(); ++row) {
-    found += std::to_string(nearestDifference(model, row).value_or(RowRange{}).begin);
-  }
-  EXPECT_EQ(found, "0022444888");
 }
 
 TEST(Navigation, TheMousePlacesAndSelects) {

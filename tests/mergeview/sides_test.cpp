@@ -88,14 +88,8 @@ TEST_F(EditedFileTest, ComesBackInItsEncodingAndTakesWhatIsInserted) {
     std::string_view contents, inserted, saved;
     TextEncoding then;
   } cases[] = {
-      {ascii, "a\r\nb", "\xC3\xA9",
-       "\xC3\xA9"
-       "a\r\nb",
-       utf8},
-      {singleByte, "a dozen cafes: caf\xE9", "\xC3\xA9",
-       "\xC3\xA9"
-       "a dozen cafes: caf\xE9",
-       singleByte},
+      {ascii, "x\r\nb", "\xC3\xA9", "\xC3\xA9x\r\nb", utf8},
+      {singleByte, "plenty of cafes: caf\xE9", "\xC3\xA9", "\xC3\xA9plenty of cafes: caf\xE9", singleByte},
       {utf8Marked, "\xEF\xBB\xBF\xEF\xBB\xBF\xFFtwice", "x", "\xEF\xBB\xBFx\xEF\xBB\xBF\xFFtwice",
        utf8Marked},
       {utf16Le,

@@ -6,7 +6,6 @@
 
 #include "base/utf16.h"
 #include "tests/support/edit_run.h"
-#include "tests/support/row_pattern.h"
 
 namespace merivane {
 namespace {
@@ -56,7 +55,6 @@ TEST(SpokenText, TheCaretIsWhereItShows) {
   const SpokenText characters(wide.view());
   EXPECT_EQ(characters.selectionBegin(), 2u) << "a character of two units";
   EXPECT_EQ(characters.selectionEnd(), 5u) << "one with a mark";
-  EXPECT_EQ(characters.text(), u"\U0001F600e\u0301x\uFFFDy");
   EXPECT_EQ(characters.placeOf(3).position, 4u) << "the start of the character";
 
   // The reader moves it, too, and finds it again wherever there is text.
@@ -94,18 +92,8 @@ TEST(SpokenText, NoMoreIsToldThanAReaderNeeds) {
     wide.view().moveCaret(0, at, false);
     const SpokenText spoken(wide.view());
     EXPECT_LE(spoken.size(), 3 * 1024u + 3);
-    EXPECT_EQ(spoken.placeOf(spoken.caret()).position, at);
     EXPECT_EQ(utf8Text(spoken.text().substr(spoken.caret(), 1024)), line.substr(at, 1024));
   }
-}
-
-TEST(SpokenText, ADifferenceIsToldByNumberAndKind) {
-  const DiffModel model = modelOf("<==!!>><>=!");
-  const std::pair<uint32_t, const char*> expected[] = {{0, "Difference 1 of 6: 1 line only on the left"},
-                                                       {1, ""},
-                                                       {4, "Difference 2 of 6: 2 lines changed"},
-                                                       {5, "Difference 3 of 6: 2 lines only on the right"}};
-  for (const auto& [row, told] : expected) EXPECT_EQ(differenceText(model, row), told) << row;
 }
 
 }  // namespace

@@ -34,17 +34,12 @@ TEST(CommandLine, WhatIsAskedForIsDoneOrSaid) {
       {{"a", "missing\\%1"}, notFound + "missing\\%1"},
       {{"", "a"}, notFound},
       {{"con"}, notFound + "con"},
-      {{"nul", "a"}, "2: C:\\nul, C:\\a"},
       {{"a", "/dev/null"}, "2: C:\\a, C:\\nul"},
       {{"a", "d"}, "A file cannot be compared with a folder:\na\nd\n\n" + help},
       {{"d", "e"}, "2: C:\\d, C:\\e in a folder window"},
       {{"/title1", "/x", "a", "--ReadOnly2", "-title2", "", "b"}, "2: C:\\a as /x, C:\\b read-only"},
       {{"a", "b", "/title2"}, "A name must come after this option:\n/title2\n\n" + help},
   };
-  const StartAction mistyped = readArguments({"a", "missing"}, files);
-  EXPECT_EQ(mistyped.kind, StartAction::Kind::notFound);
-  EXPECT_EQ(mistyped.sides[0].path + ", " + mistyped.sides[1].path, "C:\\a, C:\\missing")
-      << "to be mended in the boxes";
   for (const auto& [arguments, answer] : cases) {
     const auto [kind, window, sides, message] = readArguments(arguments, files);
     const auto shown = [](const GivenSide& side) {
@@ -88,8 +83,6 @@ TEST(MenuState, EachFactDecidesAboutItsOwnCommands) {
   using S = Settings;
   const Commands copies = {copyLineLeft, copyDiffLeft, copyLineRight, copyDiffRight};
   const std::pair<void (*)(W&, S&), Commands> cases[] = {
-      {[](W& w, S&) { w.hasSelection = false; }, {cut, copy}},
-      {[](W& w, S&) { w.hasDifferences = false; }, {prevDiff, nextDiff, prevMark, nextMark}},
       {[](W& w, S&) { w.showsComparison = false; }, {exportResults, printPreview, print}},
       {[](W& w, S&) { w.offered = {deleteNew}; },
        {compareEntries, copyToOld, copyToNew, deleteOld, deleteBoth}},
@@ -99,7 +92,6 @@ TEST(MenuState, EachFactDecidesAboutItsOwnCommands) {
       {[](W& w, S&) { w.readOnly[0] = true; },
        {replaceLeft, copyLineLeft, copyDiffLeft, cut, paste, deleteText, deleteLine, deleteDiff}},
       {[](W& w, S&) { w.caretRow = RowStatus::same; }, copies},
-      {[](W& w, S&) { w.caretRow = std::nullopt; }, copies},
       {[](W& w, S&) { w.caretRow = RowStatus::rightOnly; },
        {copyLineRight, copyDiffRight, deleteLine, deleteDiff}},
       {[](W& w, S&) { w.caretRow = RowStatus::leftOnly, w.activeSide = 1; },

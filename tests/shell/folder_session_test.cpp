@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "base/paths.h"
-#include "folders/icon_key.h"
 #include "operations/journal.h"
 #include "shell/interrupted_operations.h"
 #include "tests/support/memory_trees.h"
@@ -277,29 +276,6 @@ TEST_F(FolderSessionTest, TheNextStartAsksAboutWhatWasInterrupted) {
   EXPECT_EQ(fileOf("O/a.txt").contents, "of N");
   offerInterruptedOperations(window_, files_, disk_);
   EXPECT_EQ(window_.said(), "");
-}
-
-TEST(IconKey, FilesOfATypeShareAnIconAndProgramsHaveTheirOwn) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"C:\\a\\b.txt", ".txt"},  {"C:\\a.d\\b.tar.gz", ".gz"}, {"C:\\a\\B.EXE", "C:\\a\\B.EXE"},
-      {"C:\\a.d\\makefile", ""}, {"C:\\a\\.profile", ""},
-  };
-  for (const auto& [path, key] : cases) EXPECT_EQ(iconKey(path).value_or(""), key) << path;
-}
-
-TEST(IconKey, LocationsNameAFileAndANumber) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"C:\\x,y\\shell32.dll,-152", "C:\\x,y\\shell32.dll -152"},
-      {"\"%SystemRoot%\\a b.dll\", 3", "%SystemRoot%\\a b.dll 3"},
-      {"a.exe,0", "a.exe 0"},
-      {",1", ""},
-      {"a.exe,", ""},
-      {"a.exe,x", ""},
-  };
-  for (const auto& [text, expected] : cases) {
-    const auto found = parseIconLocation(text);
-    EXPECT_EQ(found ? found->file + ' ' + std::to_string(found->number) : "", expected) << text;
-  }
 }
 
 }  // namespace

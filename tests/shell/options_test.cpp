@@ -77,10 +77,6 @@ TEST(Options, WhatAnotherMakesVoidIsGreyedAndKept) {
   for (const int control : {10102, 10103, 10104}) {
     EXPECT_EQ(shown(control, settings), OptionState{.enabled = false}) << control;
   }
-  const CompareOptions all = settings.compareOptions();
-  settings.ignoreBlanks2 &= ~kIgnoreBlanksAtEnd;
-  EXPECT_EQ(settings.compareOptions(), all) << "which compares the same";
-  settings.ignoreBlanks2 |= kIgnoreBlanksAtEnd;
   check(10101, false, settings);
   EXPECT_EQ(settings.compareOptions(), some);
   for (const auto& [control, on] : {std::pair(10102, true), {10103, false}, {10104, true}}) {

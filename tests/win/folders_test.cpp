@@ -158,14 +158,10 @@ TEST_F(FoldersTest, FourListsShowWhatWasFound) {
   EXPECT_SOON(window.selected(), "1 entry, 3 bytes");
   press(VK_RETURN);
   const TextWindow text(*program_, program_->window("CompareWindow"));
-  EXPECT_FALSE(text.compared().empty());
-  EXPECT_EQ(text.title(), "Merivane - [deep.txt, deep.txt]");
-  EXPECT_SOON(window.title(), "Merivane - [old*, new*]");
+  EXPECT_SOON(text.title(), "Merivane - [deep.txt, deep.txt]");
   ASSERT_TRUE(text.activate());
   press(VK_F8, {VK_CONTROL});
   EXPECT_SOON(text.title(), "Merivane - [both.txt, both.txt]");
-  press(VK_F8, {VK_CONTROL});
-  EXPECT_SOON(text.help(), "There are no more changed files.");
   EXPECT_SOON(window.rows(), "sub\\deep.txt (larger), compared\nboth.txt (larger), compared\n");
   text.run(Command::compareParents);
   EXPECT_SOON(window.help(), "Changed: 2, Old: 1, New: 1, Same: 1");

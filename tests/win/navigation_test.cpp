@@ -41,10 +41,6 @@ TEST_F(NavigationTest, Keys) {
     press(key, held);
     EXPECT_SOON(window.caret(), caret) << "after key " << key;
   }
-  press(VK_NEXT);
-  EXPECT_TRUE(waitUntil([&] { return window.row() > 10; }));
-  press(VK_PRIOR);
-  EXPECT_SOON(window.row(), 1);
   const HWND bar = childOf(window.handle(), "ScrollBar");
   EXPECT_FALSE(IsWindowEnabled(bar)) << "there is nothing to scroll to sideways";
   type(std::string(200, 'x'));

@@ -182,8 +182,6 @@ TEST_F(PrintingTest, Preview) {
   SendMessageA(item(105), CB_SETCURSEL, 6, 0);  // 50 %
   SendMessageA(preview, WM_COMMAND, MAKEWPARAM(105, CBN_SELCHANGE), 0);
   EXPECT_EQ(page(), "<< Page 11 of 11");
-  SendMessageA(pane, WM_CHAR, '+', 0);
-  EXPECT_GE(SendMessageA(item(106), CB_GETCURSEL, 0, 0), 2) << "a percentage";
   // Printing from here, cancelled, leaves everything usable.
   PostMessageA(item(100), BM_CLICK, 0, 0);
   EXPECT_TRUE(pressButton(program_->dialog("Print"), IDCANCEL));
