@@ -36,8 +36,8 @@ if(WIN32)
   endif()
 endif()
 
-# The standard headers are read once instead of once a file: that is most of a build. The sanitizer presets
-# do without, so that a header that a file forgets to include is still found.
+# The standard headers are read once instead of once a file: that is most of a build. The fuzz preset
+# does without, so that a header that a file forgets to include is still found.
 option(MERIVANE_PRECOMPILE "Precompile the standard library's headers" ON)
 set(standard_headers <algorithm> <array> <atomic> <cstddef> <cstdint> <cstdlib> <cstring> <functional>
   <memory> <new> <optional> <span> <string> <string_view> <utility> <vector>)

@@ -11,7 +11,8 @@ constexpr BitBlock kNoGrowth{{~uint64_t{0}, ~uint64_t{0}, ~uint64_t{0}, ~uint64_
 
 void setColumn(BitBlock* row, int32_t column) {
   const auto at = static_cast<uint32_t>(column);
-  row->words[at / BitBlock::kWordColumns] |= uint64_t{1} << (at % BitBlock::kWordColumns);
+  row[at / BitBlock::kColumns].words[at % BitBlock::kColumns / BitBlock::kWordColumns] |=
+      uint64_t{1} << (at % BitBlock::kWordColumns);
 }
 
 }  // namespace

@@ -194,8 +194,9 @@ TEST_F(SystemFilesTest, ListsAFolderInOneGo) {
   fs::permissions(path / "locked", fs::perms(0222), fs::perm_options::remove);
   fs::create_directory(path / "sub");
   // Half a second before a whole one of 1969. The library of Windows sets whole seconds.
-  fs::last_write_time(path / "a b", fs::file_time_type::clock::from_sys(
-                                        std::chrono::sys_time(std::chrono::milliseconds(-86'400'500))));
+  fs::last_write_time(path / "a b",
+                      fs::file_time_type::clock::from_sys(std::chrono::sys_time<std::chrono::milliseconds>(
+                          std::chrono::milliseconds(-86'400'500))));
   std::string expected = "a b: file 4 at -86400\nlocked: file 0 read-only\nsub: folder\n";
 #ifndef _WIN32
   // Of links it tells what they lead to; of one that leads nowhere, why.
