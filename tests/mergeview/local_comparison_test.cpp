@@ -27,7 +27,6 @@ TEST(LocalComparison, WindowReachesFortyRowsAndTwentyMoreThatDiffer) {
       {rows(200), {100, 120}, {60, 160}},
       // At the ends.
       {rows(200), {39, 40}, {0, 80}},
-      {rows(200), {160, 161}, {120, 200}},
       // On through what differs, the first equal row included.
       {rows(55) + rows(6, '<') + rows(139), {100, 101}, {54, 141}},
       {rows(140) + rows(5, '!') + rows(55), {100, 101}, {60, 146}},

@@ -33,7 +33,6 @@ TEST(CommandLine, WhatIsAskedForIsDoneOrSaid) {
       {{"a", "b", "missing"}, text(TextId::tooManyPaths) + ("\n\n" + help)},
       {{"a", "missing\\%1"}, notFound + "missing\\%1"},
       {{"", "a"}, notFound},
-      {{"con"}, notFound + "con"},
       {{"a", "/dev/null"}, "2: C:\\a, C:\\nul"},
       {{"a", "d"}, "A file cannot be compared with a folder:\na\nd\n\n" + help},
       {{"d", "e"}, "2: C:\\d, C:\\e in a folder window"},

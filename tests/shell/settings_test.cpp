@@ -165,15 +165,13 @@ TEST_F(SettingsTest, DefaultsDependOnTheSystem) {
   EXPECT_EQ(loaded().fontFace, "Courier New");
   store.SetString("FontFace", "Arial");
   EXPECT_EQ(loaded().fontFace, "Arial");
-  store.SetString("SessionWindow", "0,1000,0,1100,64");  // off the screen
-  EXPECT_EQ(loaded().sessionWindow, Settings().sessionWindow);
 }
 
 TEST_F(SettingsTest, TipsTakeTurnsFromRunToRun) {
   const std::string_view tips = "One\r\nTwo\\nlines\\ \\\\here\t7\r\nThree\tx\r\n";
   const Tip first{"One"}, second{"Two\nlines here", 7}, third{"Three"};
   const std::tuple<int32_t, Tip, int32_t> cases[] = {
-      {1, second, 2}, {2, third, 0}, {3, first, 1}, {99, first, 1}, {-1, first, 1}};
+      {1, second, 2}, {2, third, 0}, {3, first, 1}, {-1, first, 1}};
   for (const auto& [index, tip, nextIndex] : cases) {
     store.SetNumber("TipOfTheDay.TipIndex", index);
     TipsOfTheDay run(tips, store);

@@ -76,9 +76,8 @@ TEST(WindowList, AComparisonFindsItsWindow) {
   using Window = std::optional<WindowId>;
   const std::tuple<std::vector<ListedWindow>, WindowChoice, Window, Window> cases[] = {
       // Target, force and reuse, and the windows that texts and folders go to, if not to new ones.
-      {none, {{}, false, true}, {}, {}}, {none, {9, true, true}, 9, {}},   {used, {{}, false, false}, {}, {}},
-      {used, {{}, false, true}, 1, 1},   {used, {{}, true, true}, {}, {}}, {used, {9, false, true}, 9, 9},
-      {fresh, {{}, false, false}, 2, 2}, {fresh, {{}, true, true}, 2, {}},
+      {none, {9, true, true}, 9, {}}, {used, {{}, false, false}, {}, {}}, {used, {{}, false, true}, 1, 1},
+      {used, {9, false, true}, 9, 9}, {fresh, {{}, false, false}, 2, 2},  {fresh, {{}, true, true}, 2, {}},
   };
   for (const auto& [windows, choice, text, folder] : cases) {
     EXPECT_EQ(chooseWindow(WindowKind::text, windows, choice), text);

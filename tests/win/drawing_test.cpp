@@ -55,7 +55,6 @@ TEST_F(DrawingTest, EveryRowOnBothSides) {
   // Of the changed row, the characters that differ stand inverted on a darker ground.
   const COLORREF darker = RGB(0xF0 * 60 / 100, 0xCA * 60 / 100, 0xA6 * 60 / 100);
   EXPECT_TRUE(pictureOfClient(window.view()).shows(darker, 7 * height_, 8 * height_));
-  EXPECT_FALSE(pictureOfClient(window.view()).shows(darker, 0, 7 * height_));
   EXPECT_SOON(rowsAt(window.summary(), 10).substr(1), "-l-rr-c-") << "the caret's row is marked";
   // A selection is inverted, whatever the ground.
   press('A', {VK_CONTROL});
