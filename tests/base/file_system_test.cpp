@@ -46,6 +46,7 @@ TEST_F(SystemFilesTest, TellsWhatAPathNamesAndWhenItWasWritten) {
     EXPECT_EQ(IsFolder(name), kind == FileKind::folder) << name;
     EXPECT_EQ(files_.stamp(name).exists, isFile) << name;
   }
+  EXPECT_TRUE(files_.isWritable(at("file")));
   const FileStamp stamp = files_.stamp(at("file"));
   EXPECT_EQ(stamp.size, 4u);
   fs::last_write_time(path / "file", fs::last_write_time(path / "file") + std::chrono::seconds(2));
@@ -251,9 +252,8 @@ TEST_F(SystemFilesTest, KeepsModeOwnerAndLinks) {
   EXPECT_EQ(contents("file"), "other");
   struct stat status;
   ASSERT_EQ(::stat(at("file").c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 07777, mode_t{0751});
-  EXPECT_EQ(status.st_uid, isSuperUser ? uid_t{1234} : ::geteuid());
-  EXPECT_EQ(status.st_gid, isSuperUser ? gid_t{2345} : ::getegid());
+  EXPECT_EQ(std::tuple(status.st_mode & 07777, status.st_uid, status.st_gid),
+            isSuperUser ? std::tuple(0751u, 1234u, 2345u) : std::tuple(0751u, ::geteuid(), ::getegid()));
 
 #ifdef __linux__
   ASSERT_EQ(::setxattr(at("file").c_str(), "user.note", "mine", 4, 0), 0);

@@ -11,9 +11,8 @@ TEST(MessageFormat, PlaceholdersConversionsAndEscapes) {
       {"%4 and %11 are left out", " and  are left out"},
       {"%1%%, a%nb%.%!, 100%", "one%, a\nb.!, 100%"},
       {"ends%0 here", "ends"},
-      {"%1!s!, %2!ld! %2!i! %2!lld! %2!I64X!", "one, -2 -2 -2 FFFFFFFE"},
-      {"%2!u! %2!x! %2!08lX!", "4294967294 fffffffe FFFFFFFE"},
-      {"[%2!5d!|%2!-5d!|%2!05ld!|%2!+d!]", "[   -2|-2   |-0002|-2]"},
+      {"%1!s!, %2!ld!, %2!I64X!", "one, -2, FFFFFFFE"},
+      {"[%2!u! %2!08lX!|%2!-5d!|%2!05ld!]", "[4294967294 FFFFFFFE|-2   |-0002]"},
       {"[%1!6s!|%1!-6s!|%1!.2s!]", "[   one|one   |on]"},
       {"%1!ld", "one!ld"},  // not a conversion without its end
   };

@@ -1,12 +1,8 @@
 #include "engine/comparison.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "base/system_error.h"
-#include "engine/row_builder.h"
 #include "tests/support/comparison_oracle.h"
 #include "tests/support/failing_allocator.h"
 #include "tests/support/memory_files.h"
@@ -91,12 +87,6 @@ TEST(Comparison, LeavesTheModelWhenMemoryRunsOutOrItIsStopped) {
   for (const std::string_view right : {texts[0], texts[1], std::string_view()}) {
     EXPECT_EQ(compareTexts(texts[0], right, {}, &abort, model), Result::cancelled);
     EXPECT_EQ(patternOf(model), "<><");
-    // The flag may also be raised between the search and the rows.
-    const LineTable left = tableLines(texts[0], {}), other = tableLines(right, {});
-    EditScript script;
-    ASSERT_TRUE(findEditScript(std::span(left.keys), std::span(other.keys), nullptr, script));
-    DiffModel rows;
-    EXPECT_FALSE(buildRows({texts[0], right}, {left.starts, other.starts}, script, {}, {}, &abort, rows));
   }
 }
 
@@ -202,55 +192,6 @@ TEST_F(ComparisonOfFiles, LargeOnesAreWorkedOnSideBySideAndAlike) {
   ASSERT_GT(left.size() + right.size(), 300000u);
   ASSERT_TRUE(compare("a", "b").succeeded());
   expectReferenceRows(comparison_.model, left, right, {});
-}
-
-TEST(DiffModel, IsAfterEveryEditWhatItsRowsMakeAnew) {
-  Random random(7);
-  std::string pattern;
-  const auto sizeOf = [&pattern](int side) {
-    return 2 * static_cast<uint32_t>(pattern.size() - std::count(pattern.begin(), pattern.end(), "><"[side]));
-  };
-  DiffModel model;
-  EXPECT_EQ(model.rowAtPosition(0, 0), -1);
-  for (int step = 0; step < 4000; ++step) {
-    const auto count = static_cast<uint32_t>(pattern.size()), begin = random.below(count + 1);
-    const RowRange range{begin, begin + std::min(random.below(12), count - begin)};
-    const uint32_t sizes[2] = {sizeOf(0), sizeOf(1)};
-    pattern.replace(begin, range.size(), random.text("===<>!", count > 300 ? 5 : 12));
-    DiffModel expected = modelOf(pattern), replacement;
-    const uint32_t late = random.below(2);
-    for (uint32_t row = begin; row < range.end + expected.rowCount() - count; ++row) {
-      replacement.addRow(expected.status(row), expected.position(0, row) + late, expected.position(1, row));
-    }
-    replacement.shiftPositions(0, 0, -int64_t{late});
-    for (const int side : {0, 1}) model.shiftPositions(side, range.end, int64_t{sizeOf(side)} - sizes[side]);
-    const RowRange all{0, replacement.rowCount()};
-    model.replaceRows(range, std::move(replacement), all);
-    if (step % 9 == 0) {
-      // Rows can be appended after an edit in the middle.
-      model.addRow(RowStatus::leftOnly, sizeOf(0), sizeOf(1));
-      model.numberLines();
-      model.countDifferences();
-      expected = modelOf(pattern += '<');
-    }
-    ASSERT_EQ(patternOf(model), pattern);
-    ASSERT_EQ(summaryText(model), summaryText(expected));
-    const uint32_t anywhere = random.below(2 * count + 2);
-    for (const int side : {0, 1}) {
-      int64_t first = -1, last = -1;
-      for (uint32_t row = 0; row < model.rowCount(); ++row) {
-        ASSERT_EQ(model.position(side, row), expected.position(side, row));
-        ASSERT_EQ(model.lineNumber(side, row), expected.lineNumber(side, row));
-        if (model.position(side, row) <= anywhere) last = row;
-        if (model.position(side, row) == anywhere && first < 0) first = row;
-      }
-      ASSERT_EQ(model.rowAtPosition(side, anywhere), last);
-      ASSERT_EQ(model.rowAtPositionFromTop(side, anywhere), first < 0 ? last : first);
-    }
-  }
-  model = modelOf("=");
-  model.shiftPositions(0, 0, 5);
-  EXPECT_EQ(model.rowAtPosition(0, 3), 0);
 }
 
 }  // namespace

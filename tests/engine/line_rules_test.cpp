@@ -71,11 +71,8 @@ TEST(LineTables, HoldEveryLinesStartAndKeyUnderAllOptions) {
       ASSERT_EQ(table.starts.back(), text.size());
       LineKeys pieces(optionsOf(bits));
       std::vector<uint32_t> keys;
-      for (size_t begin = 0; begin < text.size();) {
-        const std::string piece = text.substr(begin, random.below(20));
-        pieces.add(piece, keys);
-        begin += piece.size();
-      }
+      const size_t half = random.below(static_cast<uint32_t>(text.size()) + 1);
+      for (const std::string& piece : {text.substr(0, half), text.substr(half)}) pieces.add(piece, keys);
       pieces.end(keys);
       ASSERT_EQ(keys, table.keys) << testing::PrintToString(text) << bits;
     }

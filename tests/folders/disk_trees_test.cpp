@@ -8,7 +8,6 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #endif
 
@@ -149,30 +148,6 @@ TEST_F(DiskTreesTest, LinksPipesAndLongPathsEndTheComparisonNowhere) {
   // Too deep a tree cannot be removed by its path either.
   for (const int side : {0, 1}) EXPECT_EQ(shell("rm -r '" + paths_[side] + "'"), 0);
   fs::current_path(scratch_.parent_path());
-}
-
-TEST_F(DiskTreesTest, WhatMayNotBeReadIsMarked) {
-  put("locked/file", "text");
-  put("file", "text");
-  put("fine", "text");
-  fs::permissions(at(0, "locked"), fs::perms(0));
-  fs::permissions(at(1, "file"), fs::perms(0));
-  fs::permissions(scratch_, fs::perms(0755));
-  options_.quickContents = true;
-  options_.date = false;
-  // Rights do not count for a super-user, so that it gives its own up, in a process that it can do without.
-  const pid_t child = ::fork();
-  if (child == 0) {
-    constexpr uid_t nobody = 65534;
-    if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0)) ::_exit(3);
-    for (const int side : {0, 1}) ::access(paths_[side].c_str(), R_OK);
-    const bool expected = compare() == Result::success && !found_.isIdentical() &&
-                          troubles() == std::vector<std::string>{"file unreadable", "locked unreadable"};
-    ::_exit(expected ? 0 : 1);
-  }
-  int status = 0;
-  ASSERT_EQ(::waitpid(child, &status, 0), child);
-  EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
 TEST_F(DiskTreesTest, TreesThatChangeMeanwhileAreToldAsTheyAreMet) {

@@ -25,15 +25,6 @@ std::string pageOf(const DiffModel& model, std::string_view left, std::string_vi
   return files.files["page"].contents;
 }
 
-/// The page of a pattern's model, every line of which is an "x".
-std::string pageOf(std::string_view pattern, const WriterOptions& options) {
-  std::string texts[2];
-  for (const char status : pattern) {
-    for (const int side : {0, 1}) texts[side] += status == "><"[side] ? "" : "x\n";
-  }
-  return pageOf(modelOf(pattern), texts[0], texts[1], options);
-}
-
 /// The texts of a page's cells, each with a bar after it.
 std::string cells(const std::string& page) {
   std::string found;
@@ -76,22 +67,6 @@ TEST(HtmlWriter, PageByteForByte) {
 )";
   for (size_t at = 0; (at = page.find('\n', at)) != page.npos; at += 2) page.insert(at, 1, '\r');
   EXPECT_EQ(pageOf(modelOf("=!>"), "s\n<\n", "s\n>\n\tc", options), page);
-}
-
-TEST(HtmlWriter, NumbersAreAsWideAsTheRowCountAndFillersHaveNone) {
-  using enum LineNumbers;
-  const std::tuple<LineNumbers, const char*, const char*> cases[] = {
-      {rows, "<>!",
-       "1&nbsp;x&nbsp;|&nbsp;&nbsp;&nbsp;|&nbsp;&nbsp;&nbsp;|2&nbsp;x&nbsp;|3&nbsp;x&nbsp;|3&nbsp;x&nbsp;|"},
-      {lines, "<=========",
-       "&nbsp;1&nbsp;x&nbsp;|&nbsp;&nbsp;&nbsp;&nbsp;|&nbsp;2&nbsp;x&nbsp;|&nbsp;1&nbsp;x&nbsp;|"},
-      {none, "<!", "x&nbsp;|&nbsp;|x&nbsp;|x&nbsp;|"},
-  };
-  for (const auto& [numbers, pattern, expected] : cases) {
-    WriterOptions options;
-    options.look.lineNumbers = numbers;
-    EXPECT_THAT(cells(pageOf(pattern, options)), testing::StartsWith(expected)) << pattern;
-  }
 }
 
 TEST(HtmlText, EveryKindOfCharacter) {
