@@ -295,15 +295,6 @@ TEST_F(SystemFilesTest, WritesIntoDevicesAndOpenFiles) {
   EXPECT_EQ(filesThere(), 2);
 }
 
-TEST_F(SystemFilesTest, SavesWhereTheFolderTakesNoFiles) {
-  if (::geteuid() == 0) GTEST_SKIP() << "rights do not count for a super-user";
-  put("file", "earlier and longer");
-  fs::permissions(path, fs::perms(0555));
-  EXPECT_EQ(replaceFile(files_, at("file"), "other"), 0u);
-  EXPECT_EQ(contents("file"), "other");
-  EXPECT_NE(replaceFile(files_, at("new"), "other"), 0u);
-  fs::permissions(path, fs::perms(0755));
-}
 #endif
 
 }  // namespace

@@ -78,18 +78,6 @@ TEST_F(FolderComparisonTest, FindsWhatThePlainComparisonFinds) {
     for (int category = 0; category < kFolderCategories; ++category) {
       ASSERT_EQ(plainEntries(found_.entries[category]), expected.entries[category]) << category;
     }
-    // Names, sizes and times of both sides are those of the files.
-    for (const std::vector<FolderEntry>& entries : found_.entries) {
-      for (const FolderEntry& entry : entries) {
-        for (const int side : {0, 1}) {
-          if (entry.names[side].empty()) continue;
-          const auto at = files.files.find(joinPath(kPaths[side], entry.names[side]));
-          ASSERT_NE(at, files.files.end());
-          ASSERT_EQ(entry.facts[side].modified, at->second.modified);
-          ASSERT_EQ(entry.facts[side].size, at->second.contents.size());
-        }
-      }
-    }
     if (options.quickContents || !options.fullContents) {
       ASSERT_TRUE(found_.notCompared.empty());
     }
@@ -138,13 +126,6 @@ TEST_F(FolderComparisonTest, TellsWhatItCouldNotCompareAndWhy) {
   EXPECT_THAT(troubles,
               ElementsAre("bin O binary", "dir O unreadable", "dir2 O unreadable", "dir2 N unreadable",
                           "pipe O special", inFolder("sub/locked") + " O unreadable"));
-  // A search that finds a difference does not look further, and so tells of nothing it met on the way.
-  options_.subfolders = false;
-  compare();
-  EXPECT_EQ(found_.notCompared.size(), 6u);
-  file("N/sub/more");
-  EXPECT_EQ(compare().front(), "C sub/ (contents)");
-  EXPECT_EQ(found_.notCompared.size(), 5u);
 }
 
 TEST_F(FolderComparisonTest, EveryFailingStepIsTold) {

@@ -3,17 +3,11 @@
 
 #include "tests/support/edit_run.h"
 
-namespace merivane {
-namespace {
-
-void require(const std::string& fault) {
+static void require(const std::string& fault) {
   if (fault.empty()) return;
   std::fprintf(stderr, "%s\n", fault.c_str());
   std::abort();
 }
-
-}  // namespace
-}  // namespace merivane
 
 /// A byte of options, two of lengths, the left text and the right; the rest chooses what the user does to
 /// them.
