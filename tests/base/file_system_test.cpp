@@ -91,6 +91,7 @@ TEST_F(SystemFilesTest, RemovesUnfinishedFilesForASignal) {
   outputs[1].reset();
   EXPECT_EQ(filesThere(), 2);
   removeUnfinishedFiles();
+  outputs[0].reset();
   EXPECT_EQ(filesThere(), 1);
   EXPECT_TRUE(fs::exists(path / "kept"));
 }
