@@ -62,4 +62,13 @@ std::array<int32_t, 4> folderStatusPartEdges(int32_t width, int32_t resolution) 
   return {fromRight(roomy ? 490 : 300), fromRight(roomy ? 310 : 130), fromRight(roomy ? 170 : 65), width};
 }
 
+std::array<int32_t, 4> withoutEmptyParts(const std::array<int32_t, 4>& edges, unsigned empty) {
+  std::array<int32_t, 4> result = edges;
+  for (size_t part = edges.size() - 1; part > 0; --part) {
+    const int32_t room = (empty >> part & 1) != 0 ? 0 : edges[part] - edges[part - 1];
+    result[part - 1] = std::max(0, result[part] - room);
+  }
+  return result;
+}
+
 }  // namespace merivane

@@ -79,4 +79,7 @@ SplitLayout layOutSplit(const Area& contents, const PaneMetrics& metrics, int32_
 std::array<int32_t, 4> statusPartEdges(int32_t width, int32_t resolution);
 std::array<int32_t, 4> folderStatusPartEdges(int32_t width, int32_t resolution);
 
+/// These edges where parts that show nothing leave their room to the first; `empty` has a bit for each part.
+std::array<int32_t, 4> withoutEmptyParts(const std::array<int32_t, 4>& edges, unsigned empty);
+
 }  // namespace merivane

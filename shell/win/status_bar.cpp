@@ -5,6 +5,7 @@
 #include "base/win/dpi.h"
 #include "base/win/messages.h"
 #include "base/win/window.h"
+#include "shell/frame_layout.h"
 
 namespace merivane {
 
@@ -25,17 +26,25 @@ void StatusBar::setLook(const ControlLook& look) {
 
 void StatusBar::fit() {
   SendMessageW(handle_, WM_SIZE, 0, 0);
+  fitParts();
+}
+
+void StatusBar::fitParts() {
   RECT area = {};
   GetWindowRect(handle_, &area);
   const int grip = IsZoomed(GetParent(handle_)) ? 0 : systemMetric(SM_CXVSCROLL, dpi_);
-  const auto edges = traits_.statusEdges(area.right - area.left - grip, dpi_);
+  unsigned empty = 0;
+  for (int part = 0; part < kParts; ++part) empty |= unsigned{shown_[part].empty()} << part;
+  const auto edges = withoutEmptyParts(traits_.statusEdges(area.right - area.left - grip, dpi_), empty);
   SendMessageW(handle_, SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
 }
 
 void StatusBar::setText(int part, const std::string& text) {
   if (text == shown_[part]) return;
+  const bool appearsOrGoes = text.empty() != shown_[part].empty();
   sendText(handle_, SB_SETTEXTW, static_cast<WPARAM>(part), text);
   shown_[part] = text;
+  if (part != help && appearsOrGoes) fitParts();
 }
 
 void StatusBar::announce(const std::string& text) {

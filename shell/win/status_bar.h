@@ -34,6 +34,8 @@ class StatusBar {
   void announce(const std::string& text);
 
  private:
+  void fitParts();
+
   const WindowTraits& traits_;
   HWND handle_ = nullptr;
   int dpi_ = 96;
