@@ -14,7 +14,8 @@ struct ViewChanges {
   bool scrolled = false;      // the panes show other rows or columns
   bool scrollRanges = false;  // there is more or less to scroll to
   bool edges = false;         // the panes lie elsewhere
-  bool everything = false;    // texts, rows or how they look: nothing that is shown can be relied on
+  bool looks = false;         // all of the same rows looks different: options or font
+  bool everything = false;    // texts or rows: nothing that is shown can be relied on
   bool history = false;       // there is another action to undo or redo
   bool modified = false;      // a side has become modified or is so no longer
 
@@ -34,6 +35,7 @@ struct ViewChanges {
     scrolled |= later.scrolled;
     scrollRanges |= later.scrollRanges;
     edges |= later.edges;
+    looks |= later.looks;
     everything |= later.everything;
     history |= later.history;
     modified |= later.modified;

@@ -86,14 +86,14 @@ void ViewState::setOptions(const ViewOptions& options) {
   options_ = options;
   if (!sameWidths) setRuler(font());
   layOut();
-  changes_.everything = true;
+  changes_.looks = true;
 }
 
 void ViewState::setFont(const FontMetrics& font) {
   if (font == this->font()) return;
   setRuler(font);
   layOut();
-  changes_.everything = true;
+  changes_.looks = true;
 }
 
 void ViewState::setRuler(const FontMetrics& font) {

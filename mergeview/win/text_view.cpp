@@ -47,7 +47,7 @@ void TextView::setFont(const std::string& face, int points, int dpi) {
   dpi_ = dpi;
   fonts_ = makeViewFonts(WindowDc(handle()), {dpi, dpi}, face, fontHeight(points, dpi));
   state_.setFont(fonts_.metrics);
-  state_.changes().everything = true;
+  state_.changes().looks = true;
   if (GetFocus() == handle()) makeCaret();
 }
 
@@ -194,7 +194,7 @@ void TextView::applyChanges() {
 
 void TextView::show(const ViewChanges& changes) {
   if (changes.everything) endDrag();  // it started in rows that are others now
-  const bool moved = changes.everything || changes.scrolled || changes.edges;
+  const bool moved = changes.everything || changes.looks || changes.scrolled || changes.edges;
   if (moved) {
     InvalidateRect(handle(), nullptr, FALSE);
   } else {

@@ -70,7 +70,7 @@ TopLevelWindow::StatusTexts CompareWindow::statusTexts() const {
 }
 
 void CompareWindow::onViewChanges(const ViewChanges& changes) {
-  const bool all = changes.everything;
+  const bool all = changes.everything || changes.looks;
   if (all || changes.history) panes_.summary.setBlank(!session_.showsComparison());
   if (all) panes_.summary.redraw();
   if (all || changes.edges || changes.scrolled || changes.scrollRanges) panes_.followSplit();

@@ -70,9 +70,9 @@ std::string changesText(const ViewChanges& changes) {
   }
   text.erase(text.find_last_not_of('.') + 1);
   const std::pair<bool, const char*> flags[] = {
-      {changes.caret, "caret"},       {changes.scrolled, "scrolled"}, {changes.scrollRanges, "ranges"},
-      {changes.edges, "edges"},       {changes.everything, "all"},    {changes.history, "history"},
-      {changes.modified, "modified"},
+      {changes.caret, "caret"},     {changes.scrolled, "scrolled"}, {changes.scrollRanges, "ranges"},
+      {changes.edges, "edges"},     {changes.looks, "looks"},       {changes.everything, "all"},
+      {changes.history, "history"}, {changes.modified, "modified"},
   };
   for (const auto& [set, name] : flags) {
     if (set) text += (text.empty() ? "" : " ") + std::string(name);
