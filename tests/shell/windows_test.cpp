@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "shell/frame_layout.h"
 #include "shell/window_list.h"
 #include "shell/window_placement.h"
 
@@ -68,6 +69,12 @@ TEST(WindowPlacement, EveryMonitorCounts) {
   }
   EXPECT_EQ(parseDialogPosition("fffff9c0,300", kMonitors), std::nullopt);
   EXPECT_EQ(parseDialogPosition("fffff9c0,300", both), (ScreenPoint{-1600, 768}));
+}
+
+TEST(FrameLayout, EmptyPartsOfTheStatusBarLeaveTheirRoomToTheHelp) {
+  EXPECT_EQ(withoutEmptyParts({100, 180, 230, 300}, 0b0000), (std::array{100, 180, 230, 300}));
+  EXPECT_EQ(withoutEmptyParts({100, 180, 230, 300}, 0b1100), (std::array{220, 300, 300, 300}));
+  EXPECT_EQ(withoutEmptyParts({-50, 30, 100, 300}, 0b0000), (std::array{0, 30, 100, 300}));
 }
 
 TEST(WindowList, AComparisonFindsItsWindow) {
