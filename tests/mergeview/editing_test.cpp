@@ -156,7 +156,7 @@ TEST(Changes, WhatIsAlreadySoTellsNothing) {
   EXPECT_EQ(changes(), "");
   options.lineNumbers = LineNumbers::rows;
   view.setOptions(options);
-  EXPECT_EQ(changes(), "ranges edges all");
+  EXPECT_EQ(changes(), "ranges edges looks");
   view.setSplitFromX(view.splitX() + 40);
   EXPECT_EQ(changes(), "ranges edges");
 }
