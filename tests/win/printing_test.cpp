@@ -2,93 +2,15 @@
 
 #include <windows.h>
 
-#include <winspool.h>
-
 #include <filesystem>
-#include <fstream>
 #include <regex>
 #include <sstream>
 
-#include "base/win/wide.h"
 #include "tests/win/gui_test.h"
+#include "tests/win/support/test_printer.h"
 
 namespace merivane {
 namespace {
-
-/// A printer as its driver wants it described.
-constexpr char kDescription[] = R"ppd(*PPD-Adobe: "4.3"
-*FormatVersion: "4.3"
-*LanguageVersion: English
-*LanguageEncoding: ISOLatin1
-*ModelName: "Merivane test printer"
-*NickName: "Merivane test printer"
-*LanguageLevel: "3"
-*ColorDevice: True
-*DefaultColorSpace: RGB
-*TTRasterizer: Type42
-*DefaultResolution: 600dpi
-*LandscapeOrientation: Plus90
-*OpenUI *PageSize: PickOne
-*DefaultPageSize: A4
-*PageSize A4/A4: "<</PageSize [595 842]>>setpagedevice"
-*CloseUI: *PageSize
-*OpenUI *PageRegion: PickOne
-*DefaultPageRegion: A4
-*PageRegion A4/A4: "<</PageSize [595 842]>>setpagedevice"
-*CloseUI: *PageRegion
-*DefaultImageableArea: A4
-*ImageableArea A4/A4: "12 12 583 830"
-*DefaultPaperDimension: A4
-*PaperDimension A4/A4: "595 842"
-*DefaultFont: Courier
-*Font Courier: Standard "(002.004S)" Standard ROM
-)ppd";
-
-const FARPROC outsideNameOf = GetProcAddress(GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name");
-
-/// A file's name as the system outside Wine has it, quoted for a command.
-std::string outsideName(const std::string& name) {
-  using NameOf = char*(CDECL*)(LPCWSTR);
-  const std::wstring path = std::filesystem::absolute(name).wstring();
-  char* const outside = reinterpret_cast<NameOf>(reinterpret_cast<void*>(outsideNameOf))(path.c_str());
-  const std::string result = "'" + std::string(outside != nullptr ? outside : "") + "'";
-  HeapFree(GetProcessHeap(), 0, outside);
-  return result;
-}
-
-/// Installs a PostScript printer with A4 paper as the default one. What is printed on it from now on goes to
-/// the command's input. False when that fails.
-bool installTestPrinter(const std::string& command) {
-  wchar_t folder[MAX_PATH] = L"";
-  DWORD needed = 0;
-  if (!GetPrinterDriverDirectoryW(nullptr, nullptr, 1, reinterpret_cast<BYTE*>(folder), sizeof folder,
-                                  &needed)) {
-    return false;
-  }
-  std::filesystem::create_directories(folder);
-  std::wstring description = std::wstring(folder) + L"\\merivane.ppd";
-  std::ofstream(std::filesystem::path(description), std::ios::binary) << kDescription;
-  std::wstring name = L"Merivane test printer", library = L"wineps.drv", port = L"LPT1:",
-               processor = L"winprint", kind = L"RAW";
-  DRIVER_INFO_3W driver = {};
-  driver.cVersion = 3;
-  driver.pName = name.data();
-  driver.pDriverPath = driver.pConfigFile = library.data();
-  driver.pDataFile = description.data();
-  AddPrinterDriverExW(nullptr, 3, reinterpret_cast<BYTE*>(&driver),
-                      APD_COPY_NEW_FILES | APD_COPY_FROM_DIRECTORY);
-  PRINTER_INFO_2W printer = {};
-  printer.pPrinterName = printer.pDriverName = name.data();
-  printer.pPortName = port.data();
-  printer.pPrintProcessor = processor.data();
-  printer.pDatatype = kind.data();
-  if (const HANDLE added = AddPrinterW(nullptr, 2, reinterpret_cast<BYTE*>(&printer))) ClosePrinter(added);
-  const std::wstring pipe = L"|" + wide(command);
-  return SetDefaultPrinterW(name.c_str()) &&
-         RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Wine\\Printing\\Spooler", port.c_str(), REG_SZ,
-                         pipe.c_str(),
-                         static_cast<DWORD>((pipe.size() + 1) * sizeof(wchar_t))) == ERROR_SUCCESS;
-}
 
 /// What pdftotext tells of a page.
 using Page = std::vector<std::string>;
@@ -97,7 +19,7 @@ class PrintingTest : public GuiTest {
  protected:
   void SetUp() override {
     GuiTest::SetUp();
-    if (outsideNameOf == nullptr) GTEST_SKIP() << "needs Wine's spooler";
+    if (!canInstallTestPrinter()) GTEST_SKIP() << "needs Wine's spooler";
     save("ShowLineNumbers", DWORD{0});
     // What is printed becomes a PDF file, and that text, whose name comes when it is whole.
     const std::string pdf = outsideName("printed.pdf"), text = outsideName("printed.txt");
@@ -204,6 +126,20 @@ TEST_F(PrintingTest, CancelledAndClosedInTheMiddle) {
   EXPECT_LT(printed().size(), 300u);
   EXPECT_TRUE(program_->windows("#32770").empty()) << "no message";
   startPrinting();
+  quit(window);
+}
+
+TEST_F(PrintingTest, WithoutAPrinter) {
+  RegDeleteKeyValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Windows NT\\CurrentVersion\\Windows",
+                     L"Device");
+  const TextWindow window = startWithPair("readme", "md");
+  for (const Command command : {Command::print, Command::printPreview}) {
+    window.run(command);
+    EXPECT_EQ(
+        program_->answerMessage(),
+        "There is no default printer. Add a printer, or make one the default, in the settings of Windows.");
+    EXPECT_TRUE(IsWindowEnabled(window.handle()));
+  }
   quit(window);
 }
 
