@@ -66,7 +66,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 TEST_F(FolderComparisonTest, FindsWhatThePlainComparisonFinds) {
-  for (uint32_t seed = 0; seed < 3000; ++seed) {
+  for (uint32_t seed = 0; seed < 2000; ++seed) {
     SCOPED_TRACE(seed);
     Random random(seed);
     MemoryFiles files;
