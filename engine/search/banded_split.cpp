@@ -40,10 +40,8 @@ class KeptRows {
     int32_t end = std::min(column, BandedTable::column(row.band.last)) - begin;
     for (; end > 0; end = (end - 1) / BitBlock::kWordColumns * BitBlock::kWordColumns) {
       const int32_t last = end - 1;
-      const uint64_t word =
-          blocks[last / BitBlock::kColumns].words[last % BitBlock::kColumns / BitBlock::kWordColumns];
       const int32_t beyond = BitBlock::kWordColumns - 1 - last % BitBlock::kWordColumns;
-      const uint64_t grows = ~word << beyond;
+      const uint64_t grows = ~wordOf(blocks, last) << beyond;
       if (grows != 0) return begin + last - std::countl_zero(grows) + 1;
     }
     return begin;

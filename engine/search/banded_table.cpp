@@ -10,9 +10,7 @@ constexpr uint32_t kNoRow = 0xFFFFFFFF;
 constexpr BitBlock kNoGrowth{{~uint64_t{0}, ~uint64_t{0}, ~uint64_t{0}, ~uint64_t{0}}};
 
 void setColumn(BitBlock* row, int32_t column) {
-  const auto at = static_cast<uint32_t>(column);
-  row[at / BitBlock::kColumns].words[at % BitBlock::kColumns / BitBlock::kWordColumns] |=
-      uint64_t{1} << (at % BitBlock::kWordColumns);
+  wordOf(row, column) |= uint64_t{1} << (column % BitBlock::kWordColumns);
 }
 
 }  // namespace

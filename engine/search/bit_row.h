@@ -19,6 +19,12 @@ struct BitBlock {
   uint64_t words[kWords];
 };
 
+/// The word of a row that a column is in. `Block` is BitBlock, or const where the row is.
+template <typename Block>
+auto& wordOf(Block* row, int32_t column) {
+  return row[column / BitBlock::kColumns].words[column % BitBlock::kColumns / BitBlock::kWordColumns];
+}
+
 /// Turns the blocks [0, count) into those of the next row. `matches` has a bit for every column whose element
 /// equals the row's. Returns whether the length after the last column is one more than in the row before;
 /// before the first column it is taken to be the same.
